@@ -1,0 +1,64 @@
+#include "app/ModeScreenLayout.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+ModeScreenLayout ModeScreenLayout::build(QWidget *screen, const QString &title,
+                                         const QString &subtitle, const QString &otherMode)
+{
+    ModeScreenLayout result;
+    screen->setAttribute(Qt::WA_StyledBackground);
+    screen->setStyleSheet(QStringLiteral(
+        "QWidget#topBar { background: #2c3e50; }"
+        "QLabel#titleLabel { color: #ecf0f1; font-size: 20px; font-weight: 600; }"
+        "QWidget#body { background: #ecf0f1; }"
+        "QLabel#modeLabel { color: #2c3e50; font-size: 34px; font-weight: 700; }"
+        "QLabel#subtitleLabel { color: #7f8c8d; font-size: 16px; }"
+        "QWidget#bottomView { background: #2c3e50; }"
+        "QPushButton#btn_exchange { background: #1abc9c; color: #ecf0f1; border: none;"
+        " border-radius: 8px; font-size: 15px; font-weight: 600; padding: 10px 18px; }"
+        "QPushButton#btn_exchange:pressed { background: #16a085; }"));
+
+    auto *column = new QVBoxLayout(screen);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+
+    auto *topBar = new QWidget(screen);
+    topBar->setObjectName(QStringLiteral("topBar"));
+    topBar->setFixedHeight(64);
+    auto *topRow = new QHBoxLayout(topBar);
+    topRow->setContentsMargins(16, 20, 16, 0);
+    result.title = new QLabel(title, topBar);
+    result.title->setObjectName(QStringLiteral("titleLabel"));
+    result.title->setAlignment(Qt::AlignCenter);
+    topRow->addWidget(result.title);
+    column->addWidget(topBar);
+
+    result.body = new QWidget(screen);
+    result.body->setObjectName(QStringLiteral("body"));
+    auto *bodyColumn = new QVBoxLayout(result.body);
+    bodyColumn->addStretch(1);
+    auto *modeLabel = new QLabel(title, result.body);
+    modeLabel->setObjectName(QStringLiteral("modeLabel"));
+    modeLabel->setAlignment(Qt::AlignCenter);
+    bodyColumn->addWidget(modeLabel);
+    auto *subtitleLabel = new QLabel(subtitle, result.body);
+    subtitleLabel->setObjectName(QStringLiteral("subtitleLabel"));
+    subtitleLabel->setAlignment(Qt::AlignCenter);
+    bodyColumn->addWidget(subtitleLabel);
+    bodyColumn->addStretch(1);
+    column->addWidget(result.body, 1);
+
+    auto *bottomBar = new QWidget(screen);
+    bottomBar->setObjectName(QStringLiteral("bottomView"));
+    bottomBar->setFixedHeight(70);
+    auto *bottomRow = new QHBoxLayout(bottomBar);
+    bottomRow->setContentsMargins(16, 12, 16, 12);
+    bottomRow->addStretch(1);
+    result.exchangeButton = new QPushButton(QStringLiteral("\u21c4 ") + otherMode, bottomBar);
+    result.exchangeButton->setCursor(Qt::PointingHandCursor);
+    bottomRow->addWidget(result.exchangeButton);
+    column->addWidget(bottomBar);
+    return result;
+}

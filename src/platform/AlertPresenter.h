@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+class QWidget;
+
+// A message with buttons, shown over the application. Texts arrive already
+// translated. `done` receives the index of the pressed button.
+struct Alert
+{
+    QString title;
+    QString message;
+    QStringList buttons;
+    std::function<void(int)> done;
+};
+
+class AlertPresenter
+{
+public:
+    virtual ~AlertPresenter() = default;
+    virtual void present(const Alert &alert, QWidget *over) = 0;
+
+    // The common case: no title, the message, one button.
+    void showMessage(const QString &message, const QString &button, QWidget *over);
+};
+
+// Shows alerts as application-modal message boxes.
+class DialogAlertPresenter : public AlertPresenter
+{
+public:
+    void present(const Alert &alert, QWidget *over) override;
+};
+
+// Keeps every alert instead of showing it; tests read them back and may press
+// a button with `press`.
+class RecordingAlertPresenter : public AlertPresenter
+{
+public:
+    void present(const Alert &alert, QWidget *over) override;
+    const QList<Alert> &alerts() const { return m_alerts; }
+    QStringList messages() const;
+    void press(int alertIndex, int button);
+    void clear() { m_alerts.clear(); }
+
+private:
+    QList<Alert> m_alerts;
+};

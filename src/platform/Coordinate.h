@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QHashFunctions>
+#include <QString>
+
+// A place on the earth: latitude and longitude in degrees. The route screen
+// treats an exact 0.0 in either as "not chosen".
+struct Coordinate
+{
+    double latitude = 0.0;
+    double longitude = 0.0;
+
+    bool isChosen() const { return latitude != 0.0 && longitude != 0.0; }
+    bool isValid() const
+    {
+        return latitude >= -90.0 && latitude <= 90.0 && longitude >= -180.0 && longitude <= 180.0;
+    }
+    QString toString() const { return QString::asprintf("%f, %f", latitude, longitude); }
+
+    friend bool operator==(const Coordinate &, const Coordinate &) = default;
+};
+
+inline size_t qHash(const Coordinate &c, size_t seed = 0) noexcept
+{
+    return qHashMulti(seed, c.latitude, c.longitude);
+}

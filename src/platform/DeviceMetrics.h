@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QString>
+
+// What the screens ask of the device: the system version (screens place their
+// top bar below a status bar from version 7.0 on) and the height of the
+// display in pixels (above 2400 pixels screens leave room for the rounded
+// corners and the home indicator).
+class DeviceMetrics
+{
+public:
+    virtual ~DeviceMetrics() = default;
+    virtual QString systemVersion() const = 0;
+    virtual int screenPixelHeight() const = 0;
+
+    bool isVersion7OrLater() const;
+    bool isTallScreen() const { return screenPixelHeight() > 2400; }
+};
+
+class ScreenDeviceMetrics : public DeviceMetrics
+{
+public:
+    QString systemVersion() const override;
+    int screenPixelHeight() const override;
+};
+
+class FixedDeviceMetrics : public DeviceMetrics
+{
+public:
+    FixedDeviceMetrics(QString version = QStringLiteral("16.0"), int pixelHeight = 1334)
+        : m_version(std::move(version)), m_pixelHeight(pixelHeight)
+    {
+    }
+    QString systemVersion() const override { return m_version; }
+    int screenPixelHeight() const override { return m_pixelHeight; }
+
+private:
+    QString m_version;
+    int m_pixelHeight;
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/Configuration.h"
+
+class AlertPresenter;
+class ApplicationRegistry;
+class Clock;
+class DeviceMetrics;
+class DirectionsService;
+class Geocoder;
+class PositionSource;
+class QNetworkAccessManager;
+class UrlOpener;
+
+// Everything a screen or service may ask of the outside world, handed down
+// from the entry point (real implementations) or from a test (fakes). The
+// pointers are not owned; whoever builds a Services value keeps them alive.
+struct Services
+{
+    Clock *clock = nullptr;
+    AlertPresenter *alerts = nullptr;
+    DeviceMetrics *deviceMetrics = nullptr;
+    UrlOpener *urlOpener = nullptr;
+    QNetworkAccessManager *network = nullptr;
+    PositionSource *positionSource = nullptr;
+    Geocoder *geocoder = nullptr;
+    DirectionsService *directions = nullptr;
+    ApplicationRegistry *applications = nullptr;
+    Configuration configuration;
+};

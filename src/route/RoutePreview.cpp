@@ -1,0 +1,78 @@
+#include "route/RoutePreview.h"
+
+#include "platform/Clock.h"
+#include "settings/RecordKeys.h"
+#include "settings/StoredValue.h"
+
+#include <cmath>
+#include <limits>
+
+namespace {
+// two's-complement wrap-around, as the 32-bit registers of the original
+// arithmetic behave
+qint32 wrap(qint64 value)
+{
+    return qint32(quint32(quint64(value)));
+}
+} // namespace
+
+qint32 RoutePreview::nowSeconds(double secondsSince1970)
+{
+    if (std::isnan(secondsSince1970))
+        return 0;
+    if (secondsSince1970 >= double(std::numeric_limits<qint32>::max()))
+        return std::numeric_limits<qint32>::max();
+    if (secondsSince1970 <= double(std::numeric_limits<qint32>::min()))
+        return std::numeric_limits<qint32>::min();
+    return qint32(secondsSince1970);
+}
+
+qint32 RoutePreview::nowSeconds(const Clock &clock)
+{
+    return nowSeconds(clock.secondsSince1970());
+}
+
+qint32 RoutePreview::proportionalIndex(qint32 now, qint32 start, qint32 end, qint32 count)
+{
+    const qint32 elapsed = wrap(qint64(now) - start);
+    const qint32 product = wrap(qint64(elapsed) * count);
+    const qint32 duration = wrap(qint64(end) - start);
+    if (duration == 0)
+        return 0;
+    if (duration == -1 && product == std::numeric_limits<qint32>::min())
+        return product; // the one quotient that does not fit wraps onto itself
+    return product / duration;
+}
+
+RoutePreview::Step RoutePreview::stepAt(const QVariantMap &record, qint32 now)
+{
+    using namespace RecordKeys;
+    const qint32 startTime = StoredValue::intValue(record.value(start()));
+    const qint32 endTime = StoredValue::intValue(record.value(end()));
+    const QVariantList list = record.value(points()).toList();
+    const qint32 count = qint32(std::min<qsizetype>(list.size(), std::numeric_limits<qint32>::max()));
+
+    Step step;
+    if (startTime > now) {
+        step.pick = Pick::First;
+        step.index = 0;
+    } else if (endTime > now) {
+        step.pick = Pick::Proportional;
+        step.index = proportionalIndex(now, startTime, endTime, count);
+    } else {
+        step.pick = Pick::Last;
+        step.index = count - 1;
+    }
+    if (list.isEmpty()) {
+        // nothing to show: the map goes to latitude 0, longitude 0
+        step.index = 0;
+        return step;
+    }
+    step.inRange = step.index >= 0 && step.index < count;
+    if (step.inRange) {
+        const QVariantMap point = list.at(step.index).toMap();
+        step.coordinate = {StoredValue::doubleValue(point.value(pointLatitude())),
+                           StoredValue::doubleValue(point.value(pointLongitude()))};
+    }
+    return step;
+}

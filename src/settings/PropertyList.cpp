@@ -1,0 +1,256 @@
+#include "settings/PropertyList.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QSaveFile>
+#include <QTimeZone>
+
+#include <plist/plist.h>
+
+#include <memory>
+
+namespace {
+
+struct PlistDeleter
+{
+    void operator()(void *node) const { plist_free(static_cast<plist_t>(node)); }
+};
+using PlistPtr = std::unique_ptr<void, PlistDeleter>;
+
+// Property-list dates count seconds from 2001-01-01 00:00 UTC.
+const QDateTime &referenceDate()
+{
+    static const QDateTime date(QDate(2001, 1, 1), QTime(0, 0), QTimeZone::utc());
+    return date;
+}
+
+// Dictionary keys repeat a great deal in route records ("lat", "lng" for every
+// point); handing out one shared QString per distinct short key saves an
+// allocation and a UTF-8 decode per entry.
+class KeyCache
+{
+public:
+    QString key(const char *utf8)
+    {
+        const size_t length = qstrlen(utf8);
+        if (length > 8)
+            return QString::fromUtf8(utf8, qsizetype(length));
+        for (const auto &entry : m_entries) {
+            if (entry.first == QByteArrayView(utf8, qsizetype(length)))
+                return entry.second;
+        }
+        QString value = QString::fromUtf8(utf8, qsizetype(length));
+        if (m_entries.size() < 32)
+            m_entries.emplace_back(QByteArray(utf8, qsizetype(length)), value);
+        return value;
+    }
+
+private:
+    std::vector<std::pair<QByteArray, QString>> m_entries;
+};
+
+QVariant toVariant(plist_t node, KeyCache &keys)
+{
+    switch (plist_get_node_type(node)) {
+    case PLIST_DICT: {
+        QVariantMap map;
+        plist_dict_iter it = nullptr;
+        plist_dict_new_iter(node, &it);
+        for (;;) {
+            char *key = nullptr;
+            plist_t value = nullptr;
+            plist_dict_next_item(node, it, &key, &value);
+            if (!value) {
+                free(key);
+                break;
+            }
+            map.insert(keys.key(key), toVariant(value, keys));
+            free(key);
+        }
+        free(it);
+        return map;
+    }
+    case PLIST_ARRAY: {
+        QVariantList list;
+        const uint32_t size = plist_array_get_size(node);
+        list.reserve(size);
+        for (uint32_t i = 0; i < size; ++i)
+            list.append(toVariant(plist_array_get_item(node, i), keys));
+        return list;
+    }
+    case PLIST_STRING: {
+        uint64_t length = 0;
+        const char *text = plist_get_string_ptr(node, &length);
+        return QString::fromUtf8(text, qsizetype(length));
+    }
+    case PLIST_REAL: {
+        double value = 0;
+        plist_get_real_val(node, &value);
+        return value;
+    }
+    case PLIST_UINT: {
+        // integers are signed in the file format; libplist keeps the bits
+        uint64_t value = 0;
+        plist_get_uint_val(node, &value);
+        return qint64(value);
+    }
+    case PLIST_BOOLEAN: {
+        uint8_t value = 0;
+        plist_get_bool_val(node, &value);
+        return value != 0;
+    }
+    case PLIST_DATE: {
+        int32_t sec = 0;
+        int32_t usec = 0;
+        plist_get_date_val(node, &sec, &usec);
+        return referenceDate().addMSecs(qint64(sec) * 1000 + usec / 1000);
+    }
+    case PLIST_DATA: {
+        uint64_t length = 0;
+        const char *bytes = plist_get_data_ptr(node, &length);
+        return QByteArray(bytes, qsizetype(length));
+    }
+    case PLIST_UID: {
+        uint64_t value = 0;
+        plist_get_uid_val(node, &value);
+        return quint64(value);
+    }
+    default:
+        return {};
+    }
+}
+
+plist_t fromVariant(const QVariant &value);
+
+plist_t dictFromPairs(const QVariantMap &map)
+{
+    plist_t dict = plist_new_dict();
+    // QVariantMap iterates in key order, which is the order the platform's
+    // own writer uses for dictionary keys.
+    for (auto it = map.cbegin(); it != map.cend(); ++it) {
+        if (plist_t item = fromVariant(it.value()))
+            plist_dict_set_item(dict, it.key().toUtf8().constData(), item);
+    }
+    return dict;
+}
+
+plist_t fromVariant(const QVariant &value)
+{
+    switch (value.metaType().id()) {
+    case QMetaType::UnknownType:
+        return nullptr;
+    case QMetaType::QVariantMap:
+        return dictFromPairs(value.toMap());
+    case QMetaType::QVariantHash: {
+        const QVariantHash hash = value.toHash();
+        QVariantMap map;
+        for (auto it = hash.cbegin(); it != hash.cend(); ++it)
+            map.insert(it.key(), it.value());
+        return dictFromPairs(map);
+    }
+    case QMetaType::QVariantList:
+    case QMetaType::QStringList: {
+        const QVariantList list = value.toList();
+        plist_t array = plist_new_array();
+        for (const QVariant &item : list) {
+            if (plist_t node = fromVariant(item))
+                plist_array_append_item(array, node);
+        }
+        return array;
+    }
+    case QMetaType::Bool:
+        return plist_new_bool(value.toBool() ? 1 : 0);
+    case QMetaType::Int:
+    case QMetaType::Long:
+    case QMetaType::LongLong:
+    case QMetaType::Short:
+    case QMetaType::Char:
+    case QMetaType::SChar:
+        return plist_new_uint(uint64_t(value.toLongLong()));
+    case QMetaType::UInt:
+    case QMetaType::ULong:
+    case QMetaType::ULongLong:
+    case QMetaType::UShort:
+    case QMetaType::UChar:
+        return plist_new_uint(value.toULongLong());
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return plist_new_real(value.toDouble());
+    case QMetaType::QByteArray: {
+        const QByteArray bytes = value.toByteArray();
+        return plist_new_data(bytes.constData(), uint64_t(bytes.size()));
+    }
+    case QMetaType::QDateTime: {
+        const qint64 ms = referenceDate().msecsTo(value.toDateTime());
+        const qint64 sec = ms >= 0 ? ms / 1000 : -((-ms + 999) / 1000);
+        return plist_new_date(int32_t(sec), int32_t((ms - sec * 1000) * 1000));
+    }
+    default:
+        return plist_new_string(value.toString().toUtf8().constData());
+    }
+}
+
+} // namespace
+
+QVariant PropertyList::fromData(const QByteArray &data)
+{
+    if (data.isEmpty() || data.size() > qsizetype(UINT32_MAX))
+        return {};
+    plist_t root = nullptr;
+    plist_from_memory(data.constData(), uint32_t(data.size()), &root);
+    if (!root)
+        return {};
+    PlistPtr owner(root);
+    KeyCache keys;
+    return toVariant(root, keys);
+}
+
+QVariant PropertyList::read(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return fromData(file.readAll());
+}
+
+QVariantMap PropertyList::readDictionary(const QString &path)
+{
+    const QVariant root = read(path);
+    return root.metaType().id() == QMetaType::QVariantMap ? root.toMap() : QVariantMap();
+}
+
+QVariantList PropertyList::readArray(const QString &path)
+{
+    const QVariant root = read(path);
+    return root.metaType().id() == QMetaType::QVariantList ? root.toList() : QVariantList();
+}
+
+QByteArray PropertyList::toXml(const QVariant &root)
+{
+    PlistPtr node(fromVariant(root));
+    if (!node)
+        return {};
+    char *xml = nullptr;
+    uint32_t length = 0;
+    plist_to_xml(static_cast<plist_t>(node.get()), &xml, &length);
+    QByteArray result(xml, qsizetype(length));
+    plist_to_xml_free(xml);
+    return result;
+}
+
+bool PropertyList::write(const QString &path, const QVariant &root)
+{
+    const QByteArray xml = toXml(root);
+    if (xml.isEmpty())
+        return false;
+    // the hooking component reads this file at any moment: replace it whole
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    if (file.write(xml) != xml.size()) {
+        file.cancelWriting();
+        file.commit();
+        return false;
+    }
+    return file.commit();
+}

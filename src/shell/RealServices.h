@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/Services.h"
+
+#include <memory>
+
+class QNetworkAccessManager;
+
+// Builds the real implementation of every service from the configuration
+// and keeps them alive for the life of the application.
+class RealServices
+{
+public:
+    explicit RealServices(const Configuration &configuration);
+    ~RealServices();
+
+    const Services &services() const { return m_services; }
+
+private:
+    struct Owned;
+    std::unique_ptr<Owned> m_owned;
+    Services m_services;
+};

@@ -1,0 +1,23 @@
+#include "TestServices.h"
+
+#include "settings/PreferenceFiles.h"
+
+#include <QStandardPaths>
+
+TestServices::TestServices()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    PreferenceFiles::setDirectory(m_dir.path());
+    m_services.clock = &clock;
+    m_services.alerts = &alerts;
+    m_services.deviceMetrics = &deviceMetrics;
+    m_services.urlOpener = &urlOpener;
+    m_services.network = &network;
+}
+
+TestServices::~TestServices() = default;
+
+QString TestServices::file(const QString &name) const
+{
+    return m_dir.filePath(name);
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/AlertPresenter.h"
+#include "platform/Clock.h"
+#include "platform/DeviceMetrics.h"
+#include "platform/Services.h"
+#include "platform/UrlOpener.h"
+
+#include <QNetworkAccessManager>
+#include <QTemporaryDir>
+
+// A world of fakes for one test: a temporary preferences folder (made the
+// store's folder), a manual clock, recorded alerts and URLs, fixed device
+// metrics and a network manager that tests point at stub servers.
+class TestServices
+{
+public:
+    TestServices();
+    ~TestServices();
+
+    const Services &services() const { return m_services; }
+    Services &services() { return m_services; }
+    QString preferencesDir() const { return m_dir.path(); }
+    QString file(const QString &name) const;
+
+    ManualClock clock{qint64(1700000000) * 1000};
+    RecordingAlertPresenter alerts;
+    FixedDeviceMetrics deviceMetrics;
+    RecordingUrlOpener urlOpener;
+    QNetworkAccessManager network;
+
+private:
+    QTemporaryDir m_dir;
+    Services m_services;
+};
