@@ -24,12 +24,14 @@ function(trekmime_library name)
   target_link_libraries(${name} PUBLIC trekmime_common ${ARG_LIBS})
 endfunction()
 
-# trekmime_test(name SOURCES ... LIBS ...): one Qt Test executable run by CTest
+# trekmime_test(name SOURCES ... LIBS ...): one Qt Test executable (the test
+# classes of one folder, run by the shared main of tests/support) run by CTest
 # on the offscreen platform, in UTC, with a fixed locale.
 function(trekmime_test name)
   cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LIBS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
-  target_link_libraries(${name} PRIVATE trekmime_common Qt6::Test ${ARG_LIBS})
+  target_link_libraries(${name} PRIVATE trekmime_common trekmime_testsupport trekmime_testmain
+                        Qt6::Test ${ARG_LIBS})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   add_test(NAME ${name} COMMAND ${name})
   if(NOT ARG_TIMEOUT)

@@ -1,0 +1,32 @@
+#pragma once
+
+// One Qt Test executable per source folder runs several test classes. Each
+// test file registers its class with TREKMIME_TEST(Class); the folder's
+// executable links TestMain.cpp, which runs them all (command-line arguments
+// such as -v2 or a function name apply to each class; `-class NAME` picks
+// one class).
+
+#include <QList>
+#include <QObject>
+
+#include <functional>
+
+namespace TestRegistry {
+struct Entry
+{
+    const char *name;
+    std::function<QObject *()> make;
+};
+QList<Entry> &entries();
+struct Registration
+{
+    Registration(const char *name, std::function<QObject *()> make)
+    {
+        entries().append({name, std::move(make)});
+    }
+};
+} // namespace TestRegistry
+
+#define TREKMIME_TEST(Class)                                                                       \
+    static const TestRegistry::Registration trekmimeTestRegistration##Class(                       \
+        #Class, [] { return static_cast<QObject *>(new Class); });
