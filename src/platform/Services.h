@@ -8,7 +8,7 @@ class Clock;
 class DeviceMetrics;
 class DirectionsService;
 class Geocoder;
-class PositionSource;
+class PositionSourceFactory;
 class QNetworkAccessManager;
 class UrlOpener;
 
@@ -22,7 +22,7 @@ struct Services
     DeviceMetrics *deviceMetrics = nullptr;
     UrlOpener *urlOpener = nullptr;
     QNetworkAccessManager *network = nullptr;
-    PositionSource *positionSource = nullptr;
+    PositionSourceFactory *positionSources = nullptr;
     Geocoder *geocoder = nullptr;
     DirectionsService *directions = nullptr;
     ApplicationRegistry *applications = nullptr;
