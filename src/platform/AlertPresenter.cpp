@@ -20,11 +20,12 @@ void DialogAlertPresenter::present(const Alert &alert, QWidget *over)
         box->setText(alert.message);
     else
         box->setInformativeText(alert.message);
-    const QStringList buttons = alert.buttons.isEmpty() ? QStringList{QStringLiteral("OK")} : alert.buttons;
+    const QStringList buttons =
+        alert.buttons.isEmpty() ? QStringList{QStringLiteral("OK")} : alert.buttons;
     QList<QPushButton *> pushButtons;
     for (int i = 0; i < buttons.size(); ++i) {
-        pushButtons.append(box->addButton(buttons[i], i == 0 ? QMessageBox::AcceptRole
-                                                             : QMessageBox::RejectRole));
+        pushButtons.append(
+            box->addButton(buttons[i], i == 0 ? QMessageBox::AcceptRole : QMessageBox::RejectRole));
     }
     if (alert.done) {
         QObject::connect(box, &QMessageBox::buttonClicked, box,

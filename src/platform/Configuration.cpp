@@ -53,7 +53,8 @@ bool Configuration::load(const QCommandLineParser *parser, const QProcessEnviron
 {
     result = Configuration();
     for (const Option &option : options())
-        result.m_values.insert(QString::fromLatin1(option.name), QString::fromUtf8(option.defaultValue));
+        result.m_values.insert(QString::fromLatin1(option.name),
+                               QString::fromUtf8(option.defaultValue));
 
     auto fromCommandLine = [&](const Option &option, QString *value) {
         const QString name = QString::fromLatin1(option.name);
@@ -129,7 +130,8 @@ QString choosePreferencesDirectory(const Configuration &configuration, QString *
             directory = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
                         QStringLiteral("/trekmime/Preferences/");
             if (announcement)
-                *announcement = QStringLiteral("trekmime: settings files are kept in %1").arg(directory);
+                *announcement =
+                    QStringLiteral("trekmime: settings files are kept in %1").arg(directory);
         }
     }
     QDir().mkpath(directory);

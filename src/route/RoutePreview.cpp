@@ -50,7 +50,8 @@ RoutePreview::Step RoutePreview::stepAt(const QVariantMap &record, qint32 now)
     const qint32 startTime = StoredValue::intValue(record.value(start()));
     const qint32 endTime = StoredValue::intValue(record.value(end()));
     const QVariantList list = record.value(points()).toList();
-    const qint32 count = qint32(std::min<qsizetype>(list.size(), std::numeric_limits<qint32>::max()));
+    const qint32 count =
+        qint32(std::min<qsizetype>(list.size(), std::numeric_limits<qint32>::max()));
 
     Step step;
     if (startTime > now) {

@@ -17,9 +17,8 @@ TrekmimeViewController::TrekmimeViewController(const Services &services, Applica
     : BaseViewController(parent), m_services(services), m_shell(shell)
 {
     setObjectName(QStringLiteral("TrekmimeViewController"));
-    const ModeScreenLayout layout = ModeScreenLayout::build(this, tr("Trekmime"),
-                                                           tr("Travel along a route"),
-                                                           tr("Spotmime"));
+    const ModeScreenLayout layout =
+        ModeScreenLayout::build(this, tr("Trekmime"), tr("Travel along a route"), tr("Spotmime"));
     m_title = layout.title;
     btn_exchange = layout.exchangeButton;
     btn_exchange->setObjectName(QStringLiteral("btn_exchange"));

@@ -139,8 +139,8 @@ double doubleValue(const QVariant &value)
             number.append(exponent);
     }
     double result = 0.0;
-    const auto [ptr, ec] = std::from_chars(number.constData(), number.constData() + number.size(),
-                                           result);
+    const auto [ptr, ec] =
+        std::from_chars(number.constData(), number.constData() + number.size(), result);
     Q_UNUSED(ptr);
     if (ec == std::errc::result_out_of_range) {
         if (number.contains("e-"))

@@ -22,7 +22,7 @@ qint32 intValue(const QVariant &value);
 double doubleValue(const QVariant &value);
 
 // The C formats used for every number the settings files hold as text.
-QString formatFlag(bool on);    // "%d": "1" or "0"
+QString formatFlag(bool on);      // "%d": "1" or "0"
 QString formatReal(double value); // "%f": six decimals
 
 } // namespace StoredValue

@@ -22,9 +22,15 @@ public:
     AppWindow *window() const { return m_window; }
     void setWindow(AppWindow *window) { m_window = window; }
     SpotmimeViewController *locationController() const { return m_locationController; }
-    void setLocationController(SpotmimeViewController *controller) { m_locationController = controller; }
+    void setLocationController(SpotmimeViewController *controller)
+    {
+        m_locationController = controller;
+    }
     TrekmimeViewController *trekmimeController() const { return m_trekmimeController; }
-    void setTrekmimeController(TrekmimeViewController *controller) { m_trekmimeController = controller; }
+    void setTrekmimeController(TrekmimeViewController *controller)
+    {
+        m_trekmimeController = controller;
+    }
 
     bool didFinishLaunching();
     void applicationDidBecomeActive();

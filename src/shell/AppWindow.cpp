@@ -28,6 +28,5 @@ void AppWindow::setRootViewController(BaseViewController *screen)
 void AppWindow::makeKeyAndVisible()
 {
     show();
-    raise();
     activateWindow();
 }

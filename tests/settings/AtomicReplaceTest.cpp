@@ -62,7 +62,8 @@ private slots:
         QVERIFY2(broken == 0, report.mid(2).join(' ').constData());
         // no temporary file is left behind
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files),
-                 (QStringList{QStringLiteral("com.velmora.trekmimex.route.plist"), QStringLiteral("stop")}));
+                 (QStringList{QStringLiteral("com.velmora.trekmimex.route.plist"),
+                              QStringLiteral("stop")}));
     }
 };
 

@@ -33,7 +33,10 @@ int main(int argc, char **argv)
         if (!whole) {
             ++broken;
             if (firstProblem.isEmpty())
-                firstProblem = QStringLiteral("read %1: %2 keys, %3 points").arg(reads).arg(record.size()).arg(points.size());
+                firstProblem = QStringLiteral("read %1: %2 keys, %3 points")
+                                   .arg(reads)
+                                   .arg(record.size())
+                                   .arg(points.size());
         }
     }
     QTextStream(stdout) << reads << ' ' << broken << ' ' << firstProblem << Qt::endl;

@@ -75,8 +75,8 @@ private slots:
     void missingValuesAreLeftOut()
     {
         // a key set to nothing (an address label without text) is not written
-        const QByteArray xml = PropertyList::toXml(
-            QVariantMap{{QStringLiteral("s"), QVariant()}, {QStringLiteral("e"), QStringLiteral("x")}});
+        const QByteArray xml = PropertyList::toXml(QVariantMap{
+            {QStringLiteral("s"), QVariant()}, {QStringLiteral("e"), QStringLiteral("x")}});
         QVERIFY(!xml.contains("<key>s</key>"));
         QVERIFY(xml.contains("<key>e</key>"));
     }
@@ -85,10 +85,10 @@ private slots:
     {
         QTemporaryDir dir;
         const QString path = dir.filePath(QStringLiteral("bin.plist"));
-        const QVariantMap root{{QStringLiteral("enable"), QStringLiteral("1")},
-                               {QStringLiteral("points"),
-                                QVariantList{QVariantMap{{QStringLiteral("lat"), 1.25},
-                                                         {QStringLiteral("lng"), -2.5}}}}};
+        const QVariantMap root{
+            {QStringLiteral("enable"), QStringLiteral("1")},
+            {QStringLiteral("points"), QVariantList{QVariantMap{{QStringLiteral("lat"), 1.25},
+                                                                {QStringLiteral("lng"), -2.5}}}}};
         const QByteArray binary = toBinary(PropertyList::toXml(root));
         QVERIFY(binary.startsWith("bplist00"));
         writeFile(path, binary);
@@ -100,8 +100,10 @@ private slots:
         QTest::addColumn<QByteArray>("content");
         QTest::newRow("empty file") << QByteArray();
         QTest::newRow("not xml") << QByteArray("hello world");
-        QTest::newRow("truncated xml") << PropertyList::toXml(QVariantMap{{QStringLiteral("a"), 1}}).left(120);
-        QTest::newRow("truncated binary") << toBinary(PropertyList::toXml(QVariantMap{{QStringLiteral("a"), 1}})).left(12);
+        QTest::newRow("truncated xml")
+            << PropertyList::toXml(QVariantMap{{QStringLiteral("a"), 1}}).left(120);
+        QTest::newRow("truncated binary")
+            << toBinary(PropertyList::toXml(QVariantMap{{QStringLiteral("a"), 1}})).left(12);
     }
     void unreadableInputReadsAsNothing()
     {
@@ -109,7 +111,8 @@ private slots:
         QTemporaryDir dir;
         const QString path = dir.filePath(QStringLiteral("bad.plist"));
         writeFile(path, content);
-        QVERIFY(!PropertyList::read(path).isValid() || PropertyList::readDictionary(path).isEmpty());
+        QVERIFY(!PropertyList::read(path).isValid() ||
+                PropertyList::readDictionary(path).isEmpty());
         QCOMPARE(PropertyList::readDictionary(path), QVariantMap());
         QCOMPARE(PropertyList::readArray(path), QVariantList());
         QVERIFY(!PropertyList::read(dir.filePath(QStringLiteral("missing.plist"))).isValid());
@@ -134,16 +137,20 @@ private slots:
         QVERIFY(QDir().mkdir(blocked));
         QVERIFY(!PropertyList::write(blocked, QVariantMap{{QStringLiteral("a"), 1}}));
         // a folder that does not exist
-        QVERIFY(!PropertyList::write(dir.filePath(QStringLiteral("nowhere/x.plist")), QVariantMap()));
+        QVERIFY(
+            !PropertyList::write(dir.filePath(QStringLiteral("nowhere/x.plist")), QVariantMap()));
         // a read-only folder keeps the file it has (root may write anyway)
         const QString sub = dir.filePath(QStringLiteral("ro"));
         QVERIFY(QDir().mkdir(sub));
         const QString kept = sub + QStringLiteral("/kept.plist");
-        QVERIFY(PropertyList::write(kept, QVariantMap{{QStringLiteral("v"), QStringLiteral("old")}}));
+        QVERIFY(
+            PropertyList::write(kept, QVariantMap{{QStringLiteral("v"), QStringLiteral("old")}}));
         QFile::setPermissions(sub, QFile::ReadOwner | QFile::ExeOwner);
-        const bool replaced = PropertyList::write(kept, QVariantMap{{QStringLiteral("v"), QStringLiteral("new")}});
+        const bool replaced =
+            PropertyList::write(kept, QVariantMap{{QStringLiteral("v"), QStringLiteral("new")}});
         const QString expected = replaced ? QStringLiteral("new") : QStringLiteral("old");
-        QCOMPARE(PropertyList::readDictionary(kept).value(QStringLiteral("v")).toString(), expected);
+        QCOMPARE(PropertyList::readDictionary(kept).value(QStringLiteral("v")).toString(),
+                 expected);
         QFile::setPermissions(sub, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         QCOMPARE(QDir(sub).entryList(QDir::Files), QStringList{QStringLiteral("kept.plist")});
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList());

@@ -34,14 +34,15 @@ void writeBytes(const QString &path, const QByteArray &bytes)
 
 QVariantMap routeRecord()
 {
-    return {{QStringLiteral("enable"), QStringLiteral("1")},
-            {QStringLiteral("start"), QStringLiteral("1700000000.000000")},
-            {QStringLiteral("end"), QStringLiteral("1700003600.000000")},
-            {QStringLiteral("s"), QStringLiteral("Central")},
-            {QStringLiteral("e"), QStringLiteral("Kowloon")},
-            {QStringLiteral("points"),
-             QVariantList{QVariantMap{{QStringLiteral("lat"), 22.5}, {QStringLiteral("lng"), 114.25}},
-                          QVariantMap{{QStringLiteral("lat"), -0.5}, {QStringLiteral("lng"), 114.0}}}}};
+    return {
+        {QStringLiteral("enable"), QStringLiteral("1")},
+        {QStringLiteral("start"), QStringLiteral("1700000000.000000")},
+        {QStringLiteral("end"), QStringLiteral("1700003600.000000")},
+        {QStringLiteral("s"), QStringLiteral("Central")},
+        {QStringLiteral("e"), QStringLiteral("Kowloon")},
+        {QStringLiteral("points"),
+         QVariantList{QVariantMap{{QStringLiteral("lat"), 22.5}, {QStringLiteral("lng"), 114.25}},
+                      QVariantMap{{QStringLiteral("lat"), -0.5}, {QStringLiteral("lng"), 114.0}}}}};
 }
 } // namespace
 
@@ -70,12 +71,18 @@ private slots:
     void fileNamesAreTheHooksOwn()
     {
         const QString dir = m_dir->path() + QLatin1Char('/');
-        QCOMPARE(PreferenceFiles::routeFile(), dir + QStringLiteral("com.velmora.trekmimex.route.plist"));
-        QCOMPARE(PreferenceFiles::locationFile(), dir + QStringLiteral("com.velmora.trekmimex.location.plist"));
-        QCOMPARE(PreferenceFiles::favoritesFile(), dir + QStringLiteral("com.velmora.trekmimex.favorites.plist"));
-        QCOMPARE(PreferenceFiles::whitelistFile(), dir + QStringLiteral("com.velmora.trekmimex.whitelist.plist"));
-        QCOMPARE(PreferenceFiles::masterFile(), dir + QStringLiteral("com.velmora.trekmimex.master.plist"));
-        QCOMPARE(PreferenceFiles::hideListFile(), dir + QStringLiteral("com.velmora.hushdeck.hidelist.plist"));
+        QCOMPARE(PreferenceFiles::routeFile(),
+                 dir + QStringLiteral("com.velmora.trekmimex.route.plist"));
+        QCOMPARE(PreferenceFiles::locationFile(),
+                 dir + QStringLiteral("com.velmora.trekmimex.location.plist"));
+        QCOMPARE(PreferenceFiles::favoritesFile(),
+                 dir + QStringLiteral("com.velmora.trekmimex.favorites.plist"));
+        QCOMPARE(PreferenceFiles::whitelistFile(),
+                 dir + QStringLiteral("com.velmora.trekmimex.whitelist.plist"));
+        QCOMPARE(PreferenceFiles::masterFile(),
+                 dir + QStringLiteral("com.velmora.trekmimex.master.plist"));
+        QCOMPARE(PreferenceFiles::hideListFile(),
+                 dir + QStringLiteral("com.velmora.hushdeck.hidelist.plist"));
     }
 
     void eachFileIsWrittenExactly()
@@ -86,9 +93,12 @@ private slots:
         TMPreferenceUtil::writeRoutePreference(routeRecord());
         COMPARE_GOLDEN("route.plist", PreferenceFiles::routeFile());
 
-        TMPreferenceUtil::addFavorite(FavoriteEntry::make(QStringLiteral(" Tour Eiffel & Champ-de-Mars\n"), 48.8584, 2.2945));
-        TMPreferenceUtil::addFavorite(FavoriteEntry::make(QStringLiteral(" \t\n "), -33.8568, 151.2153));
-        TMPreferenceUtil::addFavorite(FavoriteEntry::make(QStringLiteral("香港 <中环>"), 22.2846809, 114.1588));
+        TMPreferenceUtil::addFavorite(
+            FavoriteEntry::make(QStringLiteral(" Tour Eiffel & Champ-de-Mars\n"), 48.8584, 2.2945));
+        TMPreferenceUtil::addFavorite(
+            FavoriteEntry::make(QStringLiteral(" \t\n "), -33.8568, 151.2153));
+        TMPreferenceUtil::addFavorite(
+            FavoriteEntry::make(QStringLiteral("香港 <中环>"), 22.2846809, 114.1588));
         COMPARE_GOLDEN("favorites.plist", PreferenceFiles::favoritesFile());
 
         QVariantMap whitelist;
@@ -151,7 +161,8 @@ private slots:
         QVERIFY(TMPreferenceUtil::isLocationEnable());
         QCOMPARE(TMPreferenceUtil::locationLatitude(), 22.284681);
         TMPreferenceUtil::setLocationEnable(false);
-        QCOMPARE(TMPreferenceUtil::locationPreference().value(QStringLiteral("enable")), QVariant(QStringLiteral("0")));
+        QCOMPARE(TMPreferenceUtil::locationPreference().value(QStringLiteral("enable")),
+                 QVariant(QStringLiteral("0")));
         QCOMPARE(TMPreferenceUtil::locationLongitude(), 114.1588);
     }
 
@@ -160,7 +171,10 @@ private slots:
         PropertyList::write(PreferenceFiles::locationFile(),
                             QVariantMap{{QStringLiteral("hookVersion"), qint64(3)}});
         TMPreferenceUtil::setLocationEnable(true, 1.0, 2.0);
-        QCOMPARE(TMPreferenceUtil::locationPreference().value(QStringLiteral("hookVersion")).toLongLong(), 3);
+        QCOMPARE(TMPreferenceUtil::locationPreference()
+                     .value(QStringLiteral("hookVersion"))
+                     .toLongLong(),
+                 3);
     }
 
     void pannedCoordinatesNeverReachTheFile()
@@ -244,8 +258,10 @@ private slots:
     void hideListKeysOnly()
     {
         PropertyList::write(PreferenceFiles::hideListFile(),
-                            QVariantMap{{QStringLiteral("com.a"), false}, {QStringLiteral("com.b"), QStringLiteral("x")}});
-        QCOMPARE(HideList::bundleIdentifiers(), (QStringList{QStringLiteral("com.a"), QStringLiteral("com.b")}));
+                            QVariantMap{{QStringLiteral("com.a"), false},
+                                        {QStringLiteral("com.b"), QStringLiteral("x")}});
+        QCOMPARE(HideList::bundleIdentifiers(),
+                 (QStringList{QStringLiteral("com.a"), QStringLiteral("com.b")}));
     }
 };
 

@@ -57,9 +57,12 @@ private slots:
         QTest::newRow("not numeric") << QVariant(QStringLiteral("x")) << 0;
         QTest::newRow("leading number") << QVariant(QStringLiteral(" 12abc")) << 12;
         QTest::newRow("negative") << QVariant(QStringLiteral("-7")) << -7;
-        QTest::newRow("fraction dropped") << QVariant(QStringLiteral("1700000000.999999")) << 1700000000;
-        QTest::newRow("saturates high") << QVariant(QStringLiteral("99999999999")) << std::numeric_limits<int>::max();
-        QTest::newRow("saturates low") << QVariant(QStringLiteral("-99999999999")) << std::numeric_limits<int>::min();
+        QTest::newRow("fraction dropped")
+            << QVariant(QStringLiteral("1700000000.999999")) << 1700000000;
+        QTest::newRow("saturates high")
+            << QVariant(QStringLiteral("99999999999")) << std::numeric_limits<int>::max();
+        QTest::newRow("saturates low")
+            << QVariant(QStringLiteral("-99999999999")) << std::numeric_limits<int>::min();
         QTest::newRow("real truncates") << QVariant(-2.9) << -2;
         QTest::newRow("integer") << QVariant(qint64(42)) << 42;
         QTest::newRow("missing") << QVariant() << 0;

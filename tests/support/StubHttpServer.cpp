@@ -61,7 +61,8 @@ void StubHttpServer::serve(QTcpSocket *socket, QByteArray &buffer)
         m_requests.append(request);
         emit requestReceived();
 
-        const Response response = m_handler ? m_handler(request) : Response{404, "text/plain", "no handler", {}};
+        const Response response =
+            m_handler ? m_handler(request) : Response{404, "text/plain", "no handler", {}};
         if (response.status == 0)
             continue; // never answer
         QByteArray reply = "HTTP/1.1 " + QByteArray::number(response.status) + " Stub\r\n";

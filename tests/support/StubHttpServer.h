@@ -20,7 +20,7 @@ public:
     struct Request
     {
         QByteArray method;
-        QByteArray target; // path and query exactly as sent
+        QByteArray target;                     // path and query exactly as sent
         QHash<QByteArray, QByteArray> headers; // names in lower case
         QByteArray body;
         QUrl url() const;

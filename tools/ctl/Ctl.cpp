@@ -152,8 +152,7 @@ int runCtl(int argc, char **argv)
     parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsPositionalArguments);
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   QStringLiteral("Show this help."));
-    const QCommandLineOption json(QStringLiteral("json"),
-                                  QStringLiteral("Print results as JSON."));
+    const QCommandLineOption json(QStringLiteral("json"), QStringLiteral("Print results as JSON."));
     parser.addOption(help);
     parser.addOption(json);
     parser.addVersionOption();
@@ -211,7 +210,7 @@ int runCtl(int argc, char **argv)
             return status;
         }
     }
-    return context.fail(CtlBadInput,
-                        QStringLiteral("unknown command \"%1\"; run with --help for the list")
-                            .arg(name));
+    return context.fail(
+        CtlBadInput,
+        QStringLiteral("unknown command \"%1\"; run with --help for the list").arg(name));
 }

@@ -24,8 +24,8 @@ QString describeTime(const QVariant &value)
     const double seconds = StoredValue::doubleValue(value);
     const QDateTime time =
         QDateTime::fromMSecsSinceEpoch(qint64(seconds * 1000.0), QTimeZone::utc());
-    return QStringLiteral("%1 (%2)")
-        .arg(StoredValue::formatReal(seconds), time.toString(Qt::ISODate));
+    return QStringLiteral("%1 (%2)").arg(StoredValue::formatReal(seconds),
+                                         time.toString(Qt::ISODate));
 }
 } // namespace
 

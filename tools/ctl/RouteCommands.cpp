@@ -74,9 +74,10 @@ int where(CtlContext &context, const QStringList &args)
 
 void addRouteCommands(CtlCommandTable &table)
 {
-    table.append({QStringLiteral("route"), QStringLiteral("route show | route off"),
-                  QStringLiteral("Show the route record, or switch the trip off as the switch does."),
-                  route});
+    table.append(
+        {QStringLiteral("route"), QStringLiteral("route show | route off"),
+         QStringLiteral("Show the route record, or switch the trip off as the switch does."),
+         route});
     table.append({QStringLiteral("where"), QStringLiteral("where [--at EPOCH_SECONDS]"),
                   QStringLiteral("The point the route preview shows at that time (default now)."),
                   where});

@@ -77,8 +77,10 @@ int status(CtlContext &context, const QStringList &args)
             {QStringLiteral("mode"), mode},
             {QStringLiteral("location"), RecordJson::location()},
             {QStringLiteral("route"), RecordJson::route(route)},
-            {QStringLiteral("favorites"), RecordJson::favorites(TMPreferenceUtil::favoritePreference())},
-            {QStringLiteral("whitelist"), RecordJson::whitelist(TMPreferenceUtil::whitePreference())},
+            {QStringLiteral("favorites"),
+             RecordJson::favorites(TMPreferenceUtil::favoritePreference())},
+            {QStringLiteral("whitelist"),
+             RecordJson::whitelist(TMPreferenceUtil::whitePreference())},
         });
         return CtlOk;
     }
@@ -111,7 +113,8 @@ int mode(CtlContext &context, const QStringList &args)
     }
     const QString wanted = args.first();
     if (wanted != QLatin1String("route") && wanted != QLatin1String("spot"))
-        return context.fail(CtlBadInput, QStringLiteral("unknown mode \"%1\"; usage: %2").arg(wanted, usage));
+        return context.fail(CtlBadInput,
+                            QStringLiteral("unknown mode \"%1\"; usage: %2").arg(wanted, usage));
     if (wanted == modeName(current)) {
         context.out << wanted << Qt::endl;
         return CtlOk;
@@ -143,7 +146,8 @@ int spot(CtlContext &context, const QStringList &args)
 {
     const QString usage = QStringLiteral("spot on [LAT LNG] | spot off");
     if (args.isEmpty())
-        return context.fail(CtlBadInput, QStringLiteral("wrong number of arguments; usage: %1").arg(usage));
+        return context.fail(CtlBadInput,
+                            QStringLiteral("wrong number of arguments; usage: %1").arg(usage));
     const QString action = args.first();
     if (action == QLatin1String("off")) {
         if (!CtlArgs::count(context, args, 1, 1, usage))
@@ -151,7 +155,8 @@ int spot(CtlContext &context, const QStringList &args)
         TMPreferenceUtil::setLocationEnable(false);
     } else if (action == QLatin1String("on")) {
         if (args.size() != 1 && args.size() != 3)
-            return context.fail(CtlBadInput, QStringLiteral("wrong number of arguments; usage: %1").arg(usage));
+            return context.fail(CtlBadInput,
+                                QStringLiteral("wrong number of arguments; usage: %1").arg(usage));
         if (args.size() == 3) {
             const auto latitude = CtlArgs::latitude(context, args[1]);
             if (!latitude)
@@ -164,7 +169,8 @@ int spot(CtlContext &context, const QStringList &args)
             TMPreferenceUtil::setLocationEnable(true);
         }
     } else {
-        return context.fail(CtlBadInput, QStringLiteral("unknown action \"%1\"; usage: %2").arg(action, usage));
+        return context.fail(CtlBadInput,
+                            QStringLiteral("unknown action \"%1\"; usage: %2").arg(action, usage));
     }
     printLocation(context);
     return CtlOk;

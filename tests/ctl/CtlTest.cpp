@@ -1,0 +1,276 @@
+#include "TestMain.h"
+
+#include "settings/PreferenceFiles.h"
+#include "settings/PropertyList.h"
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+QStringList args(std::initializer_list<const char *> words)
+{
+    QStringList result;
+    for (const char *word : words)
+        result.append(QString::fromUtf8(word));
+    return result;
+}
+
+struct Run
+{
+    int status = -1;
+    QString out;
+    QString err;
+};
+
+QVariantMap routeRecord(qint64 start, qint64 end, int count)
+{
+    QVariantList points;
+    for (int i = 0; i < count; ++i)
+        points.append(
+            QVariantMap{{QStringLiteral("lat"), 10.0 + i}, {QStringLiteral("lng"), -20.0 - i}});
+    return {{QStringLiteral("enable"), QStringLiteral("1")},
+            {QStringLiteral("start"), QString::asprintf("%lld.500000", start)},
+            {QStringLiteral("end"), QString::asprintf("%lld.000000", end)},
+            {QStringLiteral("s"), QStringLiteral("A")},
+            {QStringLiteral("e"), QStringLiteral("B")},
+            {QStringLiteral("points"), points}};
+}
+} // namespace
+
+// trekmime-ctl as scripts use it: what it writes, prints, and answers.
+class CtlTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<QTemporaryDir> m_dir;
+
+    Run ctl(const QStringList &arguments)
+    {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"),
+                           m_dir->filePath(QStringLiteral("config")));
+        process.setProcessEnvironment(environment);
+        process.start(QStringLiteral(TREKMIME_CTL),
+                      QStringList{QStringLiteral("--preferences-dir"), m_dir->path()} + arguments);
+        process.waitForFinished(20000);
+        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+                QString::fromUtf8(process.readAllStandardOutput()),
+                QString::fromUtf8(process.readAllStandardError())};
+    }
+    QStringList files() const { return QDir(m_dir->path()).entryList(QDir::Files); }
+
+private slots:
+    void init()
+    {
+        m_dir = std::make_unique<QTemporaryDir>();
+        PreferenceFiles::setDirectory(m_dir->path());
+    }
+
+    void spotOnStoresTheContractsStrings()
+    {
+        const Run run = ctl({QStringLiteral("spot"), QStringLiteral("on"),
+                             QStringLiteral("22.2846809"), QStringLiteral("114.1588")});
+        QCOMPARE(run.status, 0);
+        QCOMPARE(PropertyList::readDictionary(PreferenceFiles::locationFile()),
+                 (QVariantMap{{QStringLiteral("enable"), QStringLiteral("1")},
+                              {QStringLiteral("latitude"), QStringLiteral("22.284681")},
+                              {QStringLiteral("longitude"), QStringLiteral("114.158800")}}));
+        QCOMPARE(ctl({QStringLiteral("spot"), QStringLiteral("off")}).status, 0);
+        QCOMPARE(PropertyList::readDictionary(PreferenceFiles::locationFile())
+                     .value(QStringLiteral("enable")),
+                 QVariant(QStringLiteral("0")));
+        QCOMPARE(PropertyList::readDictionary(PreferenceFiles::locationFile())
+                     .value(QStringLiteral("latitude")),
+                 QVariant(QStringLiteral("22.284681")));
+    }
+
+    void badInputWritesNothing_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("status");
+        QTest::newRow("latitude not a number") << args({"spot", "on", "north", "1"}) << 2;
+        QTest::newRow("latitude above 90") << args({"spot", "on", "90.5", "1"}) << 2;
+        QTest::newRow("longitude below -180") << args({"spot", "on", "1", "-180.01"}) << 2;
+        QTest::newRow("one coordinate") << args({"spot", "on", "1"}) << 2;
+        QTest::newRow("spot without action") << args({"spot"}) << 2;
+        QTest::newRow("unknown command") << args({"teleport"}) << 2;
+        QTest::newRow("unknown mode") << args({"mode", "plane"}) << 2;
+        QTest::newRow("favorite with nan") << args({"favorites", "add", "x", "nan", "1"}) << 2;
+        QTest::newRow("favorite missing longitude") << args({"favorites", "add", "x", "1"}) << 2;
+        QTest::newRow("remove index not a number") << args({"favorites", "remove", "first"}) << 2;
+        QTest::newRow("remove index out of range") << args({"favorites", "remove", "0"}) << 1;
+        QTest::newRow("remove negative index") << args({"favorites", "remove", "-1"}) << 1;
+        QTest::newRow("toggle without bundle") << args({"whitelist", "toggle"}) << 2;
+        QTest::newRow("route verb") << args({"route", "on"}) << 2;
+        QTest::newRow("where with a bad time") << args({"where", "--at", "soon"}) << 2;
+        QTest::newRow("no command") << QStringList() << 2;
+    }
+    void badInputWritesNothing()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, status);
+        const Run run = ctl(arguments);
+        QCOMPARE(run.status, status);
+        QVERIFY(run.out.isEmpty());
+        // one clear line (usage listings for a missing command aside)
+        if (!arguments.isEmpty())
+            QCOMPARE(run.err.count(QLatin1Char('\n')), 1);
+        QCOMPARE(files(), QStringList());
+    }
+
+    void modeChangesAsTheButtonsDo()
+    {
+        QCOMPARE(ctl({QStringLiteral("mode")}).out.trimmed(), QStringLiteral("route"));
+        PropertyList::write(PreferenceFiles::routeFile(), routeRecord(0, 10, 2));
+        Run run = ctl({QStringLiteral("mode"), QStringLiteral("spot")});
+        QCOMPARE(run.status, 1);
+        QVERIFY(run.err.contains(
+            QStringLiteral("Trekmime is working,please turn off the Trekmime first!")));
+        QVERIFY(!QFile::exists(PreferenceFiles::masterFile()));
+
+        QCOMPARE(ctl({QStringLiteral("route"), QStringLiteral("off")}).status, 0);
+        QCOMPARE(ctl({QStringLiteral("mode"), QStringLiteral("spot")}).status, 0);
+        QCOMPARE(PropertyList::readDictionary(PreferenceFiles::masterFile()),
+                 (QVariantMap{{QStringLiteral("mode"), QStringLiteral("1")}}));
+
+        QCOMPARE(ctl({QStringLiteral("spot"), QStringLiteral("on")}).status, 0);
+        run = ctl({QStringLiteral("mode"), QStringLiteral("route")});
+        QCOMPARE(run.status, 1);
+        QVERIFY(run.err.contains(
+            QStringLiteral("Spotmime is working,please turn off the Spotmime first!")));
+        QCOMPARE(ctl({QStringLiteral("--json"), QStringLiteral("mode")}).out.simplified(),
+                 QStringLiteral("{ \"mode\": 1 }"));
+    }
+
+    void routeOffChangesOnlyTheFlag()
+    {
+        const QVariantMap before = routeRecord(1000, 2000, 3);
+        PropertyList::write(PreferenceFiles::routeFile(), before);
+        QCOMPARE(ctl({QStringLiteral("route"), QStringLiteral("off")}).status, 0);
+        QVariantMap expected = before;
+        expected.insert(QStringLiteral("enable"), QStringLiteral("0"));
+        QCOMPARE(PropertyList::readDictionary(PreferenceFiles::routeFile()), expected);
+    }
+
+    void favoritesAndWhitelist()
+    {
+        QCOMPARE(ctl(args({"favorites", "add", "  Home\t", "48.85", "2.29"})).status, 0);
+        QCOMPARE(ctl(args({"favorites", "add", "   ", "-1", "-2"})).status, 0);
+        QCOMPARE(ctl(args({"favorites", "add", "Work", "1", "2"})).status, 0);
+        QCOMPARE(ctl(args({"favorites", "remove", "0"})).status, 0);
+        const QVariantList favorites = PropertyList::readArray(PreferenceFiles::favoritesFile());
+        QCOMPARE(favorites.size(), 2);
+        QCOMPARE(favorites[0].toMap().value(QStringLiteral("name")),
+                 QVariant(QStringLiteral("Unknow")));
+        QCOMPARE(favorites[0].toMap().value(QStringLiteral("latitude")),
+                 QVariant(QStringLiteral("-1.000000")));
+        QCOMPARE(favorites[1].toMap().value(QStringLiteral("name")),
+                 QVariant(QStringLiteral("Work")));
+
+        QCOMPARE(ctl(args({"whitelist", "toggle", "com.example.maps"})).out.trimmed(),
+                 QStringLiteral("com.example.maps\ton"));
+        QCOMPARE(ctl(args({"whitelist", "toggle", "com.example.maps"})).out.trimmed(),
+                 QStringLiteral("com.example.maps\toff"));
+        QCOMPARE(PropertyList::readDictionary(PreferenceFiles::whitelistFile()),
+                 (QVariantMap{{QStringLiteral("com.example.maps"), false}}));
+    }
+
+    void statusAsJson()
+    {
+        PropertyList::write(PreferenceFiles::routeFile(), routeRecord(1000, 2000, 4));
+        ctl(args({"spot", "on", "22.2846809", "114.1588"}));
+        ctl(args({"favorites", "add", "Home", "1.5", "2.5"}));
+        ctl(args({"whitelist", "toggle", "com.a"}));
+        const Run run = ctl(args({"--json", "status"}));
+        QCOMPARE(run.status, 0);
+        const QJsonObject status = QJsonDocument::fromJson(run.out.toUtf8()).object();
+        QCOMPARE(status.value(QStringLiteral("mode")).toInt(-1), 0);
+        const QJsonObject location = status.value(QStringLiteral("location")).toObject();
+        QCOMPARE(location.value(QStringLiteral("enable")).toBool(), true);
+        QCOMPARE(location.value(QStringLiteral("latitude")).toDouble(), 22.284681);
+        const QJsonObject route = status.value(QStringLiteral("route")).toObject();
+        QCOMPARE(route.value(QStringLiteral("start")).toDouble(), 1000.5);
+        QCOMPARE(route.value(QStringLiteral("points")).toInt(), 4);
+        QCOMPARE(route.value(QStringLiteral("s")).toString(), QStringLiteral("A"));
+        QCOMPARE(status.value(QStringLiteral("favorites"))
+                     .toArray()
+                     .first()
+                     .toObject()
+                     .value(QStringLiteral("name"))
+                     .toString(),
+                 QStringLiteral("Home"));
+        QCOMPARE(status.value(QStringLiteral("whitelist"))
+                     .toObject()
+                     .value(QStringLiteral("com.a"))
+                     .toBool(),
+                 true);
+
+        PropertyList::write(PreferenceFiles::routeFile(), QVariantMap());
+        const QJsonObject empty =
+            QJsonDocument::fromJson(ctl(args({"--json", "status"})).out.toUtf8()).object();
+        QVERIFY(
+            empty.value(QStringLiteral("route")).toObject().value(QStringLiteral("s")).isNull());
+    }
+
+    void whereFollowsThePreviewArithmetic_data()
+    {
+        QTest::addColumn<qint64>("start");
+        QTest::addColumn<qint64>("end");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<QString>("at");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("printed");
+        QTest::newRow("before the start: first point")
+            << 1000ll << 2000ll << 10 << QStringLiteral("999.9") << 0
+            << QStringLiteral("10.000000 -20.000000");
+        QTest::newRow("the start itself is proportional")
+            << 1000ll << 2000ll << 10 << QStringLiteral("1000") << 0
+            << QStringLiteral("10.000000 -20.000000");
+        QTest::newRow("halfway") << 1000ll << 2000ll << 10 << QStringLiteral("1500") << 0
+                                 << QStringLiteral("15.000000 -25.000000");
+        QTest::newRow("index truncates toward zero")
+            << 1000ll << 2000ll << 10 << QStringLiteral("1199.99") << 0
+            << QStringLiteral("11.000000 -21.000000");
+        QTest::newRow("end reached: last point") << 1000ll << 2000ll << 10 << QStringLiteral("2000")
+                                                 << 0 << QStringLiteral("19.000000 -29.000000");
+        QTest::newRow("equal times pass to the last point")
+            << 1500ll << 1500ll << 10 << QStringLiteral("1500") << 0
+            << QStringLiteral("19.000000 -29.000000");
+        // (1000000 x 5000) wraps to 705032704 in 32 bits: index 352, not 2500
+        QTest::newRow("long trip wraps") << 0ll << 2000000ll << 5000 << QStringLiteral("1000000")
+                                         << 0 << QStringLiteral("362.000000 -372.000000");
+        // (1000000 x 3000) wraps negative: outside the list
+        QTest::newRow("wrapped index outside the list")
+            << 0ll << 2000000ll << 3000 << QStringLiteral("1000000") << 1 << QStringLiteral("");
+        QTest::newRow("no points: latitude 0, longitude 0")
+            << 1000ll << 2000ll << 0 << QStringLiteral("1500") << 0
+            << QStringLiteral("0.000000 0.000000");
+    }
+    void whereFollowsThePreviewArithmetic()
+    {
+        QFETCH(qint64, start);
+        QFETCH(qint64, end);
+        QFETCH(int, count);
+        QFETCH(QString, at);
+        QFETCH(int, status);
+        QFETCH(QString, printed);
+        PropertyList::write(PreferenceFiles::routeFile(), routeRecord(start, end, count));
+        const Run run = ctl({QStringLiteral("where"), QStringLiteral("--at"), at});
+        QCOMPARE(run.status, status);
+        QCOMPARE(run.out.trimmed(), printed);
+        if (status != 0)
+            QVERIFY(run.err.contains(QStringLiteral("outside")));
+    }
+};
+
+TREKMIME_TEST(CtlTest)
+#include "CtlTest.moc"

@@ -1,0 +1,193 @@
+#include "TestMain.h"
+#include "TestServices.h"
+
+#include "route/TrekmimeViewController.h"
+#include "settings/MasterRecord.h"
+#include "settings/PreferenceFiles.h"
+#include "settings/PropertyList.h"
+#include "settings/TMPreferenceUtil.h"
+#include "shell/AppDelegate.h"
+#include "shell/AppWindow.h"
+#include "spot/SpotmimeViewController.h"
+
+#include <QDir>
+#include <QFile>
+#include <QPointer>
+#include <QPushButton>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+const QString routeBusy = QStringLiteral("Trekmime is working,please turn off the Trekmime first!");
+const QString spotBusy = QStringLiteral("Spotmime is working,please turn off the Spotmime first!");
+
+QByteArray bytesOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QVariantMap routeOn()
+{
+    return {{QStringLiteral("enable"), QStringLiteral("1")},
+            {QStringLiteral("s"), QStringLiteral("Central")}};
+}
+} // namespace
+
+// Launch, becoming active and the two mode buttons.
+class ModeSwitchTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<TestServices> m_world;
+    std::unique_ptr<AppDelegate> m_delegate;
+
+    AppDelegate &launch()
+    {
+        m_delegate = std::make_unique<AppDelegate>(m_world->services());
+        const bool launched = m_delegate->didFinishLaunching();
+        Q_ASSERT(launched);
+        return *m_delegate;
+    }
+    QWidget *root() const { return m_delegate->window()->rootViewController(); }
+    void pressModeButton()
+    {
+        auto *button = root()->findChild<QPushButton *>(QStringLiteral("btn_exchange"));
+        QVERIFY(button);
+        QTest::mouseClick(button, Qt::LeftButton);
+    }
+
+private slots:
+    void init() { m_world = std::make_unique<TestServices>(); }
+    void cleanup()
+    {
+        m_delegate.reset();
+        m_world.reset();
+    }
+
+    void launchShowsTheStoredModesScreen_data()
+    {
+        QTest::addColumn<QVariant>("mode");
+        QTest::addColumn<bool>("routeScreen");
+        QTest::newRow("first start, no files") << QVariant() << true;
+        QTest::newRow("mode 0") << QVariant(QStringLiteral("0")) << true;
+        QTest::newRow("mode 1") << QVariant(QStringLiteral("1")) << false;
+        QTest::newRow("mode 2") << QVariant(QStringLiteral("2")) << false;
+        QTest::newRow("mode x") << QVariant(QStringLiteral("x")) << true;
+    }
+    void launchShowsTheStoredModesScreen()
+    {
+        QFETCH(QVariant, mode);
+        QFETCH(bool, routeScreen);
+        if (mode.isValid())
+            PropertyList::write(PreferenceFiles::masterFile(),
+                                QVariantMap{{QStringLiteral("mode"), mode}});
+        AppDelegate &delegate = launch();
+        QVERIFY(delegate.window()->isVisible());
+        QWidget *expected = routeScreen ? static_cast<QWidget *>(delegate.trekmimeController())
+                                        : static_cast<QWidget *>(delegate.locationController());
+        QCOMPARE(root(), expected);
+        QVERIFY(expected->isVisible());
+        // launching never writes a file
+        QCOMPARE(QFile::exists(PreferenceFiles::masterFile()), mode.isValid());
+    }
+
+    void becomingActiveRefreshesTheStoredModesScreen()
+    {
+        AppDelegate &delegate = launch();
+        TMPreferenceUtil::writeRoutePreference(routeOn());
+        delegate.applicationDidBecomeActive();
+        QCOMPARE(delegate.trekmimeController()->preferences(), routeOn());
+
+        // the mode on disk now says fixed location: the route screen on
+        // display is no longer refreshed
+        MasterRecord::write(MasterRecord::LocationMode);
+        TMPreferenceUtil::writeRoutePreference({});
+        delegate.applicationDidBecomeActive();
+        QCOMPARE(delegate.trekmimeController()->preferences(), routeOn());
+        QCOMPARE(root(), delegate.trekmimeController());
+    }
+
+    void routeButtonIsRefusedWhileItsRecordIsOn()
+    {
+        TMPreferenceUtil::writeRoutePreference(routeOn());
+        MasterRecord::write(MasterRecord::RouteMode);
+        const QByteArray masterBefore = bytesOf(PreferenceFiles::masterFile());
+        AppDelegate &delegate = launch();
+
+        pressModeButton();
+
+        QCOMPARE(m_world->alerts.messages(), QStringList{routeBusy});
+        const Alert &alert = m_world->alerts.alerts().first();
+        QVERIFY(alert.title.isEmpty());
+        QCOMPARE(alert.buttons, QStringList{QStringLiteral("OK")});
+        QCOMPARE(bytesOf(PreferenceFiles::masterFile()), masterBefore);
+        QCOMPARE(root(), delegate.trekmimeController());
+    }
+
+    void routeButtonTrustsItsMemoryNotTheFile()
+    {
+        AppDelegate &delegate = launch();
+        // switched on behind the screen's back, after it last read the file
+        TMPreferenceUtil::writeRoutePreference(routeOn());
+        pressModeButton();
+        QVERIFY(m_world->alerts.alerts().isEmpty());
+        QCOMPARE(root(), delegate.locationController());
+        QCOMPARE(PropertyList::readDictionary(PreferenceFiles::masterFile()),
+                 (QVariantMap{{QStringLiteral("mode"), QStringLiteral("1")}}));
+    }
+
+    void spotButtonAsksTheLocationFile()
+    {
+        MasterRecord::write(MasterRecord::LocationMode);
+        AppDelegate &delegate = launch();
+        TMPreferenceUtil::setLocationEnable(true, 1.0, 2.0);
+        pressModeButton();
+        QCOMPARE(m_world->alerts.messages(), QStringList{spotBusy});
+        QCOMPARE(root(), delegate.locationController());
+        QCOMPARE(MasterRecord::readMode(), 1);
+
+        TMPreferenceUtil::setLocationEnable(false);
+        pressModeButton();
+        QCOMPARE(m_world->alerts.alerts().size(), 1);
+        QCOMPARE(root(), delegate.trekmimeController());
+        QCOMPARE(bytesOf(PreferenceFiles::masterFile()).contains("<string>0</string>"), true);
+    }
+
+    void switchingKeepsBothScreensAndDropsOtherMasterKeys()
+    {
+        PropertyList::write(PreferenceFiles::masterFile(),
+                            QVariantMap{{QStringLiteral("mode"), QStringLiteral("0")},
+                                        {QStringLiteral("theme"), QStringLiteral("dark")}});
+        AppDelegate &delegate = launch();
+        QPointer<QWidget> route = delegate.trekmimeController();
+        QPointer<QWidget> spot = delegate.locationController();
+
+        pressModeButton();
+        QCOMPARE(PropertyList::readDictionary(PreferenceFiles::masterFile()).keys(),
+                 QStringList{QStringLiteral("mode")});
+        pressModeButton();
+        pressModeButton();
+        QCOMPARE(root(), spot.data());
+        QVERIFY(route && spot);
+        QCOMPARE(delegate.trekmimeController(), route.data());
+        QVERIFY(!route->isVisible());
+    }
+
+    void aFailedMasterWriteStillSwapsTheScreen()
+    {
+        AppDelegate &delegate = launch();
+        QVERIFY(QDir().mkpath(PreferenceFiles::masterFile())); // cannot be replaced
+        pressModeButton();
+        QCOMPARE(root(), delegate.locationController());
+        QCOMPARE(MasterRecord::readMode(), 0);
+        // back in the foreground, the stored mode's screen is refreshed
+        delegate.applicationDidBecomeActive();
+        QVERIFY(m_world->alerts.alerts().isEmpty());
+    }
+};
+
+TREKMIME_TEST(ModeSwitchTest)
+#include "ModeSwitchTest.moc"
