@@ -64,7 +64,9 @@ QVariant toVariant(plist_t node, KeyCache &keys)
                 free(key);
                 break;
             }
-            map.insert(keys.key(key), toVariant(value, keys));
+            // keys arrive sorted when the file came from us or the platform,
+            // so appending at the end is the cheap case
+            map.insert(map.cend(), keys.key(key), toVariant(value, keys));
             free(key);
         }
         free(it);
@@ -120,40 +122,64 @@ QVariant toVariant(plist_t node, KeyCache &keys)
     }
 }
 
-plist_t fromVariant(const QVariant &value);
+// The write-side twin of KeyCache: the UTF-8 form of the few keys that
+// repeat in every route point.
+class Utf8Cache
+{
+public:
+    const QByteArray &utf8(const QString &key)
+    {
+        for (const auto &entry : m_entries) {
+            if (entry.first == key)
+                return entry.second;
+        }
+        m_scratch = key.toUtf8();
+        if (key.size() <= 8 && m_entries.size() < 32) {
+            m_entries.emplace_back(key, m_scratch);
+            return m_entries.back().second;
+        }
+        return m_scratch;
+    }
 
-plist_t dictFromPairs(const QVariantMap &map)
+private:
+    std::vector<std::pair<QString, QByteArray>> m_entries;
+    QByteArray m_scratch;
+};
+
+plist_t fromVariant(const QVariant &value, Utf8Cache &keys);
+
+plist_t dictFromPairs(const QVariantMap &map, Utf8Cache &keys)
 {
     plist_t dict = plist_new_dict();
     // QVariantMap iterates in key order, which is the order the platform's
     // own writer uses for dictionary keys.
     for (auto it = map.cbegin(); it != map.cend(); ++it) {
-        if (plist_t item = fromVariant(it.value()))
-            plist_dict_set_item(dict, it.key().toUtf8().constData(), item);
+        if (plist_t item = fromVariant(it.value(), keys))
+            plist_dict_set_item(dict, keys.utf8(it.key()).constData(), item);
     }
     return dict;
 }
 
-plist_t fromVariant(const QVariant &value)
+plist_t fromVariant(const QVariant &value, Utf8Cache &keys)
 {
     switch (value.metaType().id()) {
     case QMetaType::UnknownType:
         return nullptr;
     case QMetaType::QVariantMap:
-        return dictFromPairs(value.toMap());
+        return dictFromPairs(*static_cast<const QVariantMap *>(value.constData()), keys);
     case QMetaType::QVariantHash: {
         const QVariantHash hash = value.toHash();
         QVariantMap map;
         for (auto it = hash.cbegin(); it != hash.cend(); ++it)
             map.insert(it.key(), it.value());
-        return dictFromPairs(map);
+        return dictFromPairs(map, keys);
     }
     case QMetaType::QVariantList:
     case QMetaType::QStringList: {
         const QVariantList list = value.toList();
         plist_t array = plist_new_array();
         for (const QVariant &item : list) {
-            if (plist_t node = fromVariant(item))
+            if (plist_t node = fromVariant(item, keys))
                 plist_array_append_item(array, node);
         }
         return array;
@@ -227,7 +253,8 @@ QVariantList PropertyList::readArray(const QString &path)
 
 QByteArray PropertyList::toXml(const QVariant &root)
 {
-    PlistPtr node(fromVariant(root));
+    Utf8Cache keys;
+    PlistPtr node(fromVariant(root, keys));
     if (!node)
         return {};
     char *xml = nullptr;

@@ -1,0 +1,110 @@
+// Writing and reading a route record of many points through the store, next
+// to libplist's own XML conversion of the same tree: the store's overhead on
+// top of the library is the conversion to and from Qt values and the atomic
+// file replacement.
+
+#include "settings/PreferenceFiles.h"
+#include "settings/PropertyList.h"
+#include "settings/TMPreferenceUtil.h"
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+#include <plist/plist.h>
+
+namespace {
+
+QVariantMap routeRecord(int count)
+{
+    QVariantList points;
+    points.reserve(count);
+    for (int i = 0; i < count; ++i) {
+        points.append(QVariantMap{{QStringLiteral("lat"), 22.2846809 + i * 1.37e-5},
+                                  {QStringLiteral("lng"), 114.1588 + i * 2.11e-5}});
+    }
+    return {{QStringLiteral("enable"), QStringLiteral("1")},
+            {QStringLiteral("start"), QStringLiteral("1700000000.000000")},
+            {QStringLiteral("end"), QStringLiteral("1700003600.000000")},
+            {QStringLiteral("s"), QStringLiteral("Central, Hong Kong")},
+            {QStringLiteral("e"), QStringLiteral("Tsim Sha Tsui, Kowloon")},
+            {QStringLiteral("points"), points}};
+}
+
+plist_t routeTree(int count)
+{
+    plist_t root = nullptr;
+    const QByteArray xml = PropertyList::toXml(routeRecord(count));
+    plist_from_xml(xml.constData(), uint32_t(xml.size()), &root);
+    return root;
+}
+
+struct Folder
+{
+    QTemporaryDir dir;
+    Folder() { PreferenceFiles::setDirectory(dir.path()); }
+};
+
+void BM_RouteRecordWrite(benchmark::State &state)
+{
+    Folder folder;
+    const QVariantMap record = routeRecord(int(state.range(0)));
+    for (auto _ : state)
+        TMPreferenceUtil::writeRoutePreference(record);
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void BM_RouteRecordRead(benchmark::State &state)
+{
+    Folder folder;
+    TMPreferenceUtil::writeRoutePreference(routeRecord(int(state.range(0))));
+    for (auto _ : state) {
+        QVariantMap record = TMPreferenceUtil::routePreference();
+        benchmark::DoNotOptimize(record);
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void BM_LibplistToXml(benchmark::State &state)
+{
+    plist_t root = routeTree(int(state.range(0)));
+    for (auto _ : state) {
+        char *xml = nullptr;
+        uint32_t length = 0;
+        plist_to_xml(root, &xml, &length);
+        benchmark::DoNotOptimize(xml);
+        plist_to_xml_free(xml);
+    }
+    plist_free(root);
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void BM_LibplistFromXml(benchmark::State &state)
+{
+    const QByteArray xml = PropertyList::toXml(routeRecord(int(state.range(0))));
+    for (auto _ : state) {
+        plist_t root = nullptr;
+        plist_from_xml(xml.constData(), uint32_t(xml.size()), &root);
+        benchmark::DoNotOptimize(root);
+        plist_free(root);
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+} // namespace
+
+BENCHMARK(BM_RouteRecordWrite)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_RouteRecordRead)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_LibplistToXml)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_LibplistFromXml)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
