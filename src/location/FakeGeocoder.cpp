@@ -1,0 +1,45 @@
+#include "location/FakeGeocoder.h"
+
+#include <QTimer>
+
+void FakeGeocoder::reverseGeocodeLocation(const Coordinate &location, Completion completion)
+{
+    m_reverseRequests.append(location);
+    answerLater(m_reverse.value(location, GeocoderAnswer::failure(QStringLiteral("not found"))),
+                std::move(completion));
+}
+
+void FakeGeocoder::geocodeAddressString(const QString &address, Completion completion)
+{
+    m_forwardRequests.append(address);
+    answerLater(m_forward.value(address, GeocoderAnswer::failure(QStringLiteral("not found"))),
+                std::move(completion));
+}
+
+void FakeGeocoder::setAddress(const Coordinate &location, const QString &addressLine)
+{
+    setReverseAnswer(
+        location, GeocoderAnswer::found({GeocoderPlacemark{QStringList{addressLine}, location}}));
+}
+
+void FakeGeocoder::setCoordinate(const QString &address, const Coordinate &location)
+{
+    setForwardAnswer(address,
+                     GeocoderAnswer::found({GeocoderPlacemark{QStringList{address}, location}}));
+}
+
+void FakeGeocoder::setReverseAnswer(const Coordinate &location, const GeocoderAnswer &answer)
+{
+    m_reverse.insert(location, answer);
+}
+
+void FakeGeocoder::setForwardAnswer(const QString &address, const GeocoderAnswer &answer)
+{
+    m_forward.insert(address, answer);
+}
+
+void FakeGeocoder::answerLater(const GeocoderAnswer &answer, Completion completion)
+{
+    QTimer::singleShot(0, this,
+                       [answer, completion = std::move(completion)] { completion(answer); });
+}

@@ -1,0 +1,54 @@
+#include "location/FakePositionSource.h"
+
+#include <QTimer>
+
+void FakePositionSource::startUpdatingLocation()
+{
+    m_running = true;
+    ++m_starts;
+    if (!m_script)
+        return;
+    QTimer::singleShot(0, this, [this, outcome = *m_script] {
+        if (outcome.fix)
+            deliver(*outcome.fix);
+        else
+            fail(outcome.errorCode, outcome.errorDescription);
+    });
+}
+
+void FakePositionSource::stopUpdatingLocation()
+{
+    m_running = false;
+    ++m_stops;
+}
+
+bool FakePositionSource::deliver(const PositionFix &fix)
+{
+    if (!m_running)
+        return false;
+    emit locationUpdated(fix);
+    return true;
+}
+
+bool FakePositionSource::deliver(double latitude, double longitude, double horizontalAccuracy)
+{
+    return deliver(PositionFix{Coordinate{latitude, longitude}, horizontalAccuracy});
+}
+
+bool FakePositionSource::deliverInvalid()
+{
+    return deliver(PositionFix{Coordinate{}, -1.0});
+}
+
+bool FakePositionSource::fail(int code, const QString &description)
+{
+    if (!m_running)
+        return false;
+    emit failed(code, description);
+    return true;
+}
+
+bool FakePositionSource::denyAccess(const QString &description)
+{
+    return fail(AccessDenied, description);
+}

@@ -1,0 +1,47 @@
+#include "location/FakePositionSourceFactory.h"
+
+PositionSource *FakePositionSourceFactory::create(QObject *parent)
+{
+    auto *source = new FakePositionSource(parent);
+    source->setServicesEnabled(m_enabled);
+    source->setScript(m_script);
+    m_sources.append(source);
+    return source;
+}
+
+void FakePositionSourceFactory::setServicesEnabled(bool on)
+{
+    m_enabled = on;
+    for (FakePositionSource *source : sources())
+        source->setServicesEnabled(on);
+}
+
+void FakePositionSourceFactory::setScript(std::optional<FakePositionSource::Outcome> outcome)
+{
+    m_script = outcome;
+    for (FakePositionSource *source : sources())
+        source->setScript(outcome);
+}
+
+void FakePositionSourceFactory::scriptFix(double latitude, double longitude,
+                                          double horizontalAccuracy)
+{
+    setScript(FakePositionSource::Outcome{
+        PositionFix{Coordinate{latitude, longitude}, horizontalAccuracy}, 0, QString()});
+}
+
+QList<FakePositionSource *> FakePositionSourceFactory::sources() const
+{
+    QList<FakePositionSource *> alive;
+    for (const QPointer<FakePositionSource> &source : m_sources) {
+        if (source)
+            alive.append(source);
+    }
+    return alive;
+}
+
+FakePositionSource *FakePositionSourceFactory::last() const
+{
+    const QList<FakePositionSource *> alive = sources();
+    return alive.isEmpty() ? nullptr : alive.last();
+}

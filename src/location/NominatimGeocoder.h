@@ -1,0 +1,53 @@
+#pragma once
+
+#include "location/Geocoder.h"
+#include "location/RequestPacer.h"
+
+#include <QCache>
+#include <QHash>
+#include <QObject>
+#include <QUrl>
+
+class QNetworkAccessManager;
+class QNetworkReply;
+struct Services;
+
+// The geocoder over a Nominatim service ("/search" and "/reverse", JSON
+// version 2, in the user's language). As the public service asks, it names
+// itself in the User-Agent, sends at most one request a second and keeps
+// answers in memory, so a place looked up again costs nothing. Equal
+// requests waiting at the same time share one trip to the service.
+class NominatimGeocoder : public QObject, public Geocoder
+{
+    Q_OBJECT
+
+public:
+    NominatimGeocoder(QNetworkAccessManager *network, const QUrl &endpoint,
+                      const QString &userAgent, QObject *parent = nullptr);
+    static NominatimGeocoder *fromServices(const Services &services, QObject *parent = nullptr);
+
+    void reverseGeocodeLocation(const Coordinate &location, Completion completion) override;
+    void geocodeAddressString(const QString &address, Completion completion) override;
+
+    RequestPacer &pacer() { return m_pacer; }
+    // How long one request may take; 20 seconds unless changed.
+    void setTimeout(int msecs) { m_timeout = msecs; }
+
+    // The answer a service response means: `status` is the HTTP status (0
+    // for none), `body` what came with it.
+    static GeocoderAnswer answerFor(int status, const QByteArray &body);
+
+private:
+    void request(const QUrl &url, Completion completion);
+    void send(const QUrl &url);
+    void answer(const QUrl &url, const GeocoderAnswer &answer, bool keep);
+    QUrl url(const QString &path, const QList<QPair<QString, QString>> &query) const;
+
+    QNetworkAccessManager *m_network;
+    QUrl m_endpoint;
+    QString m_userAgent;
+    RequestPacer m_pacer;
+    int m_timeout = 20000;
+    QCache<QUrl, GeocoderAnswer> m_cache{512};
+    QHash<QUrl, QList<Completion>> m_waiting;
+};

@@ -1,0 +1,106 @@
+#include "location/QtPositionSource.h"
+
+#include <QFile>
+#include <QNmeaPositionInfoSource>
+#include <QTimer>
+
+QtPositionSource::QtPositionSource(QGeoPositionInfoSource *source, QObject *parent)
+    : PositionSource(parent), m_source(source)
+{
+    if (!m_source)
+        return;
+    m_source->setParent(this);
+    m_source->setPreferredPositioningMethods(QGeoPositionInfoSource::AllPositioningMethods);
+    connect(m_source, &QGeoPositionInfoSource::positionUpdated, this,
+            [this](const QGeoPositionInfo &info) {
+                if (m_running)
+                    emit locationUpdated(fixFrom(info));
+            });
+    connect(m_source, &QGeoPositionInfoSource::errorOccurred, this, &QtPositionSource::onError);
+}
+
+QtPositionSource *QtPositionSource::createDefault(QObject *parent)
+{
+    return new QtPositionSource(QGeoPositionInfoSource::createDefaultSource(nullptr), parent);
+}
+
+QtPositionSource *QtPositionSource::createNmeaReplay(const QString &file, QObject *parent)
+{
+    auto *log = new QFile(file);
+    if (!log->open(QIODevice::ReadOnly)) {
+        delete log;
+        return new QtPositionSource(nullptr, parent);
+    }
+    auto *nmea = new QNmeaPositionInfoSource(QNmeaPositionInfoSource::SimulationMode);
+    log->setParent(nmea);
+    nmea->setDevice(log);
+    return new QtPositionSource(nmea, parent);
+}
+
+bool QtPositionSource::locationServicesEnabled() const
+{
+    return m_source && m_source->error() != QGeoPositionInfoSource::AccessError &&
+           m_source->error() != QGeoPositionInfoSource::ClosedError;
+}
+
+void QtPositionSource::startUpdatingLocation()
+{
+    if (!m_source) {
+        // reported later, as a real source would
+        QTimer::singleShot(0, this, [this] {
+            emit failed(UnknownError, describe(QGeoPositionInfoSource::ClosedError));
+        });
+        return;
+    }
+    m_running = true;
+    m_source->startUpdates();
+}
+
+void QtPositionSource::stopUpdatingLocation()
+{
+    m_running = false;
+    if (m_source)
+        m_source->stopUpdates();
+}
+
+PositionFix QtPositionSource::fixFrom(const QGeoPositionInfo &info)
+{
+    PositionFix fix;
+    const QGeoCoordinate coordinate = info.coordinate();
+    fix.coordinate = Coordinate{coordinate.latitude(), coordinate.longitude()};
+    if (!info.isValid() || !coordinate.isValid())
+        fix.horizontalAccuracy = -1.0;
+    else if (info.hasAttribute(QGeoPositionInfo::HorizontalAccuracy))
+        fix.horizontalAccuracy = info.attribute(QGeoPositionInfo::HorizontalAccuracy);
+    else
+        fix.horizontalAccuracy = 0.0; // a position without a stated accuracy is taken as given
+    return fix;
+}
+
+int QtPositionSource::codeFor(QGeoPositionInfoSource::Error error)
+{
+    return error == QGeoPositionInfoSource::AccessError ? AccessDenied : UnknownError;
+}
+
+QString QtPositionSource::describe(QGeoPositionInfoSource::Error error)
+{
+    switch (error) {
+    case QGeoPositionInfoSource::AccessError:
+        return tr("Access to the device position was denied.");
+    case QGeoPositionInfoSource::ClosedError:
+        return tr("The position source is closed or not available.");
+    case QGeoPositionInfoSource::UpdateTimeoutError:
+        return tr("No position arrived in time.");
+    case QGeoPositionInfoSource::UnknownSourceError:
+    case QGeoPositionInfoSource::NoError:
+        break;
+    }
+    return tr("The position source failed.");
+}
+
+void QtPositionSource::onError(QGeoPositionInfoSource::Error error)
+{
+    if (error == QGeoPositionInfoSource::NoError)
+        return;
+    emit failed(codeFor(error), describe(error));
+}
