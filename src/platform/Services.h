@@ -10,6 +10,7 @@ class DirectionsService;
 class Geocoder;
 class PositionSourceFactory;
 class QNetworkAccessManager;
+class TileSource;
 class UrlOpener;
 
 // Everything a screen or service may ask of the outside world, handed down
@@ -23,6 +24,7 @@ struct Services
     UrlOpener *urlOpener = nullptr;
     QNetworkAccessManager *network = nullptr;
     PositionSourceFactory *positionSources = nullptr;
+    TileSource *tiles = nullptr; // nullptr: the map shows its grid only
     Geocoder *geocoder = nullptr;
     DirectionsService *directions = nullptr;
     ApplicationRegistry *applications = nullptr;

@@ -4,6 +4,8 @@
 #include "platform/Clock.h"
 #include "platform/DeviceMetrics.h"
 #include "platform/UrlOpener.h"
+#include "ui/ConfiguredTileSource.h"
+#include "ui/TileSource.h"
 
 #include <QNetworkAccessManager>
 
@@ -14,6 +16,7 @@ struct RealServices::Owned
     ScreenDeviceMetrics deviceMetrics;
     DesktopUrlOpener urlOpener;
     QNetworkAccessManager network;
+    std::unique_ptr<TileSource> tiles; // after the network it uses
 };
 
 RealServices::RealServices(const Configuration &configuration) : m_owned(std::make_unique<Owned>())
@@ -23,6 +26,8 @@ RealServices::RealServices(const Configuration &configuration) : m_owned(std::ma
     m_services.deviceMetrics = &m_owned->deviceMetrics;
     m_services.urlOpener = &m_owned->urlOpener;
     m_services.network = &m_owned->network;
+    m_owned->tiles = createConfiguredTileSource(configuration, &m_owned->network);
+    m_services.tiles = m_owned->tiles.get();
     m_services.configuration = configuration;
 }
 

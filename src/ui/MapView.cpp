@@ -1,0 +1,462 @@
+#include "ui/MapView.h"
+
+#include "platform/Services.h"
+#include "ui/MapViewDelegate.h"
+#include "ui/TileSource.h"
+#include "ui/ZoomGeometry.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QNativeGestureEvent>
+#include <QPainter>
+#include <QStyleHints>
+#include <QTouchEvent>
+#include <QWheelEvent>
+
+#include <cmath>
+
+namespace {
+// one notch of a mouse wheel zooms by half a level
+constexpr double WheelZoomPerNotch = 0.5;
+} // namespace
+
+MapView::MapView(QWidget *parent) : QWidget(parent), m_animation(&m_map.camera())
+{
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_AcceptTouchEvents);
+    setFocusPolicy(Qt::WheelFocus);
+    setMouseTracking(false);
+    m_map.camera().setViewportSize(QSizeF(size()));
+    m_settleTimer.setSingleShot(true);
+    connect(&m_settleTimer, &QTimer::timeout, this, &MapView::settle);
+    connect(&m_map, &SlippyMap::changed, this, qOverload<>(&MapView::update));
+    connect(&m_animation, &CameraAnimation::stepped, this, qOverload<>(&MapView::update));
+    connect(&m_animation, &CameraAnimation::finished, this, [this] { settleSoon(); });
+}
+
+MapView::~MapView()
+{
+    m_animation.stop();
+    if (m_positionSource)
+        m_positionSource->stopUpdatingLocation();
+}
+
+void MapView::setServices(const Services &services)
+{
+    setTileSource(services.tiles);
+    setPositionSourceFactory(services.positionSources);
+}
+
+void MapView::setTileSource(TileSource *source)
+{
+    m_map.setTileSource(source);
+    update();
+}
+
+void MapView::setPositionSourceFactory(PositionSourceFactory *factory)
+{
+    const bool shows = m_showsUserLocation;
+    setShowsUserLocation(false);
+    m_positionSources = factory;
+    setShowsUserLocation(shows);
+}
+
+void MapView::setDelegate(MapViewDelegate *delegate)
+{
+    m_delegate = delegate;
+    for (const MapAnnotationPtr &annotation : m_map.annotations())
+        m_map.setAnnotationImage(annotation.get(),
+                                 m_delegate ? m_delegate->viewForAnnotation(this, *annotation)
+                                            : QImage());
+    for (const MapOverlayPtr &overlay : m_map.overlays()) {
+        const auto renderer =
+            m_delegate ? m_delegate->rendererForOverlay(this, *overlay) : std::nullopt;
+        m_map.setOverlayRenderer(overlay.get(), renderer.value_or(MapPolylineRenderer()));
+    }
+    update();
+}
+
+// ---- moves
+
+void MapView::beginChange(bool animated)
+{
+    if (m_changing)
+        return;
+    m_changing = true;
+    m_changeAnimated = animated;
+    if (m_delegate)
+        m_delegate->regionWillChangeAnimated(this, animated);
+}
+
+void MapView::settleSoon(int delayMs)
+{
+    m_settleTimer.start(delayMs);
+}
+
+void MapView::settle()
+{
+    // a move is at rest only when no hand and no animation still holds it
+    if (!m_changing || m_dragging || m_touchPoints > 0 || m_animation.isRunning())
+        return;
+    m_changing = false;
+    m_map.tiles().forgetRequests();
+    update();
+    if (m_delegate)
+        m_delegate->regionDidChangeAnimated(this, m_changeAnimated);
+}
+
+void MapView::applyCamera(const MapCamera &camera)
+{
+    m_animation.stop();
+    if (camera == m_map.camera() && !m_changing)
+        return;
+    beginChange(false);
+    m_map.camera() = camera;
+    update();
+    // several sets in one turn of the event loop come to rest together
+    settleSoon();
+}
+
+void MapView::animateTo(const MapCamera &camera, int durationMs, Completion completion)
+{
+    m_animation.stop();
+    if (durationMs <= 0 || (camera == m_map.camera() && !m_changing)) {
+        applyCamera(camera);
+        if (completion)
+            QTimer::singleShot(0, this, std::move(completion));
+        return;
+    }
+    beginChange(true);
+    m_animation.start(camera, durationMs, std::move(completion));
+}
+
+void MapView::setRegion(const CoordinateRegion &region)
+{
+    setRegion(region, false);
+}
+
+void MapView::setRegion(const CoordinateRegion &region, bool animated, Completion completion)
+{
+    m_requestedRegion = region;
+    MapCamera target = m_map.camera();
+    target.setRegion(region);
+    if (animated) {
+        animateTo(target, m_animationDuration, std::move(completion));
+    } else {
+        applyCamera(target);
+        if (completion)
+            QTimer::singleShot(0, this, std::move(completion));
+    }
+}
+
+CoordinateRegion MapView::regionThatFits(const CoordinateRegion &region) const
+{
+    return m_map.camera().regionThatFits(region);
+}
+
+void MapView::setCenterCoordinate(const Coordinate &center)
+{
+    setCenterCoordinate(center, false);
+}
+
+void MapView::setCenterCoordinate(const Coordinate &center, bool animated, Completion completion)
+{
+    if (animated) {
+        animateCenterCoordinate(center, m_animationDuration, std::move(completion));
+        return;
+    }
+    if (m_requestedRegion)
+        m_requestedRegion->center = center;
+    MapCamera target = m_map.camera();
+    target.setCenter(center);
+    applyCamera(target);
+    if (completion)
+        QTimer::singleShot(0, this, std::move(completion));
+}
+
+void MapView::setCenterCoordinate(const Coordinate &center, unsigned zoomLevel, bool animated)
+{
+    const unsigned level = std::min(zoomLevel, ZoomGeometry::MaximumZoomLevel);
+    const CoordinateSpan span = ZoomGeometry::coordinateSpanWithMapView(*this, center, level);
+    setRegion(CoordinateRegion{center, span}, animated);
+}
+
+void MapView::animateCenterCoordinate(const Coordinate &center, int durationMs,
+                                      Completion completion)
+{
+    if (m_requestedRegion)
+        m_requestedRegion->center = center;
+    MapCamera target = m_map.camera();
+    target.setCenter(center);
+    animateTo(target, durationMs, std::move(completion));
+}
+
+// ---- content
+
+void MapView::addAnnotation(const MapAnnotationPtr &annotation)
+{
+    if (!annotation)
+        return;
+    m_map.addAnnotation(annotation,
+                        m_delegate ? m_delegate->viewForAnnotation(this, *annotation) : QImage());
+    update();
+}
+
+void MapView::removeAnnotation(const MapAnnotationPtr &annotation)
+{
+    m_map.removeAnnotation(annotation);
+    update();
+}
+
+void MapView::removeAnnotations(const QList<MapAnnotationPtr> &annotations)
+{
+    for (const MapAnnotationPtr &annotation : annotations)
+        m_map.removeAnnotation(annotation);
+    update();
+}
+
+void MapView::addOverlay(const MapOverlayPtr &overlay)
+{
+    if (!overlay)
+        return;
+    const auto renderer =
+        m_delegate ? m_delegate->rendererForOverlay(this, *overlay) : std::nullopt;
+    m_map.addOverlay(overlay, renderer.value_or(MapPolylineRenderer()));
+    update();
+}
+
+void MapView::removeOverlay(const MapOverlayPtr &overlay)
+{
+    m_map.removeOverlay(overlay);
+    update();
+}
+
+// ---- the user's position
+
+void MapView::setShowsUserLocation(bool shows)
+{
+    m_showsUserLocation = shows;
+    if (!shows) {
+        if (m_positionSource) {
+            m_positionSource->stopUpdatingLocation();
+            m_positionSource->deleteLater();
+            m_positionSource = nullptr;
+        }
+        m_map.setUserLocation(std::nullopt);
+        update();
+        return;
+    }
+    if (m_positionSource)
+        return;
+    if (!m_positionSources) {
+        // told later, as a real source would report
+        QTimer::singleShot(0, this, [this] {
+            if (m_showsUserLocation && !m_positionSource && m_delegate)
+                m_delegate->didFailToLocateUserWithError(
+                    this, PositionSource::UnknownError,
+                    QStringLiteral("No position source is available"));
+        });
+        return;
+    }
+    m_positionSource = m_positionSources->create(this);
+    connect(m_positionSource, &PositionSource::locationUpdated, this, &MapView::onFix);
+    connect(m_positionSource, &PositionSource::failed, this,
+            [this](int code, const QString &description) {
+                if (m_delegate)
+                    m_delegate->didFailToLocateUserWithError(this, code, description);
+            });
+    m_positionSource->requestAuthorization();
+    m_positionSource->startUpdatingLocation();
+}
+
+void MapView::onFix(const PositionFix &fix)
+{
+    m_map.setUserLocation(fix);
+    update();
+    if (m_delegate)
+        m_delegate->didUpdateUserLocation(this, fix);
+}
+
+// ---- painting and input
+
+void MapView::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    m_map.paint(painter);
+}
+
+void MapView::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    m_map.camera().setViewportSize(QSizeF(size()));
+    if (m_requestedRegion && !m_animation.isRunning())
+        m_map.camera().setRegion(*m_requestedRegion);
+}
+
+void MapView::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    // a hand on the map stops any move in progress
+    m_animation.stop();
+    m_pressed = true;
+    m_pressPosition = m_lastPosition = event->position();
+}
+
+void MapView::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!m_pressed)
+        return;
+    const QPointF position = event->position();
+    if (!m_dragging) {
+        if ((position - m_pressPosition).manhattanLength() < 3.0)
+            return;
+        m_dragging = true;
+        m_requestedRegion.reset();
+        beginChange(false);
+    }
+    m_map.camera().panBy(m_lastPosition, position);
+    m_lastPosition = position;
+    update();
+}
+
+void MapView::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton || !m_pressed)
+        return;
+    if (m_dragging) {
+        m_map.camera().panBy(m_lastPosition, event->position());
+        update();
+    }
+    m_pressed = false;
+    m_dragging = false;
+    settleSoon();
+}
+
+void MapView::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        zoomInAround(event->position());
+}
+
+void MapView::zoomInAround(const QPointF &point)
+{
+    m_requestedRegion.reset();
+    MapCamera target = m_map.camera();
+    target.zoomAround(point, target.zoom() + 1.0);
+    animateTo(target, m_animationDuration, {});
+}
+
+void MapView::wheelEvent(QWheelEvent *event)
+{
+    double notches = event->angleDelta().y() / 120.0;
+    if (notches == 0.0 && !event->pixelDelta().isNull())
+        notches = event->pixelDelta().y() / 120.0;
+    if (notches == 0.0)
+        return;
+    m_animation.stop();
+    m_requestedRegion.reset();
+    beginChange(false);
+    MapCamera &camera = m_map.camera();
+    camera.zoomAround(event->position(), camera.zoom() + notches * WheelZoomPerNotch);
+    update();
+    settleSoon(m_wheelSettleDelay);
+    event->accept();
+}
+
+bool MapView::event(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TouchCancel:
+        return handleTouch(static_cast<QTouchEvent *>(event));
+    case QEvent::NativeGesture: {
+        // touchpad pinch
+        auto *gesture = static_cast<QNativeGestureEvent *>(event);
+        if (gesture->gestureType() == Qt::BeginNativeGesture) {
+            m_animation.stop();
+            m_requestedRegion.reset();
+        } else if (gesture->gestureType() == Qt::ZoomNativeGesture) {
+            beginChange(false);
+            MapCamera &camera = m_map.camera();
+            camera.zoomAround(gesture->position(),
+                              camera.zoom() + std::log2(std::max(0.01, 1.0 + gesture->value())));
+            update();
+        } else if (gesture->gestureType() == Qt::EndNativeGesture) {
+            settleSoon();
+        }
+        return true;
+    }
+    default:
+        return QWidget::event(event);
+    }
+}
+
+bool MapView::handleTouch(QTouchEvent *event)
+{
+    QPointF centroid;
+    int active = 0;
+    for (const QEventPoint &point : event->points()) {
+        if (point.state() == QEventPoint::Released)
+            continue;
+        centroid += point.position();
+        ++active;
+    }
+    if (active > 0)
+        centroid /= active;
+    double distance = 0.0;
+    for (const QEventPoint &point : event->points()) {
+        if (point.state() != QEventPoint::Released)
+            distance += QLineF(point.position(), centroid).length();
+    }
+    if (active > 0)
+        distance /= active;
+
+    if (event->type() == QEvent::TouchBegin) {
+        m_animation.stop();
+        m_touchMoved = false;
+    }
+    MapCamera &camera = m_map.camera();
+    if (active != m_touchPoints) {
+        // fingers added or lifted: the gesture goes on from here
+        m_touchPoints = active;
+        m_touchCentroid = centroid;
+        m_touchDistance = distance;
+        m_touchZoom = camera.zoom();
+    } else if (active > 0) {
+        const bool moved = (centroid - m_touchCentroid).manhattanLength() >= 1.0 ||
+                           (active > 1 && std::abs(distance - m_touchDistance) >= 1.0);
+        if (moved || m_touchMoved) {
+            if (!m_touchMoved) {
+                m_touchMoved = true;
+                m_requestedRegion.reset();
+                beginChange(false);
+            }
+            camera.panBy(m_touchCentroid, centroid);
+            if (active > 1 && m_touchDistance > 0.0 && distance > 0.0)
+                camera.zoomAround(centroid, m_touchZoom + std::log2(distance / m_touchDistance));
+            m_touchCentroid = centroid;
+            update();
+        }
+    }
+    if (event->type() == QEvent::TouchEnd || event->type() == QEvent::TouchCancel) {
+        m_touchPoints = 0;
+        if (!m_touchMoved && event->type() == QEvent::TouchEnd && !event->points().isEmpty()) {
+            const QPointF position = event->points().first().position();
+            const int interval = QGuiApplication::styleHints()->mouseDoubleClickInterval();
+            if (m_lastTap.isValid() && m_lastTap.elapsed() <= interval &&
+                (position - m_lastTapPosition).manhattanLength() < 30.0) {
+                m_lastTap.invalidate();
+                zoomInAround(position);
+            } else {
+                m_lastTap.start();
+                m_lastTapPosition = position;
+            }
+        }
+        settleSoon();
+    }
+    event->accept();
+    return true;
+}

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "ui/TileId.h"
+#include "ui/TileSource.h"
+
+#include <QCache>
+#include <QColor>
+#include <QElapsedTimer>
+#include <QHash>
+#include <QImage>
+#include <QObject>
+#include <QPointer>
+#include <QSet>
+
+class MapCamera;
+class QPainter;
+class QRegion;
+
+// The map's base: tiles from a source, kept decoded in memory, drawn for
+// any camera. Where no tile is at hand, an ancestor tile is drawn enlarged,
+// and failing that a light background with a graticule, so the map is never
+// black or blank, with no network or no source at all.
+class TileLayer : public QObject
+{
+    Q_OBJECT
+
+public:
+    static const QColor BackgroundColor;
+    static const QColor GraticuleColor;
+
+    explicit TileLayer(QObject *parent = nullptr);
+
+    // not owned; nullptr draws the graticule only
+    void setSource(TileSource *source);
+    TileSource *source() const { return m_source; }
+
+    void paint(QPainter &painter, const MapCamera &camera);
+
+    // the tile level drawn for a camera's zoom
+    int tileZoomFor(double zoom) const;
+    bool hasTile(const TileId &tile) const { return m_tiles.contains(tile); }
+    // Forgets which tiles were asked for and not answered, so that the next
+    // paint asks again for those still in view (a source may give up
+    // requests that newer ones crowd out).
+    void forgetRequests() { m_requested.clear(); }
+    void setMemoryLimitBytes(qint64 bytes) { m_tiles.setMaxCost(qMax<qint64>(1, bytes / 1024)); }
+    void setRetryAfterMs(qint64 ms) { m_retryAfterMs = ms; }
+
+signals:
+    // a tile arrived: whoever shows the layer should paint again
+    void changed();
+
+private:
+    void onLoaded(const TileId &tile, const QImage &image);
+    void onFailed(const TileId &tile);
+    bool drawFromAncestor(QPainter &painter, const TileId &tile, const QRect &target);
+    void drawGraticule(QPainter &painter, const MapCamera &camera, const QRegion &where);
+    bool shouldRequest(const TileId &tile) const;
+
+    QPointer<TileSource> m_source;
+    QCache<TileId, QImage> m_tiles; // cost in KiB
+    QSet<TileId> m_requested;
+    QHash<TileId, qint64> m_failedAt;
+    QElapsedTimer m_elapsed;
+    qint64 m_retryAfterMs = 30000;
+};
