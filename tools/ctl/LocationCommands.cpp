@@ -1,8 +1,353 @@
 // geocode, reverse, lookup and position: the location services in a
-// person's hands. They arrive with the location services themselves.
+// person's hands. Each sends one request and waits on a local event loop
+// for its answer.
 
 #include "Ctl.h"
 
-void addLocationCommands(CtlCommandTable &)
+#include "location/ConfiguredPositionSourceFactory.h"
+#include "location/Location.h"
+#include "location/LocationDelegate.h"
+#include "location/NominatimGeocoder.h"
+#include "location/WebGeocoder.h"
+
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QTimer>
+
+#include <optional>
+
+namespace {
+
+// Runs the event loop until `done` says so or `timeoutMs` has passed;
+// answers whether it was done in time.
+bool waitUntil(const std::function<bool()> &done, int timeoutMs)
 {
+    QEventLoop loop;
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
+        if (done())
+            loop.quit();
+    });
+    QTimer deadline;
+    deadline.setSingleShot(true);
+    QObject::connect(&deadline, &QTimer::timeout, &loop, &QEventLoop::quit);
+    poll.start(10);
+    if (timeoutMs > 0)
+        deadline.start(timeoutMs);
+    if (!done())
+        loop.exec();
+    return done();
+}
+
+QJsonValue textOrNull(const QString &text)
+{
+    return text.isNull() ? QJsonValue(QJsonValue::Null) : QJsonValue(text);
+}
+
+QJsonObject placemarkJson(const WebPlacemark &placemark)
+{
+    return QJsonObject{
+        {QStringLiteral("name"), textOrNull(placemark.name())},
+        {QStringLiteral("formattedAddress"), textOrNull(placemark.formattedAddress)},
+        {QStringLiteral("subThoroughfare"), textOrNull(placemark.subThoroughfare)},
+        {QStringLiteral("thoroughfare"), textOrNull(placemark.thoroughfare)},
+        {QStringLiteral("subLocality"), textOrNull(placemark.subLocality)},
+        {QStringLiteral("locality"), textOrNull(placemark.locality)},
+        {QStringLiteral("subAdministrativeArea"), textOrNull(placemark.subAdministrativeArea)},
+        {QStringLiteral("administrativeArea"), textOrNull(placemark.administrativeArea)},
+        {QStringLiteral("administrativeAreaCode"), textOrNull(placemark.administrativeAreaCode)},
+        {QStringLiteral("postalCode"), textOrNull(placemark.postalCode)},
+        {QStringLiteral("country"), textOrNull(placemark.country)},
+        {QStringLiteral("ISOcountryCode"), textOrNull(placemark.ISOcountryCode)},
+        {QStringLiteral("latitude"), placemark.coordinate.latitude},
+        {QStringLiteral("longitude"), placemark.coordinate.longitude},
+        {QStringLiteral("latitudeDelta"), placemark.region.latitudeDelta},
+        {QStringLiteral("longitudeDelta"), placemark.region.longitudeDelta},
+    };
+}
+
+// Sends one web geocoding request made by `begin` and prints its places.
+int runWebGeocoder(
+    CtlContext &context,
+    const std::function<void(const WebGeocoderEndpoint &, WebGeocoder::Completion)> &begin)
+{
+    bool answered = false;
+    std::optional<WebGeocoder::PlacemarkList> placemarks;
+    std::optional<WebGeocoderError> error;
+    begin(WebGeocoderEndpoint::fromServices(context.services),
+          [&](const std::optional<WebGeocoder::PlacemarkList> &list,
+              const std::optional<WebGeocoderResponse> &,
+              const std::optional<WebGeocoderError> &e) {
+              placemarks = list;
+              error = e;
+              answered = true;
+          });
+    // the operation's own watchdog always answers
+    waitUntil([&] { return answered; }, 0);
+
+    const WebGeocoder::PlacemarkList found = placemarks.value_or(WebGeocoder::PlacemarkList());
+    if (context.json) {
+        QJsonArray array;
+        for (const WebPlacemark &placemark : found)
+            array.append(placemarkJson(placemark));
+        context.printJson(array);
+    } else {
+        for (const WebPlacemark &placemark : found) {
+            context.out << placemark.name() << '\t' << placemark.formattedAddress << '\t'
+                        << placemark.coordinate.toString() << '\n';
+        }
+        context.out.flush();
+    }
+    if (error) {
+        return context.fail(CtlFailed, QStringLiteral("%1 (%2 %3)")
+                                           .arg(error->localizedDescription, error->domain)
+                                           .arg(error->code));
+    }
+    if (found.isEmpty())
+        return context.fail(CtlFailed, QStringLiteral("no places found"));
+    return CtlOk;
+}
+
+std::optional<CircularRegion> parseRegion(CtlContext &context, const QString &text)
+{
+    const QStringList parts = text.split(QLatin1Char(','));
+    if (parts.size() != 3) {
+        context.fail(CtlBadInput,
+                     QStringLiteral("region must be LAT,LNG,RADIUS_M: \"%1\"").arg(text));
+        return std::nullopt;
+    }
+    const auto latitude = CtlArgs::latitude(context, parts[0]);
+    const auto longitude = latitude ? CtlArgs::longitude(context, parts[1]) : std::nullopt;
+    const auto radius =
+        longitude ? CtlArgs::number(context, QStringLiteral("radius"), parts[2]) : std::nullopt;
+    if (!radius)
+        return std::nullopt;
+    if (*radius <= 0.0) {
+        context.fail(CtlBadInput, QStringLiteral("radius must be above 0: \"%1\"").arg(parts[2]));
+        return std::nullopt;
+    }
+    return CircularRegion{Coordinate{*latitude, *longitude}, *radius};
+}
+
+int geocode(CtlContext &context, const QStringList &args)
+{
+    const QString usage = QStringLiteral("geocode ADDRESS [--region LAT,LNG,RADIUS_M]");
+    QStringList words;
+    std::optional<CircularRegion> region;
+    for (qsizetype i = 0; i < args.size(); ++i) {
+        if (args[i] == QLatin1String("--region")) {
+            if (i + 1 >= args.size())
+                return context.fail(CtlBadInput, QStringLiteral("usage: %1").arg(usage));
+            region = parseRegion(context, args[++i]);
+            if (!region)
+                return CtlBadInput;
+        } else {
+            words.append(args[i]);
+        }
+    }
+    const QString address = words.join(QLatin1Char(' '));
+    if (address.trimmed().isEmpty())
+        return context.fail(CtlBadInput, QStringLiteral("usage: %1").arg(usage));
+    return runWebGeocoder(
+        context, [&](const WebGeocoderEndpoint &endpoint, WebGeocoder::Completion completion) {
+            if (region)
+                WebGeocoder::geocode(endpoint, address, *region, std::move(completion));
+            else
+                WebGeocoder::geocode(endpoint, address, std::move(completion));
+        });
+}
+
+int reverse(CtlContext &context, const QStringList &args)
+{
+    if (!CtlArgs::count(context, args, 2, 2, QStringLiteral("reverse LAT LNG")))
+        return CtlBadInput;
+    const auto latitude = CtlArgs::latitude(context, args[0]);
+    const auto longitude = latitude ? CtlArgs::longitude(context, args[1]) : std::nullopt;
+    if (!longitude)
+        return CtlBadInput;
+    return runWebGeocoder(
+        context, [&](const WebGeocoderEndpoint &endpoint, WebGeocoder::Completion completion) {
+            WebGeocoder::reverseGeocode(endpoint, Coordinate{*latitude, *longitude},
+                                        std::move(completion));
+        });
+}
+
+// Keeps what the location service reports.
+class Listener : public LocationDelegate
+{
+public:
+    void locationSuccess(Location *, double latitude, double longitude) override
+    {
+        coordinate = Coordinate{latitude, longitude};
+        answered = true;
+    }
+    void locationFailed(Location *, const QString &text) override { fail(text); }
+    void reverseGeocoderSuccess(Location *, const QString &line) override
+    {
+        address = line;
+        answered = true;
+    }
+    void reverseGeocoderFailed(Location *, const QString &text) override { fail(text); }
+    void geocoderSuccess(Location *, const Coordinate &found) override
+    {
+        coordinate = found;
+        answered = true;
+    }
+    void geocoderFailed(Location *, const QString &text) override { fail(text); }
+
+    bool answered = false;
+    bool failed = false;
+    QString error;
+    QString address;
+    Coordinate coordinate;
+
+private:
+    void fail(const QString &text)
+    {
+        failed = true;
+        error = text;
+        answered = true;
+    }
+};
+
+int printCoordinate(CtlContext &context, const Coordinate &coordinate)
+{
+    if (context.json) {
+        context.printJson(QJsonObject{{QStringLiteral("latitude"), coordinate.latitude},
+                                      {QStringLiteral("longitude"), coordinate.longitude}});
+    } else {
+        context.out << QString::asprintf("%.6f %.6f", coordinate.latitude, coordinate.longitude)
+                    << Qt::endl;
+    }
+    return CtlOk;
+}
+
+int lookup(CtlContext &context, const QStringList &args)
+{
+    const QString usage = QStringLiteral("lookup ADDRESS | lookup LAT LNG");
+    if (args.isEmpty() || args.join(QString()).trimmed().isEmpty())
+        return context.fail(CtlBadInput, QStringLiteral("usage: %1").arg(usage));
+
+    std::optional<Coordinate> coordinate;
+    if (args.size() == 2) {
+        bool latitudeOk = false;
+        bool longitudeOk = false;
+        args[0].toDouble(&latitudeOk);
+        args[1].toDouble(&longitudeOk);
+        if (latitudeOk && longitudeOk) {
+            const auto latitude = CtlArgs::latitude(context, args[0]);
+            const auto longitude = latitude ? CtlArgs::longitude(context, args[1]) : std::nullopt;
+            if (!longitude)
+                return CtlBadInput;
+            coordinate = Coordinate{*latitude, *longitude};
+        }
+    }
+
+    NominatimGeocoder geocoder(
+        context.services.network,
+        QUrl::fromUserInput(context.services.configuration.value(Configuration::NominatimUrl)),
+        context.services.configuration.userAgent());
+    Services services = context.services;
+    services.geocoder = &geocoder;
+    Location::setServices(services);
+
+    Listener listener;
+    if (coordinate)
+        Location::addressWithCoordinate(*coordinate, &listener);
+    else
+        Location::coordinateWithAddress(args.join(QLatin1Char(' ')), &listener);
+    waitUntil([&] { return listener.answered; }, 0); // the geocoder's own timeout answers
+    Location::setServices(Services{});
+
+    if (listener.failed) {
+        return context.fail(CtlFailed, listener.error.isNull() ? QStringLiteral("nothing found")
+                                                               : listener.error);
+    }
+    if (!coordinate)
+        return printCoordinate(context, listener.coordinate);
+    if (listener.address.isNull())
+        return context.fail(CtlFailed, QStringLiteral("the place found has no address line"));
+    if (context.json)
+        context.printJson(QJsonObject{{QStringLiteral("address"), listener.address}});
+    else
+        context.out << listener.address << Qt::endl;
+    return CtlOk;
+}
+
+int position(CtlContext &context, const QStringList &args)
+{
+    const QString usage = QStringLiteral("position [--nmea-file FILE] [--timeout SECONDS]");
+    QString nmeaFile = context.services.configuration.value(Configuration::NmeaFile);
+    double timeoutSeconds = 30.0;
+    for (qsizetype i = 0; i < args.size(); ++i) {
+        if (i + 1 >= args.size())
+            return context.fail(CtlBadInput, QStringLiteral("usage: %1").arg(usage));
+        if (args[i] == QLatin1String("--nmea-file")) {
+            nmeaFile = args[++i];
+        } else if (args[i] == QLatin1String("--timeout")) {
+            const auto seconds = CtlArgs::number(context, QStringLiteral("timeout"), args[++i]);
+            if (!seconds)
+                return CtlBadInput;
+            if (*seconds <= 0.0)
+                return context.fail(CtlBadInput, QStringLiteral("timeout must be above 0"));
+            timeoutSeconds = *seconds;
+        } else {
+            return context.fail(CtlBadInput, QStringLiteral("usage: %1").arg(usage));
+        }
+    }
+    if (!nmeaFile.isEmpty() && !QFileInfo(nmeaFile).isReadable())
+        return context.fail(CtlBadInput,
+                            QStringLiteral("cannot read NMEA log \"%1\"").arg(nmeaFile));
+
+    ConfiguredPositionSourceFactory sources(nmeaFile);
+    Services services = context.services;
+    services.positionSources = &sources;
+    Location::setServices(services);
+
+    Listener listener;
+    Location *location = Location::sharedInstacneWithDelegate(&listener);
+    location->startLocation();
+    const bool answered = waitUntil([&] { return listener.answered; }, int(timeoutSeconds * 1000));
+    if (location->locationManager())
+        location->locationManager()->stopUpdatingLocation();
+    location->setDelegate(nullptr);
+    Location::resetSharedInstance();
+    Location::setServices(Services{});
+
+    if (!answered) {
+        return context.fail(CtlFailed,
+                            QStringLiteral("no position within %1 seconds").arg(timeoutSeconds));
+    }
+    if (listener.failed) {
+        return context.fail(CtlFailed, listener.error.isNull()
+                                           ? QStringLiteral("the position could not be found")
+                                           : listener.error);
+    }
+    return printCoordinate(context, listener.coordinate);
+}
+
+} // namespace
+
+void addLocationCommands(CtlCommandTable &table)
+{
+    table.append({QStringLiteral("geocode"),
+                  QStringLiteral("geocode ADDRESS [--region LAT,LNG,RADIUS_M]"),
+                  QStringLiteral("Find places by address through the web geocoding service "
+                                 "(--geocoding-url)."),
+                  geocode});
+    table.append({QStringLiteral("reverse"), QStringLiteral("reverse LAT LNG"),
+                  QStringLiteral("Find the places at a coordinate through the web geocoding "
+                                 "service (--geocoding-url)."),
+                  reverse});
+    table.append({QStringLiteral("lookup"), QStringLiteral("lookup ADDRESS | lookup LAT LNG"),
+                  QStringLiteral("Look an address's coordinate, or a coordinate's address, up "
+                                 "as the screens do (Nominatim, --nominatim-url)."),
+                  lookup});
+    table.append({QStringLiteral("position"),
+                  QStringLiteral("position [--nmea-file FILE] [--timeout SECONDS]"),
+                  QStringLiteral("Find the device's position once (or replay an NMEA log) and "
+                                 "print it."),
+                  position});
 }
