@@ -12,6 +12,7 @@
 namespace {
 
 const char *const kMaskProperty = "trekmimeAutoresizingMask";
+const char *const kSizeProperty = "trekmimeLastSize";
 const char *const kFadeName = "trekmimeFade";
 
 // Moves the children of a resized parent by their resizing rules, and
@@ -30,10 +31,19 @@ public:
     {
         view->removeEventFilter(this);
         view->installEventFilter(this);
+        remember(view);
         if (QWidget *parent = view->parentWidget()) {
+            remember(parent);
             parent->removeEventFilter(this);
             parent->installEventFilter(this);
         }
+    }
+
+private:
+    static void remember(QWidget *widget)
+    {
+        if (!widget->property(kSizeProperty).isValid())
+            widget->setProperty(kSizeProperty, widget->size());
     }
 
 protected:
@@ -45,9 +55,13 @@ protected:
         if (event->type() == QEvent::ParentChange && widget->property(kMaskProperty).isValid()) {
             watch(widget);
         } else if (event->type() == QEvent::Resize) {
-            const auto *resize = static_cast<QResizeEvent *>(event);
-            if (resize->oldSize().isValid())
-                resizeChildren(widget, resize->oldSize(), resize->size());
+            // a hidden widget gets its resize only when shown, without the old
+            // size, so the last size seen is kept on the widget itself
+            const QSize newSize = static_cast<QResizeEvent *>(event)->size();
+            const QSize oldSize = widget->property(kSizeProperty).toSize();
+            widget->setProperty(kSizeProperty, newSize);
+            if (oldSize.isValid() && oldSize != newSize)
+                resizeChildren(widget, oldSize, newSize);
         }
         return false;
     }

@@ -1,0 +1,247 @@
+#include "TestMain.h"
+
+#include "ui/ColorPalette.h"
+#include "ui/FlatSwitch.h"
+
+#include <QLabel>
+#include <QMouseEvent>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+void sendMouse(QWidget *widget, QEvent::Type type, QPointF position)
+{
+    const Qt::MouseButtons buttons =
+        type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(Qt::LeftButton);
+    QMouseEvent event(type, position, widget->mapToGlobal(position), Qt::LeftButton, buttons,
+                      Qt::NoModifier);
+    QApplication::sendEvent(widget, &event);
+}
+
+// Presses at `from`, moves by `dx` in small steps and lets go there.
+void drag(QWidget *widget, QPointF from, double dx)
+{
+    sendMouse(widget, QEvent::MouseButtonPress, from);
+    const int steps = 5;
+    for (int i = 1; i <= steps; ++i)
+        sendMouse(widget, QEvent::MouseMove, from + QPointF(dx * i / steps, 0));
+    sendMouse(widget, QEvent::MouseButtonRelease, from + QPointF(dx, 0));
+}
+
+void click(QWidget *widget, QPointF at)
+{
+    sendMouse(widget, QEvent::MouseButtonPress, at);
+    sendMouse(widget, QEvent::MouseButtonRelease, at);
+}
+
+} // namespace
+
+class FlatSwitchTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void geometry_data()
+    {
+        QTest::addColumn<QSizeF>("size");
+        QTest::addColumn<double>("contentWidth");
+        QTest::addColumn<double>("knob");
+        QTest::addColumn<double>("inset");
+        QTest::addColumn<double>("labelWidth");
+        QTest::addColumn<double>("range");
+        QTest::newRow("80 by 30") << QSizeF(80, 30) << 130.0 << 22.0 << 4.0 << 54.0 << 50.0;
+        // 31 x 0.75 = 23.25: the knob is floored, the inset takes the rest
+        QTest::newRow("51 by 31") << QSizeF(51, 31) << 71.0 << 23.0 << 4.0 << 24.0 << 20.0;
+        QTest::newRow("100 by 40") << QSizeF(100, 40) << 160.0 << 30.0 << 5.0 << 65.0 << 60.0;
+        // 33 x 0.75 = 24.75 gives 24, an inset of four and a half
+        QTest::newRow("odd inset") << QSizeF(60, 33) << 87.0 << 24.0 << 4.5 << 31.5 << 27.0;
+        QTest::newRow("square: nothing to scroll")
+            << QSizeF(30, 30) << 30.0 << 22.0 << 4.0 << 4.0 << 0.0;
+    }
+    void geometry()
+    {
+        QFETCH(QSizeF, size);
+        QFETCH(double, contentWidth);
+        QFETCH(double, knob);
+        QFETCH(double, inset);
+        QFETCH(double, labelWidth);
+        QFETCH(double, range);
+        const FlatSwitch::Geometry g = FlatSwitch::geometryFor(size);
+        QCOMPARE(g.contentWidth, contentWidth);
+        QCOMPARE(g.contentHeight, size.height());
+        QCOMPARE(g.knobDiameter, knob);
+        QCOMPARE(g.knobInset, inset);
+        QCOMPARE(g.labelWidth, labelWidth);
+        QCOMPARE(g.scrollRange, range);
+        QCOMPARE(g.knob, QRectF(size.width() - size.height() + inset, inset, knob, knob));
+        QCOMPARE(g.onLabel, QRectF(0, 0, labelWidth, size.height()));
+        QCOMPARE(g.offLabel, QRectF(contentWidth - labelWidth, 0, labelWidth, size.height()));
+    }
+
+    void widgetsFollowTheGeometry()
+    {
+        FlatSwitch control(QRect(0, 0, 80, 30));
+        QVERIFY(control.isOn());
+        QCOMPARE(control.percentOn(), 1.0);
+        QCOMPARE(control.thumbView()->geometry(), QRect(54, 4, 22, 22));
+        QCOMPARE(control.onLabel()->geometry(), QRect(0, 0, 54, 30));
+        QCOMPARE(control.offLabel()->geometry(), QRect(76, 0, 54, 30));
+        QCOMPARE(control.onLabel()->text(), QStringLiteral("ON"));
+        QCOMPARE(control.offLabel()->text(), QStringLiteral("OFF"));
+        QCOMPARE(control.internalContainer()->geometry(), QRect(0, 0, 80, 30));
+        QVERIFY(control.internalContainer()->testAttribute(Qt::WA_TransparentForMouseEvents));
+
+        control.show();
+        control.setOn(false);
+        QCOMPARE(control.contentOffset(), 50.0);
+        // fully off shows the knob and the off label: the strip moved by w - h
+        QCOMPARE(control.thumbView()->mapTo(&control, QPoint(0, 0)), QPoint(4, 4));
+        control.resize(100, 40);
+        QVERIFY(!control.isOn());
+        QCOMPARE(control.contentOffset(), 60.0);
+        QCOMPARE(control.thumbView()->geometry(), QRect(65, 5, 30, 30));
+    }
+
+    void coloursBlendWithPosition()
+    {
+        FlatSwitch control(QRect(0, 0, 80, 30));
+        control.setOnBackgroundColor(Qt::white);
+        control.setOffBackgroundColor(Qt::black);
+        control.setOnColor(QColor(200, 0, 0));
+        control.setOffColor(QColor(0, 0, 100));
+        control.setPercentOn(0.25);
+        QCOMPARE(control.contentOffset(), 37.5);
+        QCOMPARE(control.trackColor(),
+                 ColorPalette::blendedColorWithForegroundColor(Qt::white, Qt::black, 0.25));
+        const QColor knob = ColorPalette::blendedColorWithForegroundColor(QColor(200, 0, 0),
+                                                                          QColor(0, 0, 100), 0.25);
+        QCOMPARE(control.thumbView()->palette().color(QPalette::Window), knob);
+        QCOMPARE(control.onLabel()->palette().color(QPalette::WindowText), knob);
+        QCOMPARE(control.offLabel()->palette().color(QPalette::WindowText), knob);
+        // a colour setter recolours at once
+        control.setOffBackgroundColor(QColor(0, 0, 255));
+        QCOMPARE(control.trackColor(),
+                 ColorPalette::blendedColorWithForegroundColor(Qt::white, QColor(0, 0, 255), 0.25));
+    }
+
+    void setOnSendsOnlyWhenAsked_data()
+    {
+        QTest::addColumn<bool>("start");
+        QTest::addColumn<bool>("target");
+        QTest::addColumn<bool>("sendEvent");
+        QTest::addColumn<int>("events");
+        QTest::newRow("change, no event asked") << true << false << false << 0;
+        QTest::newRow("change, event asked") << true << false << true << 1;
+        QTest::newRow("same value, event asked") << true << true << true << 0;
+        QTest::newRow("turn on, event asked") << false << true << true << 1;
+    }
+    void setOnSendsOnlyWhenAsked()
+    {
+        QFETCH(bool, start);
+        QFETCH(bool, target);
+        QFETCH(bool, sendEvent);
+        QFETCH(int, events);
+        FlatSwitch control(QRect(0, 0, 80, 30));
+        control.setOn(start);
+        QSignalSpy spy(&control, &FlatSwitch::valueChanged);
+        control.setOn(target, false, sendEvent);
+        QCOMPARE(spy.count(), events);
+        QCOMPARE(control.isOn(), target);
+        QCOMPARE(control.percentOn(), target ? 1.0 : 0.0);
+    }
+
+    void sameValueStillMovesTheDisplay()
+    {
+        FlatSwitch control(QRect(0, 0, 80, 30));
+        QSignalSpy spy(&control, &FlatSwitch::valueChanged);
+        control.setPercentOn(0.3);
+        control.setOn(true);
+        QCOMPARE(spy.count(), 0);
+        QCOMPARE(control.percentOn(), 1.0);
+        QCOMPARE(control.contentOffset(), 0.0);
+    }
+
+    void tapFlipsAnimatedWithOneEvent()
+    {
+        FlatSwitch control(QRect(0, 0, 80, 30));
+        control.setScrollDuration(60);
+        QSignalSpy spy(&control, &FlatSwitch::valueChanged);
+        click(&control, QPointF(40, 15));
+        QCOMPARE(spy.count(), 1);
+        QCOMPARE(spy.at(0).at(0).toBool(), false);
+        QVERIFY(!control.isOn());
+        QCOMPARE(control.percentOn(), 0.0);
+        QTRY_COMPARE_WITH_TIMEOUT(control.contentOffset(), 50.0, 500);
+        click(&control, QPointF(10, 10));
+        QCOMPARE(spy.count(), 2);
+        QVERIFY(control.isOn());
+        QTRY_COMPARE_WITH_TIMEOUT(control.contentOffset(), 0.0, 500);
+    }
+
+    void panSettlesOnTheNearerEnd_data()
+    {
+        QTest::addColumn<bool>("start");
+        QTest::addColumn<double>("dx");
+        QTest::addColumn<bool>("expected");
+        QTest::addColumn<int>("events");
+        // the range of an 80 by 30 switch is 50 points; dragging left turns off
+        QTest::newRow("past half turns off") << true << -26.0 << false << 1;
+        QTest::newRow("exactly half keeps on") << true << -25.0 << true << 0;
+        QTest::newRow("far past the end is clamped") << true << -200.0 << false << 1;
+        QTest::newRow("the wrong way stays on") << true << 40.0 << true << 0;
+        QTest::newRow("from off, exactly half turns on") << false << 25.0 << true << 1;
+        QTest::newRow("from off, short of half stays off") << false << 24.0 << false << 0;
+    }
+    void panSettlesOnTheNearerEnd()
+    {
+        QFETCH(bool, start);
+        QFETCH(double, dx);
+        QFETCH(bool, expected);
+        QFETCH(int, events);
+        FlatSwitch control(QRect(0, 0, 80, 30));
+        control.setScrollDuration(0);
+        control.setOn(start);
+        QSignalSpy spy(&control, &FlatSwitch::valueChanged);
+        drag(&control, QPointF(start ? 60 : 20, 15), dx);
+        QCOMPARE(control.isOn(), expected);
+        QCOMPARE(spy.count(), events);
+        QCOMPARE(control.percentOn(), expected ? 1.0 : 0.0);
+    }
+
+    void panFollowsThePointerWithoutEvents()
+    {
+        FlatSwitch control(QRect(0, 0, 80, 30));
+        QSignalSpy spy(&control, &FlatSwitch::valueChanged);
+        sendMouse(&control, QEvent::MouseButtonPress, QPointF(60, 15));
+        sendMouse(&control, QEvent::MouseMove, QPointF(40, 15));
+        QCOMPARE(control.contentOffset(), 20.0);
+        QCOMPARE(control.percentOn(), 1.0 - 20.0 / 50.0);
+        sendMouse(&control, QEvent::MouseMove, QPointF(30, 15));
+        QCOMPARE(control.contentOffset(), 30.0);
+        QCOMPARE(spy.count(), 0);
+        QVERIFY(control.isOn());
+        sendMouse(&control, QEvent::MouseButtonRelease, QPointF(30, 15));
+        QCOMPARE(spy.count(), 1);
+    }
+
+    void touchHighlightsTheTrackUntilRecoloured()
+    {
+        FlatSwitch control(QRect(0, 0, 80, 30));
+        control.setHighlightedColor(QColor(1, 2, 3));
+        const QColor blended = control.trackColor();
+        sendMouse(&control, QEvent::MouseButtonPress, QPointF(40, 15));
+        QVERIFY(control.isHighlighted());
+        QCOMPARE(control.trackColor(), QColor(1, 2, 3));
+        sendMouse(&control, QEvent::MouseButtonRelease, QPointF(40, 15));
+        QVERIFY(!control.isHighlighted());
+        // the tap turned it off, which recoloured the track
+        QCOMPARE(control.trackColor(),
+                 ColorPalette::blendedColorWithForegroundColor(control.onBackgroundColor(),
+                                                               control.offBackgroundColor(), 0.0));
+        QVERIFY(control.trackColor() != blended);
+    }
+};
+
+TREKMIME_TEST(FlatSwitchTest)
+#include "FlatSwitchTest.moc"

@@ -1,0 +1,276 @@
+#include "TestMain.h"
+
+#include "ui/HairlineView.h"
+#include "ui/ViewHelpers.h"
+#include "ui/ViewLayer.h"
+
+#include <QMouseEvent>
+#include <QTest>
+
+#include <functional>
+#include <memory>
+
+using namespace ViewHelpers;
+
+namespace {
+
+void sendMouse(QWidget *widget, QEvent::Type type, QPointF position)
+{
+    const Qt::MouseButtons buttons =
+        type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(Qt::LeftButton);
+    QMouseEvent event(type, position, widget->mapToGlobal(position), Qt::LeftButton, buttons,
+                      Qt::NoModifier);
+    QApplication::sendEvent(widget, &event);
+}
+
+} // namespace
+
+using FrameChange = std::function<void(QWidget *)>;
+Q_DECLARE_METATYPE(FrameChange)
+
+class ViewHelpersTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void makers()
+    {
+        std::unique_ptr<QWidget> plain(view());
+        QCOMPARE(plain->geometry(), QRect());
+        std::unique_ptr<QWidget> framed(viewWithFrame(QRect(1, 2, 3, 4)));
+        QCOMPARE(framed->geometry(), QRect(1, 2, 3, 4));
+        std::unique_ptr<QWidget> coloured(viewWithColor(Qt::red, QRect(0, 0, 5, 5)));
+        QCOMPARE(color(coloured.get()), QColor(Qt::red));
+        QVERIFY(coloured->autoFillBackground());
+        std::unique_ptr<QWidget> clear(clearViewWithFrame(QRect(0, 0, 5, 5)));
+        QCOMPARE(color(clear.get()).alpha(), 0);
+        QVERIFY(!clear->autoFillBackground());
+    }
+
+    void onePixelLines_data()
+    {
+        QTest::addColumn<qreal>("scale");
+        QTest::addColumn<qreal>("thickness");
+        QTest::newRow("scale 2") << 2.0 << 0.5;
+        QTest::newRow("scale 3") << 3.0 << 0.5;
+        QTest::newRow("scale 1") << 1.0 << 1.0;
+    }
+    void onePixelLines()
+    {
+        QFETCH(qreal, scale);
+        QFETCH(qreal, thickness);
+        std::unique_ptr<HairlineView> across(onePixelHeightViewWithWidth(320, scale));
+        QCOMPARE(across->orientation(), Qt::Horizontal);
+        QCOMPARE(across->width(), 320);
+        QCOMPARE(across->thickness(), thickness);
+        QCOMPARE(across->pos(), QPoint(0, 0));
+        std::unique_ptr<HairlineView> down(onePixelWidthViewWithHeight(200, scale));
+        QCOMPARE(down->orientation(), Qt::Vertical);
+        QCOMPARE(down->height(), 200);
+        QCOMPARE(down->thickness(), thickness);
+    }
+
+    void frameComponents_data()
+    {
+        QTest::addColumn<FrameChange>("change");
+        QTest::addColumn<QRect>("expected");
+        // every case starts from (10, 20, 40, 30)
+        QTest::newRow("setTail moves up by the height")
+            << FrameChange([](QWidget *v) { setTail(v, 100); }) << QRect(10, 70, 40, 30);
+        QTest::newRow("setBottom is setTail")
+            << FrameChange([](QWidget *v) { setBottom(v, 100); }) << QRect(10, 70, 40, 30);
+        QTest::newRow("setRight moves left by the width")
+            << FrameChange([](QWidget *v) { setRight(v, 100); }) << QRect(60, 20, 40, 30);
+        QTest::newRow("setX") << FrameChange([](QWidget *v) { setX(v, 5); })
+                              << QRect(5, 20, 40, 30);
+        QTest::newRow("setY") << FrameChange([](QWidget *v) { setY(v, 5); })
+                              << QRect(10, 5, 40, 30);
+        QTest::newRow("setWidth keeps the origin")
+            << FrameChange([](QWidget *v) { setWidth(v, 7); }) << QRect(10, 20, 7, 30);
+        QTest::newRow("setHeight keeps the origin")
+            << FrameChange([](QWidget *v) { setHeight(v, 7); }) << QRect(10, 20, 40, 7);
+        QTest::newRow("setOrigin keeps the size")
+            << FrameChange([](QWidget *v) { setOrigin(v, QPoint(1, 2)); }) << QRect(1, 2, 40, 30);
+        QTest::newRow("setSize keeps the origin")
+            << FrameChange([](QWidget *v) { setSize(v, QSize(3, 4)); }) << QRect(10, 20, 3, 4);
+        QTest::newRow("height then tail uses the new height") << FrameChange([](QWidget *v) {
+            setHeight(v, 50);
+            setTail(v, 100);
+        }) << QRect(10, 50, 40, 50);
+    }
+    void frameComponents()
+    {
+        QFETCH(FrameChange, change);
+        QFETCH(QRect, expected);
+        QWidget parent;
+        QWidget *child = viewWithFrame(QRect(10, 20, 40, 30));
+        child->setParent(&parent);
+        change(child);
+        QCOMPARE(child->geometry(), expected);
+        QCOMPARE(tail(child), expected.y() + expected.height());
+        QCOMPARE(right(child), expected.x() + expected.width());
+    }
+
+    void resizingRules_data()
+    {
+        QTest::addColumn<FrameChange>("rule");
+        QTest::addColumn<int>("mask");
+        QTest::addColumn<QRect>("expected");
+        // a child at (10, 20, 100, 50) of a 320 by 480 parent that grows by 100
+        // both ways; the flexible parts share the growth by their sizes
+        QTest::newRow("full") << FrameChange(frameSetInSuperViewForFull) << 63
+                              << QRect(13, 24, 131, 61);
+        QTest::newRow("left top") << FrameChange(frameSetInSuperViewForLeftTop) << 33
+                                  << QRect(110, 20, 100, 50);
+        QTest::newRow("bottom") << FrameChange(frameSetInSuperViewForBottom) << 32
+                                << QRect(10, 20, 100, 50);
+        QTest::newRow("center") << FrameChange(frameSetInSuperViewForCenter) << 0
+                                << QRect(10, 20, 100, 50);
+        QTest::newRow("left bottom height right")
+            << FrameChange(frameSetInSuperViewForLeftBottmHeightRight) << 53
+            << QRect(15, 20, 100, 61);
+        QTest::newRow("right bottom height top")
+            << FrameChange(frameSetInSuperViewForRightBottmHeightTop) << 60
+            << QRect(10, 24, 100, 61);
+    }
+    void resizingRules()
+    {
+        QFETCH(FrameChange, rule);
+        QFETCH(int, mask);
+        QFETCH(QRect, expected);
+        QWidget parent;
+        parent.resize(320, 480);
+        QWidget *child = viewWithFrame(QRect(10, 20, 100, 50));
+        child->setParent(&parent);
+        rule(child);
+        QCOMPARE(autoresizingMask(child), mask);
+        parent.show();
+        parent.resize(420, 580);
+        QCOMPARE(child->geometry(), expected);
+    }
+
+    void resizingFollowsANewParent()
+    {
+        QWidget first, second;
+        first.resize(100, 100);
+        second.resize(100, 100);
+        QWidget *child = viewWithFrame(QRect(0, 0, 100, 100));
+        child->setParent(&first);
+        frameSetInSuperViewForFull(child);
+        child->setParent(&second);
+        second.resize(200, 150);
+        // a hidden parent learns of its new size when it is shown
+        second.show();
+        QCOMPARE(child->geometry(), QRect(0, 0, 200, 150));
+    }
+
+    void defaultFadeDurationIsSinglePrecision()
+    {
+        QCOMPARE(kDefaultFadeDuration, 0.30000001192092896);
+        QVERIFY(kDefaultFadeDuration != 0.3);
+    }
+
+    void fadeHideLeavesAnOpaqueHiddenView()
+    {
+        QWidget parent;
+        QWidget *child = viewWithFrame(QRect(0, 0, 10, 10));
+        child->setParent(&parent);
+        parent.show();
+        int completions = 0;
+        fadeHideAnimationDuration(child, 0.05, [&] { ++completions; });
+        QVERIFY(child->isVisible());
+        QTRY_COMPARE_WITH_TIMEOUT(completions, 1, 500);
+        QVERIFY(child->isHidden());
+        QCOMPARE(alpha(child), 1.0);
+        child->setVisible(true);
+        QCOMPARE(alpha(child), 1.0);
+    }
+
+    void fadeShowStartsTransparent()
+    {
+        QWidget parent;
+        QWidget *child = viewWithFrame(QRect(0, 0, 10, 10));
+        child->setParent(&parent);
+        child->setVisible(false);
+        parent.show();
+        bool done = false;
+        fadeShowAnimationDuration(child, 0.05, [&] { done = true; });
+        QVERIFY(!child->isHidden());
+        QCOMPARE(alpha(child), 0.0);
+        QTRY_VERIFY_WITH_TIMEOUT(done, 500);
+        QCOMPARE(alpha(child), 1.0);
+    }
+
+    void circleUsesHalfTheWidth_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<qreal>("radius");
+        QTest::newRow("square") << QSize(40, 40) << 20.0;
+        QTest::newRow("wide: the width only") << QSize(100, 40) << 50.0;
+        QTest::newRow("tall") << QSize(20, 60) << 10.0;
+    }
+    void circleUsesHalfTheWidth()
+    {
+        QFETCH(QSize, size);
+        QFETCH(qreal, radius);
+        std::unique_ptr<QWidget> v(viewWithFrame(QRect(QPoint(0, 0), size)));
+        circle(v.get());
+        QCOMPARE(cornerRadius(v.get()), radius);
+        QVERIFY(ViewLayer::existing(v.get())->masksToBounds());
+        QCOMPARE(ViewLayer::existing(v.get())->borderWidth(), 0.0);
+        circleWithWhiteBorder(v.get());
+        QCOMPARE(ViewLayer::existing(v.get())->borderWidth(), 2.0);
+        QCOMPARE(ViewLayer::existing(v.get())->borderColor(), QColor(Qt::white));
+    }
+
+    void circleClipsWhatIsDrawn()
+    {
+        QWidget parent;
+        parent.resize(40, 40);
+        setColor(&parent, Qt::black);
+        QWidget *round = viewWithColor(Qt::red, QRect(0, 0, 40, 40));
+        round->setParent(&parent);
+        circleWithWhiteBorder(round);
+        const QImage image = parent.grab().toImage();
+        QCOMPARE(image.pixel(1, 1), qRgb(0, 0, 0));     // outside the circle
+        QCOMPARE(image.pixel(20, 20), qRgb(255, 0, 0)); // inside
+        const QRgb border = image.pixel(20, 1);
+        QVERIFY2(qRed(border) == 255 && qGreen(border) > 240 && qBlue(border) > 240,
+                 qPrintable(QString::number(border, 16)));
+    }
+
+    void gesturesReportToTheirTarget()
+    {
+        QWidget target;
+        QWidget *v = viewWithFrame(QRect(0, 0, 200, 100));
+        v->setParent(&target);
+        int taps = 0, swipes = 0;
+        QList<GestureRecognizer::State> pans;
+        addTapGestureWithTarget(v, &target, [&](TapGestureRecognizer *) { ++taps; });
+        addSwipeGestureWithTarget(v, &target, [&](SwipeGestureRecognizer *) { ++swipes; });
+        addPanGestureWithTarget(v, &target,
+                                [&](PanGestureRecognizer *pan) { pans.append(pan->state()); });
+        sendMouse(v, QEvent::MouseButtonPress, {20, 50});
+        sendMouse(v, QEvent::MouseButtonRelease, {22, 51});
+        QCOMPARE(taps, 1);
+        QCOMPARE(swipes, 0);
+        QVERIFY(pans.isEmpty());
+
+        sendMouse(v, QEvent::MouseButtonPress, {20, 50});
+        sendMouse(v, QEvent::MouseMove, {60, 52});
+        sendMouse(v, QEvent::MouseMove, {120, 55});
+        sendMouse(v, QEvent::MouseButtonRelease, {120, 55});
+        QCOMPARE(taps, 1);
+        QCOMPARE(swipes, 1);
+        QCOMPARE(pans, (QList<GestureRecognizer::State>{GestureRecognizer::Began,
+                                                        GestureRecognizer::Changed,
+                                                        GestureRecognizer::Ended}));
+        // a stroke to the left is not a right swipe
+        sendMouse(v, QEvent::MouseButtonPress, {150, 50});
+        sendMouse(v, QEvent::MouseButtonRelease, {40, 50});
+        QCOMPARE(swipes, 1);
+    }
+};
+
+TREKMIME_TEST(ViewHelpersTest)
+#include "ViewHelpersTest.moc"
