@@ -221,6 +221,65 @@ private slots:
             empty.value(QStringLiteral("route")).toObject().value(QStringLiteral("s")).isNull());
     }
 
+    void anotherPlistReaderSeesTheContract()
+    {
+        // Python's plistlib stands in for the hooking component's reader:
+        // roots, keys, value types and strings as they must be.
+        ctl(args({"spot", "on", "22.2846809", "114.1588"}));
+        ctl(args({"favorites", "add", " Café <1> ", "-33.8568", "151.2153"}));
+        ctl(args({"whitelist", "toggle", "com.example.maps"}));
+        ctl(args({"mode", "spot"}));
+        PropertyList::write(PreferenceFiles::routeFile(), routeRecord(1000, 2000, 2));
+        ctl(args({"route", "off"}));
+        const char *script = R"(
+import json, plistlib, sys
+def describe(v):
+    if isinstance(v, dict): return {k: describe(x) for k, x in v.items()}
+    if isinstance(v, list): return [describe(x) for x in v]
+    return [type(v).__name__, v]
+out = {}
+for name in ("route", "location", "favorites", "whitelist", "master"):
+    with open(sys.argv[1] + "/com.velmora.trekmimex." + name + ".plist", "rb") as f:
+        out[name] = describe(plistlib.load(f))
+print(json.dumps(out))
+)";
+        QProcess python;
+        python.start(QStringLiteral("python3"),
+                     {QStringLiteral("-c"), QString::fromUtf8(script), m_dir->path()});
+        QVERIFY2(python.waitForFinished(20000), "python3 is installed by scripts/setup");
+        QCOMPARE(python.exitCode(), 0);
+        const QJsonObject seen = QJsonDocument::fromJson(python.readAllStandardOutput()).object();
+        auto typed = [](const char *type, const QJsonValue &value) {
+            return QJsonArray{QString::fromUtf8(type), value};
+        };
+        QCOMPARE(seen.value(QStringLiteral("location")).toObject(),
+                 (QJsonObject{
+                     {QStringLiteral("enable"), typed("str", QStringLiteral("1"))},
+                     {QStringLiteral("latitude"), typed("str", QStringLiteral("22.284681"))},
+                     {QStringLiteral("longitude"), typed("str", QStringLiteral("114.158800"))}}));
+        QCOMPARE(seen.value(QStringLiteral("favorites")).toArray(),
+                 (QJsonArray{QJsonObject{
+                     {QStringLiteral("latitude"), typed("str", QStringLiteral("-33.856800"))},
+                     {QStringLiteral("longitude"), typed("str", QStringLiteral("151.215300"))},
+                     {QStringLiteral("name"), typed("str", QStringLiteral("Café <1>"))}}}));
+        QCOMPARE(seen.value(QStringLiteral("whitelist")).toObject(),
+                 (QJsonObject{{QStringLiteral("com.example.maps"), typed("bool", true)}}));
+        QCOMPARE(seen.value(QStringLiteral("master")).toObject(),
+                 (QJsonObject{{QStringLiteral("mode"), typed("str", QStringLiteral("1"))}}));
+        const QJsonObject route = seen.value(QStringLiteral("route")).toObject();
+        QCOMPARE(route.value(QStringLiteral("enable")).toArray(),
+                 typed("str", QStringLiteral("0")));
+        QCOMPARE(route.value(QStringLiteral("start")).toArray(),
+                 typed("str", QStringLiteral("1000.500000")));
+        QCOMPARE(route.value(QStringLiteral("points"))
+                     .toArray()
+                     .at(1)
+                     .toObject()
+                     .value(QStringLiteral("lat"))
+                     .toArray(),
+                 typed("float", 11.0));
+    }
+
     void whereFollowsThePreviewArithmetic_data()
     {
         QTest::addColumn<qint64>("start");
