@@ -108,10 +108,10 @@ void MapView::settle()
 void MapView::applyCamera(const MapCamera &camera)
 {
     m_animation.stop();
-    if (camera == m_map.camera() && !m_changing)
+    if (camera == liveCamera() && !m_changing)
         return;
     beginChange(false);
-    m_map.camera() = camera;
+    liveCamera() = camera;
     update();
     // several sets in one turn of the event loop come to rest together
     settleSoon();
@@ -120,7 +120,7 @@ void MapView::applyCamera(const MapCamera &camera)
 void MapView::animateTo(const MapCamera &camera, int durationMs, Completion completion)
 {
     m_animation.stop();
-    if (durationMs <= 0 || (camera == m_map.camera() && !m_changing)) {
+    if (durationMs <= 0 || (camera == liveCamera() && !m_changing)) {
         applyCamera(camera);
         if (completion)
             QTimer::singleShot(0, this, std::move(completion));
@@ -138,7 +138,7 @@ void MapView::setRegion(const CoordinateRegion &region)
 void MapView::setRegion(const CoordinateRegion &region, bool animated, Completion completion)
 {
     m_requestedRegion = region;
-    MapCamera target = m_map.camera();
+    MapCamera target = camera();
     target.setRegion(region);
     if (animated) {
         animateTo(target, m_animationDuration, std::move(completion));
@@ -151,7 +151,7 @@ void MapView::setRegion(const CoordinateRegion &region, bool animated, Completio
 
 CoordinateRegion MapView::regionThatFits(const CoordinateRegion &region) const
 {
-    return m_map.camera().regionThatFits(region);
+    return camera().regionThatFits(region);
 }
 
 void MapView::setCenterCoordinate(const Coordinate &center)
@@ -167,7 +167,7 @@ void MapView::setCenterCoordinate(const Coordinate &center, bool animated, Compl
     }
     if (m_requestedRegion)
         m_requestedRegion->center = center;
-    MapCamera target = m_map.camera();
+    MapCamera target = camera();
     target.setCenter(center);
     applyCamera(target);
     if (completion)
@@ -186,7 +186,7 @@ void MapView::animateCenterCoordinate(const Coordinate &center, int durationMs,
 {
     if (m_requestedRegion)
         m_requestedRegion->center = center;
-    MapCamera target = m_map.camera();
+    MapCamera target = camera();
     target.setCenter(center);
     animateTo(target, durationMs, std::move(completion));
 }
@@ -281,6 +281,7 @@ void MapView::onFix(const PositionFix &fix)
 
 void MapView::paintEvent(QPaintEvent *)
 {
+    liveCamera();
     QPainter painter(this);
     m_map.paint(painter);
 }
@@ -288,9 +289,9 @@ void MapView::paintEvent(QPaintEvent *)
 void MapView::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    m_map.camera().setViewportSize(QSizeF(size()));
+    liveCamera().setViewportSize(QSizeF(size()));
     if (m_requestedRegion && !m_animation.isRunning())
-        m_map.camera().setRegion(*m_requestedRegion);
+        liveCamera().setRegion(*m_requestedRegion);
 }
 
 void MapView::mousePressEvent(QMouseEvent *event)
@@ -315,7 +316,7 @@ void MapView::mouseMoveEvent(QMouseEvent *event)
         m_requestedRegion.reset();
         beginChange(false);
     }
-    m_map.camera().panBy(m_lastPosition, position);
+    liveCamera().panBy(m_lastPosition, position);
     m_lastPosition = position;
     update();
 }
@@ -325,7 +326,7 @@ void MapView::mouseReleaseEvent(QMouseEvent *event)
     if (event->button() != Qt::LeftButton || !m_pressed)
         return;
     if (m_dragging) {
-        m_map.camera().panBy(m_lastPosition, event->position());
+        liveCamera().panBy(m_lastPosition, event->position());
         update();
     }
     m_pressed = false;
@@ -342,7 +343,7 @@ void MapView::mouseDoubleClickEvent(QMouseEvent *event)
 void MapView::zoomInAround(const QPointF &point)
 {
     m_requestedRegion.reset();
-    MapCamera target = m_map.camera();
+    MapCamera target = camera();
     target.zoomAround(point, target.zoom() + 1.0);
     animateTo(target, m_animationDuration, {});
 }
@@ -357,7 +358,7 @@ void MapView::wheelEvent(QWheelEvent *event)
     m_animation.stop();
     m_requestedRegion.reset();
     beginChange(false);
-    MapCamera &camera = m_map.camera();
+    MapCamera &camera = liveCamera();
     camera.zoomAround(event->position(), camera.zoom() + notches * WheelZoomPerNotch);
     update();
     settleSoon(m_wheelSettleDelay);
@@ -380,7 +381,7 @@ bool MapView::event(QEvent *event)
             m_requestedRegion.reset();
         } else if (gesture->gestureType() == Qt::ZoomNativeGesture) {
             beginChange(false);
-            MapCamera &camera = m_map.camera();
+            MapCamera &camera = liveCamera();
             camera.zoomAround(gesture->position(),
                               camera.zoom() + std::log2(std::max(0.01, 1.0 + gesture->value())));
             update();
@@ -418,7 +419,7 @@ bool MapView::handleTouch(QTouchEvent *event)
         m_animation.stop();
         m_touchMoved = false;
     }
-    MapCamera &camera = m_map.camera();
+    MapCamera &camera = liveCamera();
     if (active != m_touchPoints) {
         // fingers added or lifted: the gesture goes on from here
         m_touchPoints = active;

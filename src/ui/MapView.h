@@ -48,12 +48,12 @@ public:
     // delegate when they are added, and again for all when it changes.
     void setDelegate(MapViewDelegate *delegate);
 
-    CoordinateRegion region() const { return m_map.camera().region(); }
+    CoordinateRegion region() const { return camera().region(); }
     void setRegion(const CoordinateRegion &region);
     void setRegion(const CoordinateRegion &region, bool animated, Completion completion = {});
     CoordinateRegion regionThatFits(const CoordinateRegion &region) const;
 
-    Coordinate centerCoordinate() const { return m_map.camera().center(); }
+    Coordinate centerCoordinate() const { return camera().center(); }
     void setCenterCoordinate(const Coordinate &center);
     void setCenterCoordinate(const Coordinate &center, bool animated, Completion completion = {});
     // Centres on `center` at a whole tile level (levels above 28 act as 28)
@@ -63,14 +63,14 @@ public:
     void animateCenterCoordinate(const Coordinate &center, int durationMs,
                                  Completion completion = {});
 
-    double zoomLevel() const { return m_map.camera().zoom(); }
+    double zoomLevel() const { return camera().zoom(); }
     QPointF convertCoordinateToPoint(const Coordinate &coordinate) const
     {
-        return m_map.camera().coordinateToPoint(coordinate);
+        return camera().coordinateToPoint(coordinate);
     }
     Coordinate convertPointToCoordinate(const QPointF &point) const
     {
-        return m_map.camera().pointToCoordinate(point);
+        return camera().pointToCoordinate(point);
     }
 
     void addAnnotation(const MapAnnotationPtr &annotation);
@@ -87,6 +87,14 @@ public:
     std::optional<PositionFix> userLocation() const { return m_map.userLocation(); }
 
     SlippyMap &map() { return m_map; }
+    // the map's camera as it stands for the widget's present size (a hidden
+    // widget hears of its size only when shown)
+    MapCamera camera() const
+    {
+        MapCamera current = m_map.camera();
+        current.setViewportSize(QSizeF(size()));
+        return current;
+    }
 
     // Timing, shortened by tests.
     int animationDuration() const { return m_animationDuration; }
@@ -107,6 +115,11 @@ protected:
     bool event(QEvent *event) override;
 
 private:
+    MapCamera &liveCamera()
+    {
+        m_map.camera().setViewportSize(QSizeF(size()));
+        return m_map.camera();
+    }
     void applyCamera(const MapCamera &camera);
     void animateTo(const MapCamera &camera, int durationMs, Completion completion);
     void beginChange(bool animated);

@@ -142,31 +142,32 @@ void PolylineGeometry::paint(QPainter &painter, const MapCamera &camera, const Q
                                .translated(-shift, 0)
                                .adjusted(-margin, -margin, margin, margin);
 
+    // Separate segments with square ends, not one polyline: the raster
+    // engine strokes short lines several times faster than one long outline
+    // with joins, and the square ends of neighbours cover each other's
+    // corners at the angles a simplified road makes.
+    QPen segmentPen = pen;
+    segmentPen.setCapStyle(Qt::SquareCap);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing, true);
-    painter.setPen(pen);
+    painter.setPen(segmentPen);
     painter.setBrush(Qt::NoBrush);
-    auto flush = [&] {
-        if (m_scratch.size() >= 2)
-            painter.drawPolyline(m_scratch.constData(), int(m_scratch.size()));
-        else if (m_scratch.size() == 1)
-            painter.drawPoint(m_scratch.first());
-        m_scratch.clear();
-    };
-    qsizetype lastAdded = -1;
+    m_scratch.clear();
     for (const Chunk &chunk : level.chunks) {
-        if (!overlaps(chunk.bounds, visible)) {
-            flush();
-            lastAdded = -1;
+        if (!overlaps(chunk.bounds, visible))
             continue;
+        QPointF previous(offsetX + level.points[chunk.first].x() * size,
+                         offsetY + level.points[chunk.first].y() * size);
+        if (chunk.first == chunk.last)
+            m_scratch.append(QLineF(previous, previous));
+        for (qsizetype i = chunk.first + 1; i <= chunk.last; ++i) {
+            const QPointF next(offsetX + level.points[i].x() * size,
+                               offsetY + level.points[i].y() * size);
+            m_scratch.append(QLineF(previous, next));
+            previous = next;
         }
-        for (qsizetype i = lastAdded == chunk.first ? chunk.first + 1 : chunk.first;
-             i <= chunk.last; ++i) {
-            const QPointF &p = level.points[i];
-            m_scratch.append(QPointF(offsetX + p.x() * size, offsetY + p.y() * size));
-        }
-        lastAdded = chunk.last;
     }
-    flush();
+    if (!m_scratch.isEmpty())
+        painter.drawLines(m_scratch.constData(), int(m_scratch.size()));
     painter.restore();
 }

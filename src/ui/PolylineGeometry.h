@@ -3,6 +3,7 @@
 #include "platform/Coordinate.h"
 
 #include <QHash>
+#include <QLineF>
 #include <QList>
 #include <QPointF>
 #include <QRectF>
@@ -49,5 +50,5 @@ private:
     QList<QPointF> m_world;
     QRectF m_bounds;
     QHash<int, Level> m_levels;
-    QList<QPointF> m_scratch;
+    QList<QLineF> m_scratch;
 };
