@@ -11,10 +11,10 @@ ProgressHUDLayout ProgressHUDLayout::compute(const Input &in)
     const qreal maxWidth = qMax(0.0, in.bounds.width() - 4 * margin);
 
     // each present item and its height; absent ones take no room and no gap
-    QSizeF indicator = in.indicator.isEmpty() ? QSizeF() : in.indicator;
+    QSizeF indicator = in.indicator.isEmpty() ? QSizeF(0, 0) : in.indicator;
     indicator.setWidth(qMin(indicator.width(), maxWidth));
 
-    QSizeF label;
+    QSizeF label(0, 0);
     if (!in.labelText.isEmpty()) {
         const QFontMetricsF metrics(in.labelFont);
         out.labelText = metrics.elidedText(in.labelText, Qt::ElideRight, maxWidth);
@@ -26,7 +26,7 @@ ProgressHUDLayout ProgressHUDLayout::compute(const Input &in)
     if (!indicator.isEmpty() && !label.isEmpty())
         contentHeight += kPadding;
 
-    QSizeF details;
+    QSizeF details(0, 0);
     if (!in.detailsLabelText.isEmpty()) {
         const qreal remaining =
             qMax(0.0, in.bounds.height() - contentHeight - kPadding - 4 * margin);
