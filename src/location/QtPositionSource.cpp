@@ -58,9 +58,10 @@ void QtPositionSource::startUpdatingLocation()
 
 void QtPositionSource::stopUpdatingLocation()
 {
-    m_running = false;
-    if (m_source)
+    // stopping a source that never started makes some backends complain
+    if (m_source && m_running)
         m_source->stopUpdates();
+    m_running = false;
 }
 
 PositionFix QtPositionSource::fixFrom(const QGeoPositionInfo &info)

@@ -1,9 +1,13 @@
 #include "shell/RealServices.h"
 
+#include "location/ConfiguredPositionSourceFactory.h"
+#include "location/Location.h"
+#include "location/NominatimGeocoder.h"
 #include "platform/AlertPresenter.h"
 #include "platform/Clock.h"
 #include "platform/DeviceMetrics.h"
 #include "platform/UrlOpener.h"
+#include "shell/HiddenUserLocationMapView.h"
 #include "ui/ConfiguredTileSource.h"
 #include "ui/TileSource.h"
 
@@ -17,6 +21,8 @@ struct RealServices::Owned
     DesktopUrlOpener urlOpener;
     QNetworkAccessManager network;
     std::unique_ptr<TileSource> tiles; // after the network it uses
+    std::unique_ptr<ConfiguredPositionSourceFactory> positionSources;
+    std::unique_ptr<NominatimGeocoder> geocoder; // after the network it uses
 };
 
 RealServices::RealServices(const Configuration &configuration) : m_owned(std::make_unique<Owned>())
@@ -29,6 +35,25 @@ RealServices::RealServices(const Configuration &configuration) : m_owned(std::ma
     m_owned->tiles = createConfiguredTileSource(configuration, &m_owned->network);
     m_services.tiles = m_owned->tiles.get();
     m_services.configuration = configuration;
+    m_owned->positionSources = std::make_unique<ConfiguredPositionSourceFactory>(configuration);
+    m_services.positionSources = m_owned->positionSources.get();
+    m_owned->geocoder.reset(NominatimGeocoder::fromServices(m_services));
+    m_services.geocoder = m_owned->geocoder.get();
+
+    // the location service is reached through class operations; it gets its
+    // services here, once
+    Location::setServices(m_services);
+    PositionSourceFactory *sources = m_services.positionSources;
+    Location::setMapViewFactory([sources](QObject *parent) -> UserLocationMapView * {
+        return new HiddenUserLocationMapView(sources, parent);
+    });
 }
 
-RealServices::~RealServices() = default;
+RealServices::~RealServices()
+{
+    // the screens are gone by now; the shared location service goes with
+    // the services it was given
+    Location::resetSharedInstance();
+    Location::setMapViewFactory({});
+    Location::setServices(Services{});
+}
