@@ -1,0 +1,364 @@
+#include "FakePositionSource.h"
+#include "TestMain.h"
+
+#include "ui/MapView.h"
+#include "ui/MapViewDelegate.h"
+#include "ui/TileLayer.h"
+
+#include <QPointingDevice>
+#include <QTest>
+#include <QWheelEvent>
+
+#include <memory>
+
+namespace {
+
+class RecordingDelegate : public MapViewDelegate
+{
+public:
+    void regionWillChangeAnimated(MapView *, bool animated) override
+    {
+        events.append(QStringLiteral("will %1").arg(int(animated)));
+    }
+    void regionDidChangeAnimated(MapView *, bool animated) override
+    {
+        events.append(QStringLiteral("did %1").arg(int(animated)));
+    }
+    QImage viewForAnnotation(MapView *, const MapPointAnnotation &annotation) override
+    {
+        return annotation.tag() == 222222 ? endImage : QImage();
+    }
+    std::optional<MapPolylineRenderer> rendererForOverlay(MapView *, const MapPolyline &) override
+    {
+        return MapPolylineRenderer{4.0, QColor(Qt::green)};
+    }
+    void didUpdateUserLocation(MapView *, const PositionFix &fix) override { fixes.append(fix); }
+    void didFailToLocateUserWithError(MapView *, int code, const QString &description) override
+    {
+        failures.append({code, description});
+    }
+
+    QStringList events;
+    QImage endImage;
+    QList<PositionFix> fixes;
+    QList<QPair<int, QString>> failures;
+};
+
+enum class Move {
+    Set,
+    SetThenCentre,
+    SetSameRegion,
+    Animated,
+    AnimatedThenRegion,
+    AnimatedInterruptedBySet,
+    Drag,
+    WheelBurst,
+    DoubleClick,
+    Pinch,
+};
+
+const Coordinate Paris{48.8566, 2.3522};
+const Coordinate Lyon{45.764, 4.8357};
+
+void sendWheel(QWidget *widget, const QPointF &at, int angle)
+{
+    QWheelEvent wheel(at, widget->mapToGlobal(at), QPoint(), QPoint(0, angle), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(widget, &wheel);
+}
+
+bool isNear(QRgb pixel, QColor color, int tolerance = 40)
+{
+    return std::abs(qRed(pixel) - color.red()) <= tolerance &&
+           std::abs(qGreen(pixel) - color.green()) <= tolerance &&
+           std::abs(qBlue(pixel) - color.blue()) <= tolerance;
+}
+
+} // namespace
+
+class MapViewTest : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<MapView> m_map;
+    RecordingDelegate m_delegate;
+
+    // a shown map at rest over Paris, its events forgotten
+    void settledMap()
+    {
+        m_map = std::make_unique<MapView>();
+        m_map->resize(390, 844);
+        m_map->setAnimationDuration(60);
+        m_map->setWheelSettleDelay(40);
+        m_map->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_map.get()));
+        m_map->setDelegate(&m_delegate);
+        m_map->setRegion(CoordinateRegionMakeWithDistance(Paris, 2000, 2000));
+        QTRY_COMPARE(m_delegate.events.size(), 2);
+        m_delegate = RecordingDelegate();
+    }
+
+private slots:
+    void init() { m_delegate = RecordingDelegate(); }
+    void cleanup() { m_map.reset(); }
+
+    void regionDidChangeOncePerSettledMove_data()
+    {
+        QTest::addColumn<Move>("move");
+        QTest::addColumn<QStringList>("expected");
+        const QStringList plain{QStringLiteral("will 0"), QStringLiteral("did 0")};
+        const QStringList animated{QStringLiteral("will 1"), QStringLiteral("did 1")};
+        QTest::newRow("set") << Move::Set << plain;
+        QTest::newRow("set, then centre in the same turn") << Move::SetThenCentre << plain;
+        QTest::newRow("set to where it is") << Move::SetSameRegion << QStringList();
+        QTest::newRow("animated") << Move::Animated << animated;
+        QTest::newRow("animated centre, then region") << Move::AnimatedThenRegion << animated;
+        QTest::newRow("animation overtaken by a set") << Move::AnimatedInterruptedBySet << animated;
+        QTest::newRow("drag") << Move::Drag << plain;
+        QTest::newRow("burst of wheel turns") << Move::WheelBurst << plain;
+        QTest::newRow("double click") << Move::DoubleClick << animated;
+        QTest::newRow("pinch") << Move::Pinch << plain;
+    }
+    void regionDidChangeOncePerSettledMove()
+    {
+        QFETCH(Move, move);
+        QFETCH(QStringList, expected);
+        settledMap();
+        MapView &map = *m_map;
+        const double zoomBefore = map.zoomLevel();
+        const CoordinateRegion lyon = CoordinateRegionMakeWithDistance(Lyon, 5000, 5000);
+        bool completed = false;
+
+        switch (move) {
+        case Move::Set:
+            map.setRegion(lyon);
+            break;
+        case Move::SetThenCentre:
+            map.setRegion(map.regionThatFits(lyon));
+            map.setCenterCoordinate(Lyon);
+            break;
+        case Move::SetSameRegion:
+            map.setRegion(map.region());
+            map.setCenterCoordinate(map.centerCoordinate());
+            break;
+        case Move::Animated:
+            map.setRegion(lyon, true, [&] { completed = true; });
+            QCOMPARE(map.centerCoordinate().latitude, Paris.latitude); // not there yet
+            break;
+        case Move::AnimatedThenRegion:
+            map.animateCenterCoordinate(
+                Lyon, 60, [&] { map.setRegion(lyon, true, [&] { completed = true; }); });
+            break;
+        case Move::AnimatedInterruptedBySet:
+            map.setRegion(lyon, true, [&] { completed = true; });
+            QTest::qWait(20);
+            map.setRegion(map.regionThatFits(CoordinateRegionMakeWithDistance(Paris, 900, 900)));
+            break;
+        case Move::Drag:
+            QTest::mousePress(&map, Qt::LeftButton, {}, QPoint(100, 100));
+            QTest::mouseMove(&map, QPoint(140, 150));
+            QTest::mouseMove(&map, QPoint(200, 220));
+            QTest::qWait(30);
+            // held in the hand: the move has not come to rest
+            QCOMPARE(m_delegate.events, QStringList{QStringLiteral("will 0")});
+            QTest::mouseRelease(&map, Qt::LeftButton, {}, QPoint(200, 220));
+            break;
+        case Move::WheelBurst:
+            for (int i = 0; i < 3; ++i)
+                sendWheel(&map, QPointF(100, 200), 120);
+            QCOMPARE(map.zoomLevel(), zoomBefore + 1.5);
+            break;
+        case Move::DoubleClick:
+            QTest::mouseDClick(&map, Qt::LeftButton, {}, QPoint(195, 422));
+            break;
+        case Move::Pinch: {
+            QPointingDevice *touch = QTest::createTouchDevice();
+            // fingers spread to twice their distance around the middle
+            QTest::touchEvent(&map, touch).press(0, QPoint(145, 422)).press(1, QPoint(245, 422));
+            QTest::touchEvent(&map, touch).move(0, QPoint(120, 422)).move(1, QPoint(270, 422));
+            QTest::touchEvent(&map, touch).move(0, QPoint(95, 422)).move(1, QPoint(295, 422));
+            QTest::touchEvent(&map, touch).release(0, QPoint(95, 422)).release(1, QPoint(295, 422));
+            break;
+        }
+        }
+
+        QTRY_COMPARE_WITH_TIMEOUT(m_delegate.events, expected, 1000);
+        QTest::qWait(80); // and nothing more comes
+        QCOMPARE(m_delegate.events, expected);
+
+        switch (move) {
+        case Move::Set:
+        case Move::Animated:
+        case Move::AnimatedThenRegion:
+            QVERIFY(fuzzyEqual(map.region(), map.regionThatFits(lyon), 1e-9));
+            break;
+        case Move::AnimatedInterruptedBySet:
+            QVERIFY(completed); // told, though it never arrived
+            QVERIFY(std::abs(map.centerCoordinate().latitude - Paris.latitude) < 1e-9);
+            break;
+        case Move::DoubleClick:
+        case Move::Pinch:
+            QVERIFY(std::abs(map.zoomLevel() - (zoomBefore + 1.0)) < 1e-9);
+            // the middle of the gesture stays over the same place
+            QVERIFY(std::abs(map.centerCoordinate().longitude - Paris.longitude) < 1e-9);
+            break;
+        case Move::Drag:
+            QVERIFY(map.centerCoordinate().latitude > Paris.latitude); // dragged down: looks north
+            QVERIFY(map.centerCoordinate().longitude < Paris.longitude);
+            break;
+        default:
+            break;
+        }
+        if (move == Move::Animated || move == Move::AnimatedThenRegion)
+            QVERIFY(completed);
+    }
+
+    void annotationsKeepTheirOrder()
+    {
+        MapView map;
+        auto a = std::make_shared<MapPointAnnotation>(Paris, 111111);
+        auto b = std::make_shared<MapPointAnnotation>(Lyon, 222222, QStringLiteral("Lyon"));
+        auto c = std::make_shared<MapPointAnnotation>(Lyon, 111111);
+        map.addAnnotation(a);
+        map.addAnnotation(b);
+        map.addAnnotation(c);
+        QCOMPARE(map.annotations(), (QList<MapAnnotationPtr>{a, b, c}));
+
+        // the way the route screen takes away its start marker: the first
+        // with the tag goes, a later one with the same tag stays
+        for (const MapAnnotationPtr &annotation : map.annotations()) {
+            if (annotation->tag() == 111111) {
+                map.removeAnnotation(annotation);
+                break;
+            }
+        }
+        QCOMPARE(map.annotations(), (QList<MapAnnotationPtr>{b, c}));
+        map.removeAnnotations({c, a});
+        QCOMPARE(map.annotations(), QList<MapAnnotationPtr>{b});
+    }
+
+    void overlaysKeepTheirOrder()
+    {
+        MapView map;
+        auto first = std::make_shared<MapPolyline>(QList<Coordinate>{Paris, Lyon});
+        auto second = std::make_shared<MapPolyline>(QList<Coordinate>{Lyon, Paris});
+        auto third = std::make_shared<MapPolyline>(QList<Coordinate>{Paris});
+        map.addOverlay(first);
+        map.addOverlay(second);
+        map.addOverlay(third);
+        QCOMPARE(map.overlays(), (QList<MapOverlayPtr>{first, second, third}));
+        map.removeOverlay(second);
+        QCOMPARE(map.overlays(), (QList<MapOverlayPtr>{first, third}));
+        // every point is kept as given
+        QCOMPARE(map.overlays().first()->coordinates(), (QList<Coordinate>{Paris, Lyon}));
+    }
+
+    void drawsWhatTheDelegateSupplies_data()
+    {
+        QTest::addColumn<int>("tag");
+        QTest::addColumn<bool>("delegateFirst");
+        QTest::newRow("delegate's image") << 222222 << true;
+        QTest::newRow("delegate set after the annotation") << 222222 << false;
+        QTest::newRow("default pin") << 0 << true;
+    }
+    void drawsWhatTheDelegateSupplies()
+    {
+        QFETCH(int, tag);
+        QFETCH(bool, delegateFirst);
+        const QColor magenta(255, 0, 255);
+        m_delegate.endImage = QImage(12, 12, QImage::Format_ARGB32_Premultiplied);
+        m_delegate.endImage.fill(magenta);
+
+        MapView map;
+        map.resize(390, 844);
+        map.setCenterCoordinate(Paris, 14u, false);
+        if (delegateFirst)
+            map.setDelegate(&m_delegate);
+        map.addAnnotation(std::make_shared<MapPointAnnotation>(Paris, tag));
+        // a line straight across the middle, east to west
+        const Coordinate west = map.convertPointToCoordinate(QPointF(0, 600));
+        const Coordinate east = map.convertPointToCoordinate(QPointF(390, 600));
+        map.addOverlay(std::make_shared<MapPolyline>(QList<Coordinate>{west, east}));
+        if (!delegateFirst)
+            map.setDelegate(&m_delegate);
+
+        const QImage frame = map.grab().toImage();
+        QCOMPARE(frame.size(), QSize(390, 844));
+        const QRgb atPlace = frame.pixel(195, 422);
+        const QRgb abovePlace = frame.pixel(195, 422 - 22);
+        if (tag == 222222) {
+            QVERIFY(isNear(atPlace, magenta, 10));
+        } else {
+            // the default pin stands with its tip on the place: red above it
+            QVERIFY2(qRed(abovePlace) > 180 && qGreen(abovePlace) < 110,
+                     qPrintable(QColor(abovePlace).name()));
+        }
+        QVERIFY2(isNear(frame.pixel(100, 600), QColor(Qt::green), 60),
+                 qPrintable(QColor(frame.pixel(100, 600)).name()));
+    }
+
+    void withoutTilesShowsTheGrid()
+    {
+        MapView map;
+        map.resize(390, 844);
+        map.setCenterCoordinate(Paris, 12u, false);
+        const QImage frame = map.grab().toImage();
+        int background = 0;
+        int grid = 0;
+        for (int y = 0; y < frame.height(); ++y) {
+            for (int x = 0; x < frame.width(); ++x) {
+                const QRgb pixel = frame.pixel(x, y);
+                QVERIFY(qRed(pixel) > 150 || qGreen(pixel) > 150); // nothing black
+                background += pixel == TileLayer::BackgroundColor.rgb();
+                grid += pixel == TileLayer::GraticuleColor.rgb();
+            }
+        }
+        QVERIFY(background > frame.width() * frame.height() * 3 / 4);
+        QVERIFY(grid > 2 * 844); // at least a few lines
+    }
+
+    void showsTheUserLocation()
+    {
+        FakePositionSourceFactory factory;
+        MapView map;
+        map.resize(390, 844);
+        map.setCenterCoordinate(Paris, 14u, false);
+        map.setDelegate(&m_delegate);
+        map.setPositionSourceFactory(&factory);
+        QVERIFY(factory.created.isEmpty()); // nothing until asked
+
+        map.setShowsUserLocation(true);
+        map.setShowsUserLocation(true);
+        QCOMPARE(factory.created.size(), 1);
+        FakePositionSource *source = factory.last();
+        QVERIFY(source->running);
+
+        source->report(Paris, 5.0);
+        QCOMPARE(m_delegate.fixes.size(), 1);
+        QCOMPARE(m_delegate.fixes.first().coordinate, Paris);
+        QCOMPARE(map.userLocation()->coordinate, Paris);
+        const QImage frame = map.grab().toImage();
+        QVERIFY2(isNear(frame.pixel(195, 422), QColor(0x00, 0x7a, 0xff), 20),
+                 qPrintable(QColor(frame.pixel(195, 422)).name()));
+
+        source->fail(PositionSource::AccessDenied, QStringLiteral("denied"));
+        QCOMPARE(m_delegate.failures.size(), 1);
+        QCOMPARE(m_delegate.failures.first().first, int(PositionSource::AccessDenied));
+
+        map.setShowsUserLocation(false);
+        QCOMPARE(source->stops, 1);
+        QVERIFY(!map.userLocation());
+    }
+
+    void userLocationWithoutSourceFails()
+    {
+        MapView map;
+        map.setDelegate(&m_delegate);
+        map.setShowsUserLocation(true);
+        QVERIFY(m_delegate.failures.isEmpty()); // told later, like a real source
+        QTRY_COMPARE(m_delegate.failures.size(), 1);
+    }
+};
+
+TREKMIME_TEST(MapViewTest)
+#include "MapViewTest.moc"
