@@ -65,7 +65,7 @@ bool HttpTileSource::answerFromCache(const TileId &tile, bool evenIfExpired)
     if (!meta.isValid())
         return false;
     if (!evenIfExpired && meta.expirationDate().isValid() &&
-        meta.expirationDate() < QDateTime::currentDateTimeUtc())
+        meta.expirationDate() <= QDateTime::currentDateTimeUtc())
         return false;
     std::unique_ptr<QIODevice> device(m_cache.data(url));
     if (!device)

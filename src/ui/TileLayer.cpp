@@ -86,9 +86,10 @@ void TileLayer::paint(QPainter &painter, const MapCamera &camera)
         const QPointF bottomRight =
             camera.viewToWorld(QPointF(viewport.width(), viewport.height()));
         const int firstX = int(std::floor(topLeft.x() * count));
-        const int lastX = int(std::floor(bottomRight.x() * count));
+        // an edge exactly on a tile border does not show the next tile
+        const int lastX = int(std::ceil(bottomRight.x() * count)) - 1;
         const int firstY = int(std::floor(topLeft.y() * count));
-        const int lastY = int(std::floor(bottomRight.y() * count));
+        const int lastY = int(std::ceil(bottomRight.y() * count)) - 1;
         // tile edges rounded once, so that neighbours meet without seams
         const double originX = viewport.width() / 2.0 - camera.centerWorld().x() * count * tileSize;
         const double originY =

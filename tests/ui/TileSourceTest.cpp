@@ -1,0 +1,271 @@
+#include "StubHttpServer.h"
+#include "TestMain.h"
+
+#include "platform/Configuration.h"
+#include "ui/ConfiguredTileSource.h"
+#include "ui/HttpTileSource.h"
+#include "ui/MBTilesTileSource.h"
+#include "ui/SlippyMap.h"
+#include "ui/TileLayer.h"
+
+#include <QBuffer>
+#include <QNetworkAccessManager>
+#include <QPainter>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+namespace {
+
+QByteArray pngOf(const QColor &color)
+{
+    QImage image(256, 256, QImage::Format_RGB32);
+    image.fill(color);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return bytes;
+}
+
+// answers on the next turn of the event loop with one colour per tile
+class SolidTileSource : public TileSource
+{
+public:
+    QString attribution() const override
+    {
+        return QStringLiteral("\u00a9 OpenStreetMap contributors");
+    }
+    void requestTile(const TileId &tile) override
+    {
+        requested.append(tile);
+        if (!answer)
+            return;
+        QImage image(256, 256, QImage::Format_RGB32);
+        image.fill(color);
+        QTimer::singleShot(0, this, [this, tile, image] { emit tileLoaded(tile, image); });
+    }
+    QColor color = Qt::blue;
+    bool answer = true;
+    QList<TileId> requested;
+};
+
+} // namespace
+
+class TileSourceTest : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_cacheDir;
+    QNetworkAccessManager m_network;
+
+    HttpTileSource::Options optionsFor(const StubHttpServer &server) const
+    {
+        HttpTileSource::Options options;
+        options.urlTemplate =
+            server.baseUrl().toString() + QStringLiteral("/tiles/{z}/{x}/{y}.png");
+        options.userAgent = Configuration().userAgent();
+        options.cacheDirectory = m_cacheDir.path() + QStringLiteral("/") +
+                                 QString::fromLatin1(QTest::currentDataTag()) +
+                                 QString::fromLatin1(QTest::currentTestFunction());
+        options.attribution = QStringLiteral("\u00a9 OpenStreetMap contributors");
+        return options;
+    }
+
+private slots:
+    void fetchesThenServesFromTheCache_data()
+    {
+        QTest::addColumn<QByteArray>("cacheControl");
+        QTest::addColumn<int>("requestsForTwoAsks");
+        QTest::newRow("fresh for an hour") << QByteArray("max-age=3600") << 1;
+        QTest::newRow("no expiry: kept by default") << QByteArray() << 1;
+        QTest::newRow("already expired: asked again") << QByteArray("max-age=0") << 2;
+    }
+    void fetchesThenServesFromTheCache()
+    {
+        QFETCH(QByteArray, cacheControl);
+        QFETCH(int, requestsForTwoAsks);
+        const QByteArray png = pngOf(Qt::red);
+        StubHttpServer server([&](const StubHttpServer::Request &) {
+            StubHttpServer::Response response{200, "image/png", png, {}};
+            if (!cacheControl.isEmpty())
+                response.extraHeaders.append({"Cache-Control", cacheControl});
+            return response;
+        });
+        QVERIFY(server.listen());
+        HttpTileSource source(&m_network, optionsFor(server));
+        QSignalSpy loaded(&source, &TileSource::tileLoaded);
+
+        source.requestTile(TileId{3, 4, 2});
+        QTRY_COMPARE(loaded.size(), 1);
+        QCOMPARE(server.requests().size(), 1);
+        const StubHttpServer::Request &request = server.requests().first();
+        QCOMPARE(request.target, QByteArray("/tiles/3/4/2.png"));
+        QCOMPARE(request.headers.value("user-agent"), Configuration().userAgent().toUtf8());
+        QCOMPARE(loaded.first().at(0).value<TileId>(), (TileId{3, 4, 2}));
+        QCOMPARE(loaded.first().at(1).value<QImage>().pixelColor(5, 5), QColor(Qt::red));
+
+        // asked again, by this source or a new one over the same cache
+        HttpTileSource again(&m_network, optionsFor(server));
+        QSignalSpy loadedAgain(&again, &TileSource::tileLoaded);
+        again.requestTile(TileId{3, 4, 2});
+        QTRY_COMPARE(loadedAgain.size(), 1);
+        QCOMPARE(loadedAgain.first().at(1).value<QImage>().pixelColor(5, 5), QColor(Qt::red));
+        QCOMPARE(server.requests().size(), requestsForTwoAsks);
+    }
+
+    void failsOnErrorsAndKeepsOldTiles()
+    {
+        int status = 404;
+        StubHttpServer server([&](const StubHttpServer::Request &) {
+            return StubHttpServer::Response{
+                status, "image/png", pngOf(Qt::green), {{"Cache-Control", "max-age=0"}}};
+        });
+        QVERIFY(server.listen());
+        HttpTileSource source(&m_network, optionsFor(server));
+        QSignalSpy loaded(&source, &TileSource::tileLoaded);
+        QSignalSpy failed(&source, &TileSource::tileFailed);
+
+        source.requestTile(TileId{1, 0, 1});
+        QTRY_COMPARE(failed.size(), 1);
+        QCOMPARE(loaded.size(), 0);
+
+        status = 200;
+        source.requestTile(TileId{1, 0, 1});
+        QTRY_COMPARE(loaded.size(), 1);
+        // the server breaks down; the expired copy is better than nothing
+        status = 500;
+        source.requestTile(TileId{1, 0, 1});
+        QTRY_COMPARE(loaded.size(), 2);
+        QCOMPARE(failed.size(), 1);
+        QCOMPARE(server.requests().size(), 3);
+    }
+
+    void asksTheServerSparingly()
+    {
+        StubHttpServer server([](const StubHttpServer::Request &) {
+            return StubHttpServer::Response{0, {}, {}, {}}; // never answers
+        });
+        QVERIFY(server.listen());
+        HttpTileSource::Options options = optionsFor(server);
+        options.maximumRequests = 2;
+        HttpTileSource source(&m_network, options);
+        for (int x = 0; x < 6; ++x)
+            source.requestTile(TileId{3, x, 0});
+        source.requestTile(TileId{3, 0, 0}); // on its way already
+        QTRY_COMPARE(server.requests().size(), 2);
+        QTest::qWait(50);
+        QCOMPARE(server.requests().size(), 2);
+        QCOMPARE(server.requests().first().target, QByteArray("/tiles/3/0/0.png"));
+    }
+
+    void readsMBTiles()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("offline.mbtiles"));
+        {
+            QSqlDatabase db =
+                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("writer"));
+            db.setDatabaseName(path);
+            QVERIFY(db.open());
+            QSqlQuery query(db);
+            QVERIFY(query.exec(QStringLiteral("CREATE TABLE metadata (name text, value text)")));
+            QVERIFY(query.exec(QStringLiteral("CREATE TABLE tiles (zoom_level integer, tile_column "
+                                              "integer, tile_row integer, tile_data blob)")));
+            QVERIFY(
+                query.exec(QStringLiteral("INSERT INTO metadata VALUES ('attribution', '<a "
+                                          "href=\"https://www.openstreetmap.org/copyright\">&copy; "
+                                          "OpenStreetMap contributors</a>'), ('maxzoom', '14')")));
+            QVERIFY(query.prepare(QStringLiteral("INSERT INTO tiles VALUES (?, ?, ?, ?)")));
+            // rows count from the south: XYZ row 1 of 4 is row 2 here
+            query.addBindValue(QVariantList{2, 2});
+            query.addBindValue(QVariantList{1, 1});
+            query.addBindValue(QVariantList{2, 1});
+            query.addBindValue(QVariantList{pngOf(Qt::yellow), pngOf(Qt::cyan)});
+            QVERIFY(query.execBatch());
+            db.close();
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("writer"));
+
+        MBTilesTileSource source(path);
+        QVERIFY2(source.isOpen(), qPrintable(source.errorString()));
+        QCOMPARE(source.attribution(), QStringLiteral("\u00a9 OpenStreetMap contributors"));
+        QCOMPARE(source.maximumZoom(), 14);
+        QSignalSpy loaded(&source, &TileSource::tileLoaded);
+        QSignalSpy failed(&source, &TileSource::tileFailed);
+        source.requestTile(TileId{2, 1, 1});
+        source.requestTile(TileId{2, 1, 2});
+        source.requestTile(TileId{2, 3, 3});
+        QCOMPARE(loaded.size() + failed.size(), 0); // answered later
+        QTRY_COMPARE(loaded.size() + failed.size(), 3);
+        QCOMPARE(loaded.size(), 2);
+        QCOMPARE(loaded.at(0).at(0).value<TileId>(), (TileId{2, 1, 1}));
+        QCOMPARE(loaded.at(0).at(1).value<QImage>().pixelColor(0, 0), QColor(Qt::yellow));
+        QCOMPARE(loaded.at(1).at(1).value<QImage>().pixelColor(0, 0), QColor(Qt::cyan));
+        QCOMPARE(failed.first().at(0).value<TileId>(), (TileId{2, 3, 3}));
+    }
+
+    void configurationChoosesTheSource()
+    {
+        Configuration configuration;
+        configuration.set(Configuration::TileUrl,
+                          QStringLiteral("http://127.0.0.1:9/{z}/{x}/{y}.png"));
+        auto web = createConfiguredTileSource(configuration, &m_network, m_cacheDir.path());
+        QVERIFY(qobject_cast<HttpTileSource *>(web.get()));
+        QCOMPARE(static_cast<HttpTileSource *>(web.get())->urlFor(TileId{5, 17, 11}).toString(),
+                 QStringLiteral("http://127.0.0.1:9/5/17/11.png"));
+        QCOMPARE(web->attribution(), QStringLiteral("\u00a9 OpenStreetMap contributors"));
+
+        configuration.set(Configuration::MBTiles,
+                          m_cacheDir.filePath(QStringLiteral("none.mbtiles")));
+        // a file that cannot be opened is reported, and the map shows its grid
+        QTest::ignoreMessage(QtWarningMsg,
+                             QRegularExpression(QStringLiteral("cannot open the MBTiles file")));
+        QVERIFY(qobject_cast<MBTilesTileSource *>(
+            createConfiguredTileSource(configuration, &m_network, m_cacheDir.path()).get()));
+
+        Configuration empty;
+        empty.set(Configuration::TileUrl, QString());
+        QVERIFY(!createConfiguredTileSource(empty, &m_network, m_cacheDir.path()));
+    }
+
+    void layerDrawsTilesAndFillsTheGaps()
+    {
+        SolidTileSource source;
+        SlippyMap map;
+        map.setTileSource(&source);
+        map.camera().setViewportSize(QSizeF(512, 512));
+        map.camera().setZoom(3.0);
+        map.camera().setCenterWorld(QPointF(0.5, 0.5));
+        QSignalSpy changed(&map, &SlippyMap::changed);
+
+        // first frame: nothing in memory, the grid everywhere, tiles asked for
+        QImage frame = map.render();
+        QCOMPARE(frame.pixelColor(100, 100), TileLayer::BackgroundColor);
+        QCOMPARE(source.requested.size(), 4);
+        // the middle tiles are asked for last, as sources serve the newest first
+        QTRY_VERIFY(changed.size() >= 4);
+        frame = map.render();
+        QCOMPARE(frame.pixelColor(100, 100), QColor(Qt::blue));
+        QCOMPARE(frame.pixelColor(400, 300), QColor(Qt::blue));
+        QCOMPARE(source.requested.size(), 4); // nothing asked twice
+
+        // one level in, before those tiles come: the parents, enlarged
+        source.answer = false;
+        map.camera().setZoom(4.0);
+        frame = map.render();
+        QCOMPARE(frame.pixelColor(100, 100), QColor(Qt::blue));
+        QVERIFY(!map.tiles().hasTile(TileId{4, 7, 7}));
+
+        // the attribution stands in the bottom-right corner
+        const QColor corner = frame.pixelColor(frame.width() - 40, frame.height() - 7);
+        QVERIFY2(corner != QColor(Qt::blue), qPrintable(corner.name()));
+    }
+};
+
+TREKMIME_TEST(TileSourceTest)
+#include "TileSourceTest.moc"
