@@ -171,15 +171,6 @@ private slots:
         const WebPlacemark placemark(resultWith({QStringLiteral("country:China:CN")}));
         QCOMPARE(placemark.description(), QStringLiteral("{\n}"));
     }
-
-    void descriptionEscapesNonAsciiSoItCanBeUndone()
-    {
-        WebPlacemark placemark;
-        placemark.formattedAddress = QStringLiteral("深圳 \"南山\"");
-        const QString text = placemark.description();
-        QVERIFY2(text.contains(QStringLiteral("\"\\U6df1\\U5733 \\\"\\U5357\\U5c71\\\"\"")),
-                 qPrintable(text));
-    }
 };
 
 // The unescaping of backslash-u texts.
