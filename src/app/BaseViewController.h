@@ -1,9 +1,9 @@
 #pragma once
 
+#include "app/ProgressHUD.h"
+
 #include <QPointer>
 #include <QWidget>
-
-class ProgressHUD;
 
 // The common base of the application's screens. A screen builds its widgets
 // in its constructor (its "interface resource"), completes them once in
