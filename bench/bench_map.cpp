@@ -64,12 +64,12 @@ struct Scene
     MemoryTileSource tiles;
     SlippyMap map;
 
-    explicit Scene(int points)
+    explicit Scene(int points, double zoom = 14.0)
     {
         map.setTileSource(&tiles);
         map.camera().setViewportSize(QSizeF(ViewSize));
         map.camera().setCenter(Coordinate{39.9087, 116.3975});
-        map.camera().setZoom(14.0);
+        map.camera().setZoom(zoom);
         for (int i = 0; i < 20; ++i) {
             const QPointF at(30.0 + (i % 4) * 100.0, 40.0 + (i / 4) * 160.0);
             map.addAnnotation(std::make_shared<MapPointAnnotation>(
@@ -103,6 +103,38 @@ void BM_MapRender(benchmark::State &state)
     }
 }
 BENCHMARK(BM_MapRender)->Arg(0)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+// The same at rest between two tile levels (after fitting a region), where
+// tiles are shown enlarged.
+void BM_MapRenderFractionalZoom(benchmark::State &state)
+{
+    Scene scene(int(state.range(0)), 14.3);
+    QImage frame(ViewSize, QImage::Format_ARGB32_Premultiplied);
+    for (auto _ : state) {
+        QPainter painter(&frame);
+        scene.map.paint(painter);
+        painter.end();
+        benchmark::DoNotOptimize(frame.constBits());
+    }
+}
+BENCHMARK(BM_MapRenderFractionalZoom)->Arg(0)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+// Frames of a pinch or a zooming animation: the zoom differs every frame,
+// so tiles are scaled and lines drawn afresh each time.
+void BM_MapRenderZooming(benchmark::State &state)
+{
+    Scene scene(int(state.range(0)), 14.3);
+    QImage frame(ViewSize, QImage::Format_ARGB32_Premultiplied);
+    int step = 0;
+    for (auto _ : state) {
+        scene.map.camera().setZoom(14.3 + 0.01 * (++step % 2));
+        QPainter painter(&frame);
+        scene.map.paint(painter);
+        painter.end();
+        benchmark::DoNotOptimize(frame.constBits());
+    }
+}
+BENCHMARK(BM_MapRenderZooming)->Arg(0)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 // The frame after the line is added or the zoom crosses a whole level: the
 // line's drawing copy for that level is built first.

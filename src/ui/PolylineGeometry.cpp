@@ -39,6 +39,23 @@ PolylineGeometry::PolylineGeometry(const QList<Coordinate> &coordinates)
     m_bounds = QRectF(QPointF(left, top), QPointF(right, bottom));
 }
 
+QList<QPointF> PolylineGeometry::dropCloseNeighbours(const QList<QPointF> &points, double tolerance)
+{
+    if (points.size() < 3)
+        return points;
+    QList<QPointF> result;
+    result.reserve(points.size());
+    result.append(points.first());
+    const double tolerance2 = tolerance * tolerance;
+    for (qsizetype i = 1; i + 1 < points.size(); ++i) {
+        const QPointF d = points[i] - result.last();
+        if (d.x() * d.x() + d.y() * d.y() > tolerance2)
+            result.append(points[i]);
+    }
+    result.append(points.last());
+    return result;
+}
+
 QList<QPointF> PolylineGeometry::simplify(const QList<QPointF> &points, double tolerance)
 {
     // Douglas-Peucker with an explicit stack: keep the point farthest from
@@ -125,7 +142,8 @@ qsizetype PolylineGeometry::simplifiedPointCount(double zoom)
     return levelFor(zoom).points.size();
 }
 
-void PolylineGeometry::paint(QPainter &painter, const MapCamera &camera, const QPen &pen)
+void PolylineGeometry::paint(QPainter &painter, const MapCamera &camera, const QPen &pen,
+                             const QRectF &area)
 {
     if (m_world.isEmpty())
         return;
@@ -137,10 +155,10 @@ void PolylineGeometry::paint(QPainter &painter, const MapCamera &camera, const Q
     const double offsetX = viewport.width() / 2.0 - (camera.centerWorld().x() - shift) * size;
     const double offsetY = viewport.height() / 2.0 - camera.centerWorld().y() * size;
     const double margin = pen.widthF() / size;
-    const QRectF visible = QRectF(camera.viewToWorld(QPointF(0, 0)),
-                                  camera.viewToWorld(QPointF(viewport.width(), viewport.height())))
-                               .translated(-shift, 0)
-                               .adjusted(-margin, -margin, margin, margin);
+    const QRectF visible =
+        QRectF(camera.viewToWorld(area.topLeft()), camera.viewToWorld(area.bottomRight()))
+            .translated(-shift, 0)
+            .adjusted(-margin, -margin, margin, margin);
 
     // Separate segments with square ends, not one polyline: the raster
     // engine strokes short lines several times faster than one long outline

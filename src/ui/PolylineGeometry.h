@@ -14,7 +14,8 @@ class QPen;
 
 // What drawing a long line needs, kept beside the line: its points
 // projected once, and per zoom level a copy without the points that would
-// move the drawn line by less than half a point, cut into runs with bounds
+// move the drawn line by less than half a point (close neighbours first,
+// then Douglas-Peucker), cut into runs with bounds
 // so that a frame draws only the runs in view. Built on first use of a
 // level; the line's own points are never changed.
 class PolylineGeometry
@@ -22,7 +23,8 @@ class PolylineGeometry
 public:
     explicit PolylineGeometry(const QList<Coordinate> &coordinates);
 
-    void paint(QPainter &painter, const MapCamera &camera, const QPen &pen);
+    // draws the part of the line within `area` (view points) and a little beyond
+    void paint(QPainter &painter, const MapCamera &camera, const QPen &pen, const QRectF &area);
 
     // points a frame at this zoom draws when the whole line is in view
     qsizetype simplifiedPointCount(double zoom);
@@ -45,6 +47,7 @@ private:
         QList<Chunk> chunks;
     };
     const Level &levelFor(double zoom);
+    static QList<QPointF> dropCloseNeighbours(const QList<QPointF> &points, double tolerance);
     static QList<QPointF> simplify(const QList<QPointF> &points, double tolerance);
 
     QList<QPointF> m_world;

@@ -62,6 +62,7 @@ void SlippyMap::addOverlay(const MapOverlayPtr &overlay, const MapPolylineRender
         return;
     m_overlays.push_back(
         {overlay, renderer, std::make_unique<PolylineGeometry>(overlay->coordinates())});
+    m_tiles.invalidateOverlays();
 }
 
 void SlippyMap::setOverlayRenderer(const MapPolyline *overlay, const MapPolylineRenderer &renderer)
@@ -70,11 +71,13 @@ void SlippyMap::setOverlayRenderer(const MapPolyline *overlay, const MapPolyline
         if (entry.overlay.get() == overlay)
             entry.renderer = renderer;
     }
+    m_tiles.invalidateOverlays();
 }
 
 void SlippyMap::removeOverlay(const MapOverlayPtr &overlay)
 {
     std::erase_if(m_overlays, [&](const OverlayEntry &entry) { return entry.overlay == overlay; });
+    m_tiles.invalidateOverlays();
 }
 
 QList<MapOverlayPtr> SlippyMap::overlays() const
@@ -94,19 +97,48 @@ void SlippyMap::setUserLocation(const std::optional<PositionFix> &fix)
 void SlippyMap::paint(QPainter &painter)
 {
     painter.save();
-    painter.setClipRect(QRectF(QPointF(0, 0), m_camera.viewportSize()), Qt::IntersectClip);
-    m_tiles.paint(painter, m_camera);
-    for (OverlayEntry &entry : m_overlays) {
-        if (entry.renderer.lineWidth <= 0.0 || !entry.renderer.strokeColor.isValid())
-            continue;
-        const QPen pen(entry.renderer.strokeColor, entry.renderer.lineWidth, Qt::SolidLine,
-                       Qt::RoundCap, Qt::RoundJoin);
-        entry.geometry->paint(painter, m_camera, pen);
+    const QRectF view(QPointF(0, 0), m_camera.viewportSize());
+    painter.setClipRect(view, Qt::IntersectClip);
+    // Drawn from a centre on a whole point: tiles then fall on the same
+    // fractions of a point at every pan, so tiles kept with the lines drawn
+    // in still meet their neighbours exactly. The shift is below half a point.
+    const MapCamera camera = snapped();
+    const auto paintOverlays = [this](QPainter &target, const MapCamera &camera,
+                                      const QRectF &area) {
+        for (OverlayEntry &entry : m_overlays) {
+            if (entry.renderer.lineWidth <= 0.0 || !entry.renderer.strokeColor.isValid())
+                continue;
+            const QPen pen(entry.renderer.strokeColor, entry.renderer.lineWidth, Qt::SolidLine,
+                           Qt::RoundCap, Qt::RoundJoin);
+            entry.geometry->paint(target, camera, pen, area);
+        }
+    };
+    const QRegion composed = m_tiles.paint(
+        painter, camera, m_overlays.empty() ? TileLayer::OverlayPainter() : paintOverlays);
+    if (!m_overlays.empty()) {
+        const QRegion rest = QRegion(view.toAlignedRect()) - composed;
+        if (!rest.isEmpty()) {
+            painter.save();
+            if (!composed.isEmpty())
+                painter.setClipRegion(rest, Qt::IntersectClip);
+            paintOverlays(painter, camera, QRectF(rest.boundingRect()));
+            painter.restore();
+        }
     }
-    paintUserLocation(painter);
-    paintAnnotations(painter);
+    paintUserLocation(painter, camera);
+    paintAnnotations(painter, camera);
     paintAttribution(painter);
     painter.restore();
+}
+
+MapCamera SlippyMap::snapped() const
+{
+    MapCamera camera = m_camera;
+    const double size = camera.worldSize();
+    const QPointF center = camera.centerWorld();
+    camera.setCenterWorld(
+        QPointF(std::round(center.x() * size) / size, std::round(center.y() * size) / size));
+    return camera;
 }
 
 QImage SlippyMap::render()
@@ -143,12 +175,12 @@ QImage SlippyMap::defaultPinImage()
     return pin;
 }
 
-void SlippyMap::paintAnnotations(QPainter &painter)
+void SlippyMap::paintAnnotations(QPainter &painter, const MapCamera &camera)
 {
     const QImage &pin = defaultPinImage();
-    const QRectF view(QPointF(0, 0), m_camera.viewportSize());
+    const QRectF view(QPointF(0, 0), camera.viewportSize());
     for (const AnnotationEntry &entry : std::as_const(m_annotations)) {
-        const QPointF at = m_camera.coordinateToPoint(entry.annotation->coordinate());
+        const QPointF at = camera.coordinateToPoint(entry.annotation->coordinate());
         const bool custom = !entry.image.isNull();
         const QImage &image = custom ? entry.image : pin;
         const QSizeF size = image.deviceIndependentSize();
@@ -167,15 +199,15 @@ void SlippyMap::paintAnnotations(QPainter &painter)
     }
 }
 
-void SlippyMap::paintUserLocation(QPainter &painter)
+void SlippyMap::paintUserLocation(QPainter &painter, const MapCamera &camera)
 {
     if (!m_userLocation || !m_userLocation->isValid())
         return;
     const Coordinate where = m_userLocation->coordinate;
-    const QPointF at = m_camera.coordinateToPoint(where);
+    const QPointF at = camera.coordinateToPoint(where);
     const double metersPerPoint = EarthCircumferenceMeters *
                                   std::cos(where.latitude * std::numbers::pi / 180.0) /
-                                  m_camera.worldSize();
+                                  camera.worldSize();
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     const double accuracy = m_userLocation->horizontalAccuracy / metersPerPoint;

@@ -74,8 +74,9 @@ private:
         MapPolylineRenderer renderer;
         std::unique_ptr<PolylineGeometry> geometry;
     };
-    void paintAnnotations(QPainter &painter);
-    void paintUserLocation(QPainter &painter);
+    MapCamera snapped() const;
+    void paintAnnotations(QPainter &painter, const MapCamera &camera);
+    void paintUserLocation(QPainter &painter, const MapCamera &camera);
     void paintAttribution(QPainter &painter);
 
     MapCamera m_camera;

@@ -19,6 +19,7 @@ constexpr int AncestorLevels = 4;
 TileLayer::TileLayer(QObject *parent) : QObject(parent)
 {
     setMemoryLimitBytes(96 * 1024 * 1024);
+    m_composed.setMaxCost(48 * 1024);
     m_elapsed.start();
 }
 
@@ -30,6 +31,7 @@ void TileLayer::setSource(TileSource *source)
         disconnect(m_source, nullptr, this, nullptr);
     m_source = source;
     m_tiles.clear();
+    m_composed.clear();
     m_requested.clear();
     m_failedAt.clear();
     if (m_source) {
@@ -53,6 +55,13 @@ void TileLayer::onLoaded(const TileId &tile, const QImage &image)
     auto *stored = new QImage(image.convertToFormat(
         image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32));
     m_tiles.insert(tile, stored, qMax<qsizetype>(1, stored->sizeInBytes() / 1024));
+    // kept tiles are numbered by the copy of the world they lie in
+    const int count = 1 << tile.z;
+    const QList<TileId> kept = m_composed.keys();
+    for (const TileId &id : kept) {
+        if (id.z == tile.z && id.y == tile.y && ((id.x % count) + count) % count == tile.x)
+            m_composed.remove(id);
+    }
     emit changed();
 }
 
@@ -71,11 +80,21 @@ bool TileLayer::shouldRequest(const TileId &tile) const
     return failed == m_failedAt.cend() || m_elapsed.elapsed() - *failed >= m_retryAfterMs;
 }
 
-void TileLayer::paint(QPainter &painter, const MapCamera &camera)
+QRegion TileLayer::paint(QPainter &painter, const MapCamera &camera, const OverlayPainter &overlays)
 {
     const QSizeF viewport = camera.viewportSize();
     const QRect viewRect(0, 0, int(std::ceil(viewport.width())), int(std::ceil(viewport.height())));
     QRegion bare;
+    QRegion composed;
+    // during a pinch or a zooming animation every frame has another zoom:
+    // there tiles are not worth keeping, the overlays are drawn afresh
+    const bool atRest = camera.zoom() == m_lastZoom;
+    m_lastZoom = camera.zoom();
+    if (atRest && (camera.zoom() != m_composedZoom || viewport != m_composedViewport)) {
+        m_composed.clear();
+        m_composedZoom = camera.zoom();
+        m_composedViewport = viewport;
+    }
     if (!m_source) {
         bare = QRegion(viewRect);
     } else {
@@ -95,6 +114,9 @@ void TileLayer::paint(QPainter &painter, const MapCamera &camera)
         const double originY =
             viewport.height() / 2.0 - camera.centerWorld().y() * count * tileSize;
         const bool scaled = std::abs(tileSize - MapCamera::TileSize) > 1e-6;
+        // tiles shown enlarged or reduced are kept at that size as well:
+        // copying them is far cheaper than scaling them every frame
+        const bool compose = m_source && atRest && (overlays || scaled);
         painter.setRenderHint(QPainter::SmoothPixmapTransform, scaled);
 
         struct Wanted
@@ -117,6 +139,12 @@ void TileLayer::paint(QPainter &painter, const MapCamera &camera)
                 }
                 const TileId tile{z, ((tx % count) + count) % count, ty};
                 if (const QImage *image = m_tiles.object(tile)) {
+                    if (compose) {
+                        painter.drawImage(target.topLeft(), composedTile(TileId{z, tx, ty}, *image,
+                                                                         target, camera, overlays));
+                        composed += target;
+                        continue;
+                    }
                     if (scaled)
                         painter.drawImage(target, *image);
                     else
@@ -140,6 +168,27 @@ void TileLayer::paint(QPainter &painter, const MapCamera &camera)
     }
     if (!bare.isEmpty())
         drawGraticule(painter, camera, bare);
+    return overlays ? composed & viewRect : QRegion();
+}
+
+const QImage &TileLayer::composedTile(const TileId &unwrapped, const QImage &tile,
+                                      const QRect &target, const MapCamera &camera,
+                                      const OverlayPainter &overlays)
+{
+    if (const QImage *done = m_composed.object(unwrapped); done && done->size() == target.size())
+        return *done;
+    // opaque, so that the frame copies it without blending
+    auto *image = new QImage(target.size(), QImage::Format_RGB32);
+    image->fill(BackgroundColor);
+    QPainter painter(image);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, tile.size() != target.size());
+    painter.drawImage(QRect(QPoint(0, 0), target.size()), tile);
+    painter.translate(-target.topLeft());
+    if (overlays)
+        overlays(painter, camera, QRectF(target));
+    painter.end();
+    m_composed.insert(unwrapped, image, qMax<qsizetype>(1, image->sizeInBytes() / 1024));
+    return *m_composed.object(unwrapped);
 }
 
 bool TileLayer::drawFromAncestor(QPainter &painter, const TileId &tile, const QRect &target)

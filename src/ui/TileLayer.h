@@ -10,11 +10,13 @@
 #include <QImage>
 #include <QObject>
 #include <QPointer>
+#include <QRegion>
 #include <QSet>
+
+#include <functional>
 
 class MapCamera;
 class QPainter;
-class QRegion;
 
 // The map's base: tiles from a source, kept decoded in memory, drawn for
 // any camera. Where no tile is at hand, an ancestor tile is drawn enlarged,
@@ -34,7 +36,18 @@ public:
     void setSource(TileSource *source);
     TileSource *source() const { return m_source; }
 
-    void paint(QPainter &painter, const MapCamera &camera);
+    // draws what lies over the tiles (the lines) within `area` of the view
+    using OverlayPainter =
+        std::function<void(QPainter &painter, const MapCamera &camera, const QRectF &area)>;
+
+    // Paints the tiles of the camera's view. With `overlays`, once the zoom
+    // has come to rest (the same as the last frame's), each tile is kept with
+    // the overlays drawn into it, as a map keeps its overlay renderings per
+    // tile, and later frames copy it whole; the answer is the area where the
+    // overlays are drawn that way, the caller draws them elsewhere.
+    QRegion paint(QPainter &painter, const MapCamera &camera, const OverlayPainter &overlays = {});
+    // the overlays changed: tiles with them drawn in are stale
+    void invalidateOverlays() { m_composed.clear(); }
 
     // the tile level drawn for a camera's zoom
     int tileZoomFor(double zoom) const;
@@ -53,12 +66,21 @@ signals:
 private:
     void onLoaded(const TileId &tile, const QImage &image);
     void onFailed(const TileId &tile);
+    const QImage &composedTile(const TileId &unwrapped, const QImage &tile, const QRect &target,
+                               const MapCamera &camera, const OverlayPainter &overlays);
     bool drawFromAncestor(QPainter &painter, const TileId &tile, const QRect &target);
     void drawGraticule(QPainter &painter, const MapCamera &camera, const QRegion &where);
     bool shouldRequest(const TileId &tile) const;
 
     QPointer<TileSource> m_source;
     QCache<TileId, QImage> m_tiles; // cost in KiB
+    // tiles with the overlays drawn in, for one zoom and viewport; their
+    // column is not wrapped round the world, as each copy of the world
+    // shows a line once only
+    QCache<TileId, QImage> m_composed;
+    double m_composedZoom = -1.0;
+    QSizeF m_composedViewport;
+    double m_lastZoom = -1.0;
     QSet<TileId> m_requested;
     QHash<TileId, qint64> m_failedAt;
     QElapsedTimer m_elapsed;

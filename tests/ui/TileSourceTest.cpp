@@ -265,6 +265,60 @@ private slots:
         const QColor corner = frame.pixelColor(frame.width() - 40, frame.height() - 7);
         QVERIFY2(corner != QColor(Qt::blue), qPrintable(corner.name()));
     }
+
+    void keptTilesFollowTheLines_data()
+    {
+        QTest::addColumn<double>("zoom");
+        QTest::newRow("whole level") << 5.0;
+        QTest::newRow("between levels") << 5.4;
+    }
+    void keptTilesFollowTheLines()
+    {
+        QFETCH(double, zoom);
+        SolidTileSource source;
+        SlippyMap map;
+        map.setTileSource(&source);
+        map.camera().setViewportSize(QSizeF(300, 300));
+        map.camera().setZoom(zoom);
+        map.camera().setCenter(Coordinate{10.0, 10.0});
+        const auto across = [&](double y) {
+            return std::make_shared<MapPolyline>(
+                QList<Coordinate>{map.camera().pointToCoordinate(QPointF(-10, y)),
+                                  map.camera().pointToCoordinate(QPointF(310, y + 40))});
+        };
+        const MapOverlayPtr line = across(100);
+        map.addOverlay(line, MapPolylineRenderer{3.0, QColor(Qt::red)});
+        map.render();
+        QTRY_VERIFY(map.tiles().hasTile(TileId{5, 16, 15}));
+        map.render(); // the zoom has come to rest: tiles are kept with the line
+
+        const QImage direct = [&] {
+            map.camera().setZoom(zoom + 1e-9); // a moving zoom draws the line afresh
+            const QImage image = map.render();
+            map.camera().setZoom(zoom);
+            return image;
+        }();
+        map.render();
+        const QImage kept = map.render();
+        const auto redPixels = [](const QImage &image, int x) {
+            int count = 0;
+            for (int y = 0; y < image.height(); ++y)
+                count += qRed(image.pixel(x, y)) > 200 && qBlue(image.pixel(x, y)) < 100;
+            return count;
+        };
+        for (int x : {5, 150, 295}) {
+            QVERIFY(redPixels(direct, x) >= 2);
+            QCOMPARE(redPixels(kept, x), redPixels(direct, x));
+        }
+
+        // lines taken away or added show at once
+        map.removeOverlay(line);
+        QCOMPARE(redPixels(map.render(), 150), 0);
+        map.addOverlay(across(200), MapPolylineRenderer{3.0, QColor(Qt::red)});
+        const QImage moved = map.render();
+        QVERIFY(redPixels(moved, 150) >= 2);
+        QVERIFY(qRed(moved.pixel(150, 220)) > 200);
+    }
 };
 
 TREKMIME_TEST(TileSourceTest)
