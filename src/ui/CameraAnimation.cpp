@@ -41,6 +41,13 @@ void CameraAnimation::stop()
         completion();
 }
 
+void CameraAnimation::abandon()
+{
+    m_completion = {};
+    m_running = false;
+    m_animation.stop();
+}
+
 void CameraAnimation::step(double progress)
 {
     m_camera->setZoom(m_fromZoom + (m_toZoom - m_fromZoom) * progress);

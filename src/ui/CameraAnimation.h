@@ -19,6 +19,8 @@ public:
 
     void start(const MapCamera &target, int durationMs, std::function<void()> completion);
     void stop();
+    // stops without calling the completion (its owner is going away)
+    void abandon();
     bool isRunning() const { return m_running; }
 
 signals:

@@ -36,7 +36,8 @@ MapView::MapView(QWidget *parent) : QWidget(parent), m_animation(&m_map.camera()
 
 MapView::~MapView()
 {
-    m_animation.stop();
+    // a completion would reach a screen that may already be half gone
+    m_animation.abandon();
     if (m_positionSource)
         m_positionSource->stopUpdatingLocation();
 }
