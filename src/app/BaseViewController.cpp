@@ -28,6 +28,7 @@ void BaseViewController::createHUD()
     if (m_HUD)
         return;
     m_HUD = new ProgressHUD(this);
+    m_HUD->setObjectName(QStringLiteral("HUD"));
     // the screen keeps its overlay, even when something removes it from view
     m_HUD->setDeleteWhenRemoved(false);
     m_HUD->addTo(this);

@@ -45,7 +45,10 @@ public:
     explicit ProgressHUD(const QRect &frame);
     ~ProgressHUD() override;
 
-    // Makes the overlay the view's topmost child over its whole bounds.
+    // Makes the overlay the view's topmost child over its whole bounds. It
+    // follows the view's size from then on; when the device turns, the window
+    // system turns and resizes the window itself, so an overlay on a window
+    // needs no turning of its own.
     void addTo(QWidget *view);
     void removeFromSuperview();
 

@@ -29,7 +29,7 @@ private slots:
         QVERIFY(!screen.HUD());
         screen.resize(200, 300);
         screen.loadViewIfNeeded();
-        QVERIFY(screen.HUD());
+        QCOMPARE(screen.findChild<ProgressHUD *>(QStringLiteral("HUD")), screen.HUD());
         QCOMPARE(screen.HUD()->parentWidget(), &screen);
         QCOMPARE(screen.HUD()->geometry(), screen.rect());
         QCOMPARE(screen.HUD()->alpha(), 0.0);
@@ -103,7 +103,7 @@ private slots:
         m_screen->showHUDView();
         QPointer<ProgressHUD> first =
             m_screen->showHUDHintText(QStringLiteral("Trekmime is working"));
-        QTest::qWait(200);
+        QTest::qWait(300);
         QPointer<ProgressHUD> second = m_screen->showHUDHintText(QString(), -30.0f);
         QCOMPARE(ProgressHUD::allHUDsForView(m_screen).size(), 3);
         for (ProgressHUD *hint : {first.data(), second.data()}) {
@@ -117,7 +117,7 @@ private slots:
         // each goes 0.1 s after its own start plus the 0.3 s fade
         QTRY_VERIFY_WITH_TIMEOUT(first.isNull(), 600);
         QVERIFY(!second.isNull());
-        QTRY_VERIFY_WITH_TIMEOUT(second.isNull(), 500);
+        QTRY_VERIFY_WITH_TIMEOUT(second.isNull(), 600);
         QCOMPARE(m_screen->HUD()->mode(), int(ProgressHUD::Indeterminate));
         QCOMPARE(m_screen->HUD()->alpha(), 1.0);
     }
