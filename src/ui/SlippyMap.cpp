@@ -155,7 +155,9 @@ QImage SlippyMap::defaultPinImage()
 {
     // a red drop with a white centre whose tip marks the place
     static const QImage pin = [] {
-        QImage image(QSize(28, 40), QImage::Format_ARGB32_Premultiplied);
+        // drawn at twice the size, sharp on dense screens
+        QImage image(QSize(56, 80), QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(2.0);
         image.fill(Qt::transparent);
         QPainter painter(&image);
         painter.setRenderHint(QPainter::Antialiasing);

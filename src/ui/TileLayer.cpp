@@ -90,10 +90,14 @@ QRegion TileLayer::paint(QPainter &painter, const MapCamera &camera, const Overl
     // there tiles are not worth keeping, the overlays are drawn afresh
     const bool atRest = camera.zoom() == m_lastZoom;
     m_lastZoom = camera.zoom();
-    if (atRest && (camera.zoom() != m_composedZoom || viewport != m_composedViewport)) {
+    // kept tiles have as many pixels as the screen, so lines stay sharp
+    const qreal ratio = painter.device() ? painter.device()->devicePixelRatioF() : 1.0;
+    if (atRest && (camera.zoom() != m_composedZoom || viewport != m_composedViewport ||
+                   ratio != m_composedRatio)) {
         m_composed.clear();
         m_composedZoom = camera.zoom();
         m_composedViewport = viewport;
+        m_composedRatio = ratio;
     }
     if (!m_source) {
         bare = QRegion(viewRect);
@@ -175,13 +179,16 @@ const QImage &TileLayer::composedTile(const TileId &unwrapped, const QImage &til
                                       const QRect &target, const MapCamera &camera,
                                       const OverlayPainter &overlays)
 {
-    if (const QImage *done = m_composed.object(unwrapped); done && done->size() == target.size())
+    if (const QImage *done = m_composed.object(unwrapped);
+        done && done->size() == target.size() * m_composedRatio)
         return *done;
     // opaque, so that the frame copies it without blending
-    auto *image = new QImage(target.size(), QImage::Format_RGB32);
+    auto *image = new QImage(target.size() * m_composedRatio, QImage::Format_RGB32);
+    image->setDevicePixelRatio(m_composedRatio);
     image->fill(BackgroundColor);
     QPainter painter(image);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform, tile.size() != target.size());
+    painter.setRenderHint(QPainter::SmoothPixmapTransform,
+                          tile.size() != target.size() || m_composedRatio != 1.0);
     painter.drawImage(QRect(QPoint(0, 0), target.size()), tile);
     painter.translate(-target.topLeft());
     if (overlays)

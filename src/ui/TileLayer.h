@@ -80,6 +80,7 @@ private:
     QCache<TileId, QImage> m_composed;
     double m_composedZoom = -1.0;
     QSizeF m_composedViewport;
+    qreal m_composedRatio = 1.0;
     double m_lastZoom = -1.0;
     QSet<TileId> m_requested;
     QHash<TileId, qint64> m_failedAt;
