@@ -175,9 +175,8 @@ QRegion TileLayer::paint(QPainter &painter, const MapCamera &camera, const Overl
     return overlays ? composed & viewRect : QRegion();
 }
 
-const QImage &TileLayer::composedTile(const TileId &unwrapped, const QImage &tile,
-                                      const QRect &target, const MapCamera &camera,
-                                      const OverlayPainter &overlays)
+QImage TileLayer::composedTile(const TileId &unwrapped, const QImage &tile, const QRect &target,
+                               const MapCamera &camera, const OverlayPainter &overlays)
 {
     if (const QImage *done = m_composed.object(unwrapped);
         done && done->size() == target.size() * m_composedRatio)
@@ -194,8 +193,10 @@ const QImage &TileLayer::composedTile(const TileId &unwrapped, const QImage &til
     if (overlays)
         overlays(painter, camera, QRectF(target));
     painter.end();
+    // a copy shares the pixels, and stays valid should the cache drop the tile
+    const QImage result = *image;
     m_composed.insert(unwrapped, image, qMax<qsizetype>(1, image->sizeInBytes() / 1024));
-    return *m_composed.object(unwrapped);
+    return result;
 }
 
 bool TileLayer::drawFromAncestor(QPainter &painter, const TileId &tile, const QRect &target)

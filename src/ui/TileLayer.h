@@ -66,8 +66,8 @@ signals:
 private:
     void onLoaded(const TileId &tile, const QImage &image);
     void onFailed(const TileId &tile);
-    const QImage &composedTile(const TileId &unwrapped, const QImage &tile, const QRect &target,
-                               const MapCamera &camera, const OverlayPainter &overlays);
+    QImage composedTile(const TileId &unwrapped, const QImage &tile, const QRect &target,
+                        const MapCamera &camera, const OverlayPainter &overlays);
     bool drawFromAncestor(QPainter &painter, const TileId &tile, const QRect &target);
     void drawGraticule(QPainter &painter, const MapCamera &camera, const QRegion &where);
     bool shouldRequest(const TileId &tile) const;
