@@ -136,6 +136,24 @@ void BM_MapRenderZooming(benchmark::State &state)
 }
 BENCHMARK(BM_MapRenderZooming)->Arg(0)->Arg(100000)->Unit(benchmark::kMillisecond);
 
+// The frame in which a zoom comes to rest, followed by one copying what it
+// kept: tiles are scaled and the line drawn into each of them once.
+void BM_MapRenderSettling(benchmark::State &state)
+{
+    Scene scene(int(state.range(0)), 14.3);
+    QImage frame(ViewSize, QImage::Format_ARGB32_Premultiplied);
+    int step = 0;
+    for (auto _ : state) {
+        scene.map.camera().setZoom(14.3 + 0.01 * (++step % 2));
+        for (int i = 0; i < 2; ++i) {
+            QPainter painter(&frame);
+            scene.map.paint(painter);
+        }
+        benchmark::DoNotOptimize(frame.constBits());
+    }
+}
+BENCHMARK(BM_MapRenderSettling)->Arg(0)->Arg(100000)->Unit(benchmark::kMillisecond);
+
 // The frame after the line is added or the zoom crosses a whole level: the
 // line's drawing copy for that level is built first.
 void BM_MapRenderFirstFrame(benchmark::State &state)
