@@ -31,7 +31,7 @@ void TileLayer::setSource(TileSource *source)
         disconnect(m_source, nullptr, this, nullptr);
     m_source = source;
     m_tiles.clear();
-    m_composed.clear();
+    retireComposites();
     m_requested.clear();
     m_failedAt.clear();
     if (m_source) {
@@ -94,7 +94,7 @@ QRegion TileLayer::paint(QPainter &painter, const MapCamera &camera, const Overl
     const qreal ratio = painter.device() ? painter.device()->devicePixelRatioF() : 1.0;
     if (atRest && (camera.zoom() != m_composedZoom || viewport != m_composedViewport ||
                    ratio != m_composedRatio)) {
-        m_composed.clear();
+        retireComposites();
         m_composedZoom = camera.zoom();
         m_composedViewport = viewport;
         m_composedRatio = ratio;
@@ -144,8 +144,10 @@ QRegion TileLayer::paint(QPainter &painter, const MapCamera &camera, const Overl
                 const TileId tile{z, ((tx % count) + count) % count, ty};
                 if (const QImage *image = m_tiles.object(tile)) {
                     if (compose) {
-                        painter.drawImage(target.topLeft(), composedTile(TileId{z, tx, ty}, *image,
-                                                                         target, camera, overlays));
+                        const Composite kept =
+                            composedTile(TileId{z, tx, ty}, *image, target, camera, overlays);
+                        painter.drawImage(QRectF(target), kept.image,
+                                          QRectF(QPointF(0, 0), QSizeF(kept.used)));
                         composed += target;
                         continue;
                     }
@@ -175,17 +177,31 @@ QRegion TileLayer::paint(QPainter &painter, const MapCamera &camera, const Overl
     return overlays ? composed & viewRect : QRegion();
 }
 
-QImage TileLayer::composedTile(const TileId &unwrapped, const QImage &tile, const QRect &target,
-                               const MapCamera &camera, const OverlayPainter &overlays)
+TileLayer::Composite TileLayer::composedTile(const TileId &unwrapped, const QImage &tile,
+                                             const QRect &target, const MapCamera &camera,
+                                             const OverlayPainter &overlays)
 {
-    if (const QImage *done = m_composed.object(unwrapped);
-        done && done->size() == target.size() * m_composedRatio)
+    const QSize pixels = target.size() * m_composedRatio;
+    if (const Composite *done = m_composed.object(unwrapped); done && done->used == pixels)
         return *done;
-    // opaque, so that the frame copies it without blending
-    auto *image = new QImage(target.size() * m_composedRatio, QImage::Format_RGB32);
-    image->setDevicePixelRatio(m_composedRatio);
-    image->fill(BackgroundColor);
-    QPainter painter(image);
+    auto *kept = new Composite{QImage(), pixels};
+    for (qsizetype i = 0; i < m_spare.size(); ++i) {
+        const QSize size = m_spare.at(i).size();
+        if (size.width() >= pixels.width() && size.height() >= pixels.height() &&
+            size.width() < pixels.width() + 128 && size.height() < pixels.height() + 128) {
+            kept->image = m_spare.takeAt(i);
+            break;
+        }
+    }
+    if (kept->image.isNull()) {
+        // sizes rounded up, so that the image serves again at nearby zooms
+        kept->image = QImage((pixels.width() + 63) / 64 * 64, (pixels.height() + 63) / 64 * 64,
+                             QImage::Format_RGB32); // opaque: the frame copies it without blending
+    }
+    kept->image.setDevicePixelRatio(m_composedRatio);
+    QPainter painter(&kept->image);
+    painter.setClipRect(QRect(QPoint(0, 0), target.size()));
+    painter.fillRect(QRect(QPoint(0, 0), target.size()), BackgroundColor);
     painter.setRenderHint(QPainter::SmoothPixmapTransform,
                           tile.size() != target.size() || m_composedRatio != 1.0);
     painter.drawImage(QRect(QPoint(0, 0), target.size()), tile);
@@ -194,9 +210,24 @@ QImage TileLayer::composedTile(const TileId &unwrapped, const QImage &tile, cons
         overlays(painter, camera, QRectF(target));
     painter.end();
     // a copy shares the pixels, and stays valid should the cache drop the tile
-    const QImage result = *image;
-    m_composed.insert(unwrapped, image, qMax<qsizetype>(1, image->sizeInBytes() / 1024));
+    const Composite result = *kept;
+    m_composed.insert(unwrapped, kept, qMax<qsizetype>(1, kept->image.sizeInBytes() / 1024));
     return result;
+}
+
+void TileLayer::invalidateOverlays()
+{
+    retireComposites();
+}
+
+void TileLayer::retireComposites()
+{
+    const QList<TileId> ids = m_composed.keys();
+    for (const TileId &id : ids) {
+        std::unique_ptr<Composite> retired(m_composed.take(id));
+        if (retired && m_spare.size() < 64)
+            m_spare.append(std::move(retired->image));
+    }
 }
 
 bool TileLayer::drawFromAncestor(QPainter &painter, const TileId &tile, const QRect &target)

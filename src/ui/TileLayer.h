@@ -47,7 +47,7 @@ public:
     // overlays are drawn that way, the caller draws them elsewhere.
     QRegion paint(QPainter &painter, const MapCamera &camera, const OverlayPainter &overlays = {});
     // the overlays changed: tiles with them drawn in are stale
-    void invalidateOverlays() { m_composed.clear(); }
+    void invalidateOverlays();
 
     // the tile level drawn for a camera's zoom
     int tileZoomFor(double zoom) const;
@@ -64,10 +64,16 @@ signals:
     void changed();
 
 private:
+    struct Composite
+    {
+        QImage image; // may be larger than needed, so it can be used again
+        QSize used;   // pixels in use, from the top-left corner
+    };
     void onLoaded(const TileId &tile, const QImage &image);
     void onFailed(const TileId &tile);
-    QImage composedTile(const TileId &unwrapped, const QImage &tile, const QRect &target,
-                        const MapCamera &camera, const OverlayPainter &overlays);
+    Composite composedTile(const TileId &unwrapped, const QImage &tile, const QRect &target,
+                           const MapCamera &camera, const OverlayPainter &overlays);
+    void retireComposites();
     bool drawFromAncestor(QPainter &painter, const TileId &tile, const QRect &target);
     void drawGraticule(QPainter &painter, const MapCamera &camera, const QRegion &where);
     bool shouldRequest(const TileId &tile) const;
@@ -77,7 +83,10 @@ private:
     // tiles with the overlays drawn in, for one zoom and viewport; their
     // column is not wrapped round the world, as each copy of the world
     // shows a line once only
-    QCache<TileId, QImage> m_composed;
+    QCache<TileId, Composite> m_composed;
+    // images of retired kept tiles: fresh memory costs more to fill than the
+    // drawing itself, so they are painted over again
+    QList<QImage> m_spare;
     double m_composedZoom = -1.0;
     QSizeF m_composedViewport;
     qreal m_composedRatio = 1.0;
