@@ -25,23 +25,25 @@ const QDateTime &referenceDate()
 }
 
 // Dictionary keys repeat a great deal in route records ("lat", "lng" for every
-// point); handing out one shared QString per distinct short key saves an
-// allocation and a UTF-8 decode per entry.
+// point); comparing the key node in place and handing out one shared QString
+// per distinct short key saves a copy, an allocation and a UTF-8 decode per
+// entry.
 class KeyCache
 {
 public:
-    QString key(const char *utf8)
+    QString key(plist_t keyNode)
     {
-        const size_t length = qstrlen(utf8);
-        if (length > 8)
-            return QString::fromUtf8(utf8, qsizetype(length));
         for (const auto &entry : m_entries) {
-            if (entry.first == QByteArrayView(utf8, qsizetype(length)))
+            if (plist_key_val_compare(keyNode, entry.first.constData()) == 0)
                 return entry.second;
         }
-        QString value = QString::fromUtf8(utf8, qsizetype(length));
-        if (m_entries.size() < 32)
-            m_entries.emplace_back(QByteArray(utf8, qsizetype(length)), value);
+        char *utf8 = nullptr;
+        plist_get_key_val(keyNode, &utf8);
+        const QByteArray bytes(utf8 ? utf8 : "");
+        free(utf8);
+        QString value = QString::fromUtf8(bytes);
+        if (bytes.size() <= 8 && m_entries.size() < 16)
+            m_entries.emplace_back(bytes, value);
         return value;
     }
 
@@ -57,17 +59,14 @@ QVariant toVariant(plist_t node, KeyCache &keys)
         plist_dict_iter it = nullptr;
         plist_dict_new_iter(node, &it);
         for (;;) {
-            char *key = nullptr;
             plist_t value = nullptr;
-            plist_dict_next_item(node, it, &key, &value);
-            if (!value) {
-                free(key);
+            plist_dict_next_item(node, it, nullptr, &value);
+            if (!value)
                 break;
-            }
             // keys arrive sorted when the file came from us or the platform,
             // so appending at the end is the cheap case
-            map.insert(map.cend(), keys.key(key), toVariant(value, keys));
-            free(key);
+            map.insert(map.cend(), keys.key(plist_dict_item_get_key(value)),
+                       toVariant(value, keys));
         }
         free(it);
         return map;
@@ -218,17 +217,24 @@ plist_t fromVariant(const QVariant &value, Utf8Cache &keys)
 
 } // namespace
 
-QVariant PropertyList::fromData(const QByteArray &data)
+namespace {
+QVariant parse(const char *data, qint64 size)
 {
-    if (data.isEmpty() || data.size() > qsizetype(UINT32_MAX))
+    if (size <= 0 || size > qint64(UINT32_MAX))
         return {};
     plist_t root = nullptr;
-    plist_from_memory(data.constData(), uint32_t(data.size()), &root);
+    plist_from_memory(data, uint32_t(size), &root);
     if (!root)
         return {};
     PlistPtr owner(root);
     KeyCache keys;
     return toVariant(root, keys);
+}
+} // namespace
+
+QVariant PropertyList::fromData(const QByteArray &data)
+{
+    return parse(data.constData(), data.size());
 }
 
 QVariant PropertyList::read(const QString &path)
@@ -236,6 +242,8 @@ QVariant PropertyList::read(const QString &path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {};
+    // not mapped: a tool that rewrites the file in place would crash a
+    // mapped reader, where a copy merely reads as malformed
     return fromData(file.readAll());
 }
 
@@ -251,30 +259,43 @@ QVariantList PropertyList::readArray(const QString &path)
     return root.metaType().id() == QMetaType::QVariantList ? root.toList() : QVariantList();
 }
 
-QByteArray PropertyList::toXml(const QVariant &root)
+namespace {
+struct XmlText
+{
+    char *data = nullptr;
+    uint32_t length = 0;
+    ~XmlText() { plist_to_xml_free(data); }
+};
+
+bool renderXml(const QVariant &root, XmlText &text)
 {
     Utf8Cache keys;
     PlistPtr node(fromVariant(root, keys));
     if (!node)
+        return false;
+    plist_to_xml(static_cast<plist_t>(node.get()), &text.data, &text.length);
+    return text.data && text.length > 0;
+}
+} // namespace
+
+QByteArray PropertyList::toXml(const QVariant &root)
+{
+    XmlText text;
+    if (!renderXml(root, text))
         return {};
-    char *xml = nullptr;
-    uint32_t length = 0;
-    plist_to_xml(static_cast<plist_t>(node.get()), &xml, &length);
-    QByteArray result(xml, qsizetype(length));
-    plist_to_xml_free(xml);
-    return result;
+    return QByteArray(text.data, qsizetype(text.length));
 }
 
 bool PropertyList::write(const QString &path, const QVariant &root)
 {
-    const QByteArray xml = toXml(root);
-    if (xml.isEmpty())
+    XmlText text;
+    if (!renderXml(root, text))
         return false;
     // the hooking component reads this file at any moment: replace it whole
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return false;
-    if (file.write(xml) != xml.size()) {
+    if (file.write(text.data, text.length) != qint64(text.length)) {
         file.cancelWriting();
         file.commit();
         return false;
