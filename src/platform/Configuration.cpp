@@ -15,6 +15,11 @@ const QList<Configuration::Option> &Configuration::options()
         {TileUrl, "TREKMIME_TILE_URL", "URL",
          "Map tile URL template with {z}, {x} and {y}; empty for no tiles.",
          "https://tile.openstreetmap.org/{z}/{x}/{y}.png"},
+        // the public servers and local ones alike draw OpenStreetMap data,
+        // whose licence asks for this credit on the map
+        {TileAttribution, "TREKMIME_TILE_ATTRIBUTION", "TEXT",
+         "Credit shown on the map for the tiles from the URL.",
+         "\u00a9 OpenStreetMap contributors"},
         {MBTiles, "TREKMIME_MBTILES", "FILE", "MBTiles file for offline maps (replaces the URL).",
          ""},
         {TileCacheMB, "TREKMIME_TILE_CACHE_MB", "MB", "Size of the tile disk cache.", "200"},

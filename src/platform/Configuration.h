@@ -28,6 +28,7 @@ public:
     static constexpr const char *PreferencesDir = "preferences-dir";
     static constexpr const char *ConfigFile = "config";
     static constexpr const char *TileUrl = "tile-url";
+    static constexpr const char *TileAttribution = "tile-attribution";
     static constexpr const char *MBTiles = "mbtiles";
     static constexpr const char *TileCacheMB = "tile-cache-mb";
     static constexpr const char *RoutingUrl = "routing-url";

@@ -26,7 +26,7 @@ std::unique_ptr<TileSource> createConfiguredTileSource(const Configuration &conf
     HttpTileSource::Options options;
     options.urlTemplate = urlTemplate;
     options.userAgent = configuration.userAgent();
-    options.attribution = attributionForTileUrl(urlTemplate);
+    options.attribution = configuration.value(Configuration::TileAttribution);
     options.cacheDirectory = cacheDirectory.isEmpty()
                                  ? QStandardPaths::writableLocation(QStandardPaths::CacheLocation) +
                                        QStringLiteral("/tiles")
@@ -35,13 +35,4 @@ std::unique_ptr<TileSource> createConfiguredTileSource(const Configuration &conf
     const qint64 megabytes = configuration.value(Configuration::TileCacheMB).toLongLong(&ok);
     options.cacheBytes = (ok && megabytes > 0 ? megabytes : 200) * 1024 * 1024;
     return std::make_unique<HttpTileSource>(network, options);
-}
-
-QString attributionForTileUrl(const QString &urlTemplate)
-{
-    Q_UNUSED(urlTemplate);
-    // Every tile server this application is pointed at in practice draws
-    // OpenStreetMap data (the public servers, or a local one rendering an
-    // OpenStreetMap extract), whose licence asks for this credit on the map.
-    return QStringLiteral("\u00a9 OpenStreetMap contributors");
 }

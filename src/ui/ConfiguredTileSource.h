@@ -16,6 +16,3 @@ class TileSource;
 std::unique_ptr<TileSource> createConfiguredTileSource(const Configuration &configuration,
                                                        QNetworkAccessManager *network,
                                                        const QString &cacheDirectory = {});
-
-// the credit shown for tiles from `urlTemplate`
-QString attributionForTileUrl(const QString &urlTemplate);

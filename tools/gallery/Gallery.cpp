@@ -112,7 +112,7 @@ FlatSwitch *makeSwitch(QWidget *parent)
 
 } // namespace
 
-Gallery::Gallery(QWidget *parent) : QWidget(parent)
+Gallery::Gallery(TileSource *tiles, QWidget *parent) : QWidget(parent), m_tiles(tiles)
 {
     setWindowTitle(tr("Trekmime gallery"));
     ViewHelpers::setColor(this, ColorPalette::cloudsColor());
@@ -333,8 +333,10 @@ QWidget *Gallery::mapPanel()
     map->addAnnotation(std::make_shared<MapPointAnnotation>(route.first(), 111111, tr("Start")));
     map->addAnnotation(std::make_shared<MapPointAnnotation>(route.last(), 222222, tr("End")));
     map->setRegion(CoordinateRegion{{52.5125, 13.4140}, {0.03, 0.09}});
+    map->setTileSource(m_tiles);
     card->add(map, 1);
-    card->add(caption(tr("no tile source: the background grid")));
+    card->add(caption(m_tiles ? tr("tiles from the configured source")
+                              : tr("no tile source: the background grid")));
     return card;
 }
 

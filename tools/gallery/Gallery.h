@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+class TileSource;
+
 // One window with the flat switch, the flat buttons, the palette, the
 // progress overlay in each of its modes, and the map with a route and its
 // two end markers.
@@ -10,7 +12,8 @@ class Gallery : public QWidget
     Q_OBJECT
 
 public:
-    explicit Gallery(QWidget *parent = nullptr);
+    // `tiles` (not owned) feeds the map; without it the map shows its grid.
+    explicit Gallery(TileSource *tiles = nullptr, QWidget *parent = nullptr);
 
     // Paints the window as it stands into a PNG file.
     bool saveScreenshot(const QString &path);
@@ -21,4 +24,6 @@ private:
     QWidget *palettePanel();
     QWidget *overlaysPanel();
     QWidget *mapPanel();
+
+    TileSource *m_tiles;
 };
