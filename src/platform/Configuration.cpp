@@ -35,6 +35,12 @@ const QList<Configuration::Option> &Configuration::options()
     return all;
 }
 
+Configuration::Configuration()
+{
+    for (const Option &option : options())
+        m_values.insert(QString::fromLatin1(option.name), QString::fromUtf8(option.defaultValue));
+}
+
 void Configuration::addOptionsTo(QCommandLineParser &parser)
 {
     for (const Option &option : options()) {

@@ -36,6 +36,9 @@ public:
     static constexpr const char *GeocodingUrl = "geocoding-url";
     static constexpr const char *NmeaFile = "nmea-file";
 
+    // Every setting at its default.
+    Configuration();
+
     static void addOptionsTo(QCommandLineParser &parser);
     // Reads the parsed command line, the environment and the config file.
     // Answers false with a message when the config file cannot be read.
