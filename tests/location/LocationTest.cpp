@@ -2,7 +2,7 @@
 #include "TestServices.h"
 
 #include "location/FakeGeocoder.h"
-#include "location/FakePositionSourceFactory.h"
+#include "platform/FakePositionSourceFactory.h"
 #include "location/Location.h"
 #include "location/LocationDelegate.h"
 

@@ -1,7 +1,7 @@
 #include "TestMain.h"
 #include "TestServices.h"
 
-#include "location/FakePositionSourceFactory.h"
+#include "platform/FakePositionSourceFactory.h"
 #include "location/Location.h"
 #include "location/LocationDelegate.h"
 #include "shell/HiddenUserLocationMapView.h"

@@ -1,4 +1,4 @@
-#include "FakePositionSource.h"
+#include "platform/FakePositionSourceFactory.h"
 #include "TestMain.h"
 
 #include "ui/MapView.h"
@@ -325,15 +325,15 @@ private slots:
         map.setCenterCoordinate(Paris, 14u, false);
         map.setDelegate(&m_delegate);
         map.setPositionSourceFactory(&factory);
-        QVERIFY(factory.created.isEmpty()); // nothing until asked
+        QCOMPARE(factory.created(), 0); // nothing until asked
 
         map.setShowsUserLocation(true);
         map.setShowsUserLocation(true);
-        QCOMPARE(factory.created.size(), 1);
+        QCOMPARE(factory.created(), 1);
         FakePositionSource *source = factory.last();
-        QVERIFY(source->running);
+        QVERIFY(source->isRunning());
 
-        source->report(Paris, 5.0);
+        source->deliver(Paris.latitude, Paris.longitude, 5.0);
         QCOMPARE(m_delegate.fixes.size(), 1);
         QCOMPARE(m_delegate.fixes.first().coordinate, Paris);
         QCOMPARE(map.userLocation()->coordinate, Paris);
@@ -346,7 +346,7 @@ private slots:
         QCOMPARE(m_delegate.failures.first().first, int(PositionSource::AccessDenied));
 
         map.setShowsUserLocation(false);
-        QCOMPARE(source->stops, 1);
+        QCOMPARE(source->stopCount(), 1);
         QVERIFY(!map.userLocation());
     }
 

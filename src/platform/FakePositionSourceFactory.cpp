@@ -1,4 +1,4 @@
-#include "location/FakePositionSourceFactory.h"
+#include "platform/FakePositionSourceFactory.h"
 
 PositionSource *FakePositionSourceFactory::create(QObject *parent)
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "location/FakePositionSource.h"
+#include "platform/FakePositionSource.h"
 
 #include <QList>
 #include <QPointer>

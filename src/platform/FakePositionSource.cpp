@@ -1,4 +1,4 @@
-#include "location/FakePositionSource.h"
+#include "platform/FakePositionSource.h"
 
 #include <QTimer>
 
