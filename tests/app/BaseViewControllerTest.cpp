@@ -29,8 +29,7 @@ private slots:
         QVERIFY(!screen.HUD());
         screen.resize(200, 300);
         screen.loadViewIfNeeded();
-        QCOMPARE(screen.findChild<ProgressHUD *>(QStringLiteral("HUD")), screen.HUD());
-        QCOMPARE(screen.HUD()->parentWidget(), &screen);
+        QCOMPARE(ProgressHUD::allHUDsForView(&screen), QList<ProgressHUD *>{screen.HUD()});
         QCOMPARE(screen.HUD()->geometry(), screen.rect());
         QCOMPARE(screen.HUD()->alpha(), 0.0);
     }
@@ -76,7 +75,6 @@ private slots:
         QCOMPARE(hud->geometry(), m_window->rect());
         QCOMPARE(m_window->children().last(), hud);
         QVERIFY(ProgressHUD::allHUDsForView(m_screen).isEmpty());
-        QCOMPARE(hud->labelText(), QStringLiteral("Saving"));
         QCOMPARE(hud->yOffset(), 10.0f);
         // and back over the screen alone
         m_screen->showHUDViewYOffset(5.0f);
@@ -90,9 +88,8 @@ private slots:
     {
         m_screen->showHUDView();
         m_screen->hideHUDView();
-        // no minimum show time: the fade out is already under way
-        QVERIFY(!m_screen->HUD()->showStarted().isValid());
-        QTRY_VERIFY_WITH_TIMEOUT(m_screen->HUD()->isFinished(), 1000);
+        // no minimum show time: finished after the fade alone
+        QTRY_VERIFY_WITH_TIMEOUT(m_screen->HUD()->isFinished(), 600);
         QCOMPARE(m_screen->HUD()->alpha(), 0.0);
         QCOMPARE(m_screen->HUD()->parentWidget(), m_screen); // kept for the next show
     }

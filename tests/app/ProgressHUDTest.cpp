@@ -21,13 +21,9 @@ struct RecordingDelegate : ProgressHUDDelegate
 {
     QList<ProgressHUD *> hidden;
     QList<bool> onGuiThread;
-    QElapsedTimer sinceStart;
-    qint64 hiddenAfter = -1;
     void hudWasHidden(ProgressHUD *hud) override
     {
         hidden.append(hud);
-        if (sinceStart.isValid())
-            hiddenAfter = sinceStart.elapsed();
         onGuiThread.append(QThread::currentThread() == qApp->thread());
     }
 };
@@ -38,59 +34,105 @@ class ProgressHUDTest : public QObject
 {
     Q_OBJECT
 
+    // an overlay placed on the host, hidden, with a manual clock and a delegate
+    ProgressHUD *addedHUD()
+    {
+        auto *hud = new ProgressHUD(m_host);
+        hud->addTo(m_host);
+        hud->setClock(&m_clock);
+        hud->setDelegate(&m_delegate);
+        return hud;
+    }
+
 private slots:
     void init()
     {
         m_host = new QWidget;
         m_host->resize(320, 480);
         m_host->show();
+        m_delegate = RecordingDelegate();
     }
     void cleanup() { delete m_host; }
 
-    void newOverlayIsTransparentAndLetsTouchesThrough()
+    void startsTransparentAndLetsTouchesThrough()
     {
-        ProgressHUD hud(m_host);
-        QCOMPARE(hud.geometry(), m_host->rect());
-        QCOMPARE(hud.alpha(), 0.0);
-        QVERIFY(hud.testAttribute(Qt::WA_TransparentForMouseEvents));
-        QCOMPARE(hud.mode(), int(ProgressHUD::Indeterminate));
-        QCOMPARE(hud.opacity(), 0.8f);
-        QCOMPARE(hud.margin(), 20.0f);
-        QCOMPARE(hud.labelFont().pixelSize(), 16);
-        QVERIFY(hud.labelFont().bold());
-        QCOMPARE(hud.detailsLabelFont().pixelSize(), 12);
-        QVERIFY(!hud.showStarted().isValid());
-    }
-
-    void showAndHideWithoutAnimation()
-    {
-        ManualClock clock(5000);
-        RecordingDelegate delegate;
-        ProgressHUD *hud = new ProgressHUD(m_host);
-        hud->addTo(m_host);
-        hud->setClock(&clock);
-        hud->setDelegate(&delegate);
+        ProgressHUD *hud = addedHUD();
+        QCOMPARE(hud->geometry(), m_host->rect());
+        QCOMPARE(hud->alpha(), 0.0);
+        QVERIFY(hud->testAttribute(Qt::WA_TransparentForMouseEvents));
+        QCOMPARE(hud->mode(), int(ProgressHUD::Indeterminate));
+        QCOMPARE(hud->opacity(), 0.8f);
+        QCOMPARE(hud->margin(), 20.0f);
+        QCOMPARE(hud->labelFont().pixelSize(), 16);
+        QVERIFY(hud->labelFont().bold());
+        QCOMPARE(hud->detailsLabelFont().pixelSize(), 12);
         hud->show(false);
         QCOMPARE(hud->alpha(), 1.0);
         QVERIFY(!hud->testAttribute(Qt::WA_TransparentForMouseEvents));
-        QCOMPARE(hud->showStarted().toMSecsSinceEpoch(), 5000);
-        hud->hide(false);
-        // no animation: transparent and reported at once
+        QCOMPARE(hud->showStarted(), m_clock.now());
+    }
+
+    void hideTiming_data()
+    {
+        QTest::addColumn<bool>("shown");
+        QTest::addColumn<float>("minShowTime");
+        QTest::addColumn<int>("shownForMs");
+        QTest::addColumn<double>("delay");
+        QTest::addColumn<int>("waitMs");
+        QTest::newRow("no minimum: at once") << true << 0.0f << 0 << 0.0 << 0;
+        QTest::newRow("never shown: finished all the same") << false << 0.6f << 0 << 0.0 << 0;
+        // the remaining 100 ms, not the whole minimum
+        QTest::newRow("minimum not yet over") << true << 0.6f << 500 << 0.0 << 100;
+        // the minimum is a single-precision value, a hair above 0.6 s
+        QTest::newRow("minimum over") << true << 0.6f << 601 << 0.0 << 0;
+        QTest::newRow("asked to wait") << true << 0.0f << 0 << 0.05 << 50;
+    }
+    void hideTiming()
+    {
+        QFETCH(bool, shown);
+        QFETCH(float, minShowTime);
+        QFETCH(int, shownForMs);
+        QFETCH(double, delay);
+        QFETCH(int, waitMs);
+        ProgressHUD *hud = addedHUD();
+        hud->setMinShowTime(minShowTime);
+        if (shown)
+            hud->show(false);
+        m_clock.advance(shownForMs);
+        QElapsedTimer sinceHide;
+        sinceHide.start();
+        if (delay > 0)
+            hud->hide(false, delay);
+        else
+            hud->hide(false);
+        // without animation nothing is left of the overlay once it is told
+        QCOMPARE(m_delegate.hidden.size(), waitMs == 0 ? 1 : 0);
+        QCOMPARE(hud->alpha(), waitMs == 0 || !shown ? 0.0 : 1.0);
+        QTRY_COMPARE_WITH_TIMEOUT(m_delegate.hidden, QList<ProgressHUD *>{hud}, 1000);
+        QVERIFY2(sinceHide.elapsed() >= waitMs * 9 / 10 && sinceHide.elapsed() < waitMs + 300,
+                 qPrintable(QString::number(sinceHide.elapsed())));
         QCOMPARE(hud->alpha(), 0.0);
         QVERIFY(hud->isFinished());
-        QCOMPARE(delegate.hidden, QList<ProgressHUD *>{hud});
         QVERIFY(!hud->showStarted().isValid());
         QCOMPARE(hud->parentWidget(), m_host); // it stays unless asked to leave
     }
 
-    void hidingWhatIsNotShownStillFinishes()
+    void graceTimeNeedsARunningTask_data()
     {
-        RecordingDelegate delegate;
-        ProgressHUD hud(m_host);
-        hud.setDelegate(&delegate);
-        hud.hide(true);
-        QCOMPARE(hud.alpha(), 0.0);
-        QCOMPARE(delegate.hidden.size(), 1);
+        QTest::addColumn<bool>("task");
+        QTest::newRow("no task: never visible") << false;
+        QTest::newRow("task still running: visible") << true;
+    }
+    void graceTimeNeedsARunningTask()
+    {
+        QFETCH(bool, task);
+        ProgressHUD *hud = addedHUD();
+        hud->setGraceTime(0.05f);
+        hud->setTaskInProgress(task);
+        hud->show(false);
+        QCOMPARE(hud->alpha(), 0.0);
+        QTest::qWait(150);
+        QCOMPARE(hud->alpha(), task ? 1.0 : 0.0);
     }
 
     void animatedFades_data()
@@ -106,12 +148,8 @@ private slots:
         QFETCH(int, type);
         QFETCH(qreal, startScale);
         QFETCH(qreal, hideScale);
-        RecordingDelegate delegate;
-        ProgressHUD *hud = ProgressHUD::showHUDAddedTo(m_host, false);
-        hud->hide(false);
+        ProgressHUD *hud = addedHUD();
         hud->setAnimationType(type);
-        hud->setDelegate(&delegate);
-        delegate.hidden.clear();
         hud->show(true);
         QCOMPARE(hud->alpha(), 0.0);
         QCOMPARE(hud->scale(), startScale);
@@ -119,96 +157,23 @@ private slots:
         QCOMPARE(hud->scale(), 1.0);
 
         // the animated hide stops at 0.02; finishing takes it to 0
-        QList<qreal> alphas;
+        qreal lowestAlpha = 1.0;
         qreal lowestScale = 1.0;
-        connect(&m_tick, &QTimer::timeout, hud, [&] {
+        QTimer tick;
+        connect(&tick, &QTimer::timeout, hud, [&] {
             if (hud->isFinished())
                 return;
-            alphas.append(hud->alpha());
+            lowestAlpha = qMin(lowestAlpha, hud->alpha());
             lowestScale = qMin(lowestScale, hud->scale());
         });
-        m_tick.start(10);
+        tick.start(10);
         hud->hide(true);
-        QVERIFY(delegate.hidden.isEmpty());
-        QTRY_COMPARE_WITH_TIMEOUT(delegate.hidden.size(), 1, 1000);
-        m_tick.stop();
-        m_tick.disconnect();
+        QVERIFY(m_delegate.hidden.isEmpty());
+        QTRY_COMPARE_WITH_TIMEOUT(m_delegate.hidden.size(), 1, 1000);
         QCOMPARE(hud->alpha(), 0.0);
-        QVERIFY(!alphas.isEmpty());
-        QVERIFY(
-            std::all_of(alphas.begin(), alphas.end(), [](qreal a) { return a >= 0.02 - 1e-9; }));
+        QVERIFY2(lowestAlpha < 1.0 && lowestAlpha >= 0.02 - 1e-9,
+                 qPrintable(QString::number(lowestAlpha)));
         QVERIFY(lowestScale <= hideScale + 0.1);
-    }
-
-    void graceTimeNeedsARunningTask_data()
-    {
-        QTest::addColumn<bool>("task");
-        QTest::addColumn<qreal>("alpha");
-        QTest::newRow("no task: never visible") << false << 0.0;
-        QTest::newRow("task still running: visible") << true << 1.0;
-    }
-    void graceTimeNeedsARunningTask()
-    {
-        QFETCH(bool, task);
-        QFETCH(qreal, alpha);
-        ProgressHUD *hud = new ProgressHUD(m_host);
-        hud->addTo(m_host);
-        hud->setGraceTime(0.05f);
-        hud->setTaskInProgress(task);
-        hud->show(false);
-        QCOMPARE(hud->alpha(), 0.0);
-        if (alpha > 0) {
-            QTRY_COMPARE_WITH_TIMEOUT(hud->alpha(), alpha, 500);
-        } else {
-            QTest::qWait(150);
-            QCOMPARE(hud->alpha(), alpha);
-        }
-    }
-
-    void minimumShowTimeDelaysTheHide()
-    {
-        ManualClock clock(10000);
-        RecordingDelegate delegate;
-        ProgressHUD *hud = new ProgressHUD(m_host);
-        hud->addTo(m_host);
-        hud->setClock(&clock);
-        hud->setDelegate(&delegate);
-        hud->setMinShowTime(0.6f);
-        hud->show(false);
-        clock.advance(500);
-        delegate.sinceStart.start();
-        hud->hide(false);
-        QCOMPARE(hud->alpha(), 1.0);
-        QTRY_COMPARE_WITH_TIMEOUT(delegate.hidden.size(), 1, 1000);
-        // the remaining 100 ms, not the whole minimum
-        QVERIFY2(delegate.hiddenAfter >= 90 && delegate.hiddenAfter < 400,
-                 qPrintable(QString::number(delegate.hiddenAfter)));
-
-        // shown long enough already: hides at once (the minimum is a
-        // single-precision value, a hair above 0.6 s)
-        hud->show(false);
-        clock.advance(601);
-        hud->hide(false);
-        QCOMPARE(delegate.hidden.size(), 2);
-    }
-
-    void removedOnHideWhenAsked()
-    {
-        QPointer<ProgressHUD> hud = ProgressHUD::showHUDAddedTo(m_host, false);
-        hud->setRemoveFromSuperViewOnHide(true);
-        hud->hide(false);
-        QVERIFY(!hud || hud->parentWidget() == nullptr);
-        QTRY_VERIFY_WITH_TIMEOUT(hud.isNull(), 500);
-    }
-
-    void hideAfterDelay()
-    {
-        RecordingDelegate delegate;
-        ProgressHUD *hud = ProgressHUD::showHUDAddedTo(m_host, false);
-        hud->setDelegate(&delegate);
-        hud->hide(false, 0.05);
-        QCOMPARE(hud->alpha(), 1.0);
-        QTRY_COMPARE_WITH_TIMEOUT(delegate.hidden.size(), 1, 500);
     }
 
     void classOperationsLookAtDirectChildrenInOrder()
@@ -218,14 +183,16 @@ private slots:
         QVERIFY(!ProgressHUD::hideAllHUDsForView(m_host, false));
         auto *inner = new QWidget(m_host);
         ProgressHUD::showHUDAddedTo(inner, false); // not a direct child of the host
-        ProgressHUD *first = ProgressHUD::showHUDAddedTo(m_host, false);
+        QPointer<ProgressHUD> first = ProgressHUD::showHUDAddedTo(m_host, false);
         ProgressHUD *second = ProgressHUD::showHUDAddedTo(m_host, false);
         QCOMPARE(ProgressHUD::HUDForView(m_host), first);
         QCOMPARE(ProgressHUD::allHUDsForView(m_host), (QList<ProgressHUD *>{first, second}));
 
+        // what these hide leaves its parent and is deleted
         QVERIFY(ProgressHUD::hideHUDForView(m_host, false));
-        QVERIFY(first->removeFromSuperViewOnHide());
+        QVERIFY(!first || first->parentWidget() == nullptr);
         QCOMPARE(ProgressHUD::allHUDsForView(m_host), QList<ProgressHUD *>{second});
+        QTRY_VERIFY_WITH_TIMEOUT(first.isNull(), 500);
         QVERIFY(ProgressHUD::hideAllHUDsForView(m_host, false));
         QVERIFY(ProgressHUD::allHUDsForView(m_host).isEmpty());
         QCOMPARE(ProgressHUD::allHUDsForView(inner).size(), 1);
@@ -234,13 +201,11 @@ private slots:
     void indicatorFollowsTheMode()
     {
         ProgressHUD hud(m_host);
-        QVERIFY(qobject_cast<ActivityIndicatorView *>(hud.indicator()));
         QVERIFY(static_cast<ActivityIndicatorView *>(hud.indicator())->isAnimating());
         hud.setProgress(0.4f);
         hud.setMode(ProgressHUD::Determinate);
         auto *pie = qobject_cast<RoundProgressView *>(hud.indicator());
-        QVERIFY(pie);
-        QVERIFY(!pie->isAnnular());
+        QVERIFY(pie && !pie->isAnnular());
         QCOMPARE(pie->progress(), 0.4f);
         hud.setProgress(0.7f);
         QCOMPARE(pie->progress(), 0.7f);
@@ -263,19 +228,13 @@ private slots:
         ProgressHUD hud(m_host);
         hud.setMode(ProgressHUD::Text);
         auto *label = hud.findChild<QLabel *>(QStringLiteral("label"));
-        auto *details = hud.findChild<QLabel *>(QStringLiteral("detailsLabel"));
-        QVERIFY(label && details);
         hud.setLabelText(QStringLiteral("Searching"));
         QCOMPARE(label->text(), QStringLiteral("Searching"));
-        QVERIFY(!label->isHidden());
         QCOMPARE(label->palette().color(QPalette::WindowText), QColor(Qt::white));
-        const QSizeF withText = hud.boxSize();
+        QVERIFY(hud.boxSize().width() > 40);
         hud.setLabelText(QString());
-        QVERIFY(label->isHidden());
-        QCOMPARE(hud.boxSize(), QSizeF(40, 40));
-        QVERIFY(withText.width() > 40);
         hud.setDetailsLabelText(QStringLiteral("Two\nlines"));
-        QVERIFY(!details->isHidden());
+        QVERIFY(!hud.findChild<QLabel *>(QStringLiteral("detailsLabel"))->isHidden());
         QVERIFY(hud.boxSize().height() > 40);
     }
 
@@ -289,10 +248,7 @@ private slots:
 
     void workRunsOnItsOwnThread()
     {
-        RecordingDelegate delegate;
-        ProgressHUD *hud = new ProgressHUD(m_host);
-        hud->addTo(m_host);
-        hud->setDelegate(&delegate);
+        ProgressHUD *hud = addedHUD();
         std::atomic<bool> release{false};
         std::atomic<bool> onGui{true};
         hud->showWhileExecuting(
@@ -305,9 +261,9 @@ private slots:
         QVERIFY(hud->taskInProgress());
         QCOMPARE(hud->alpha(), 1.0);
         release = true;
-        QTRY_COMPARE_WITH_TIMEOUT(delegate.hidden.size(), 1, 1000);
+        QTRY_COMPARE_WITH_TIMEOUT(m_delegate.hidden.size(), 1, 1000);
         QVERIFY(!onGui);
-        QCOMPARE(delegate.onGuiThread, QList<bool>{true});
+        QCOMPARE(m_delegate.onGuiThread, QList<bool>{true});
         QVERIFY(!hud->taskInProgress());
         QCOMPARE(hud->alpha(), 0.0);
         // shown again, it builds a fresh indicator
@@ -326,13 +282,13 @@ private slots:
         QCOMPARE(image.pixel(box.center().toPoint()), qRgb(0, 0, 0));
         // just outside the box the shade is light; in the corners it is dark
         const QColor nearCentre = image.pixelColor(box.right() + 3, int(box.center().y()));
-        const QColor corner = image.pixelColor(2, 2);
-        QVERIFY(nearCentre.lightness() > corner.lightness() + 40);
+        QVERIFY(nearCentre.lightness() > image.pixelColor(2, 2).lightness() + 40);
     }
 
 private:
     QWidget *m_host = nullptr;
-    QTimer m_tick;
+    ManualClock m_clock{5000};
+    RecordingDelegate m_delegate;
 };
 
 TREKMIME_TEST(ProgressHUDTest)
