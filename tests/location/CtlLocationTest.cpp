@@ -2,7 +2,6 @@
 #include "StubHttpServer.h"
 #include "TestMain.h"
 
-#include <QEventLoop>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -10,7 +9,6 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 
 #include <memory>
 
@@ -42,7 +40,6 @@ class CtlLocationTest : public QObject
 private:
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<StubHttpServer> m_server;
-    QHash<QByteArray, StubHttpServer::Response> m_answers; // by path
 
     // Runs the tool while this process keeps serving the stub.
     Run ctl(const QStringList &arguments)
@@ -51,72 +48,106 @@ private:
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("XDG_CONFIG_HOME"),
                            m_dir->filePath(QStringLiteral("config")));
-        environment.insert(QStringLiteral("LANG"), QStringLiteral("C.UTF-8"));
         environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
         process.setProcessEnvironment(environment);
-        QEventLoop loop;
-        connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
-        QTimer::singleShot(10000, &loop, &QEventLoop::quit);
+        const QString url = m_server->baseUrl().toString();
         process.start(QStringLiteral(TREKMIME_CTL),
                       QStringList{QStringLiteral("--preferences-dir"), m_dir->path(),
-                                  QStringLiteral("--geocoding-url"), m_server->baseUrl().toString(),
-                                  QStringLiteral("--nominatim-url"),
-                                  m_server->baseUrl().toString()} +
+                                  QStringLiteral("--geocoding-url"), url,
+                                  QStringLiteral("--nominatim-url"), url} +
                           arguments);
-        if (process.state() != QProcess::NotRunning)
-            loop.exec();
-        return {process.state() == QProcess::NotRunning &&
-                        process.exitStatus() == QProcess::NormalExit
-                    ? process.exitCode()
-                    : -1,
+        const bool ended =
+            QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 10000);
+        return {ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
                 QString::fromUtf8(process.readAllStandardOutput()),
                 QString::fromUtf8(process.readAllStandardError())};
-    }
-
-    QString writeLog(const QByteArray &text)
-    {
-        const QString path = m_dir->filePath(QStringLiteral("track.nmea"));
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-            return QString();
-        return path;
-    }
-
-    QByteArray lastTarget() const
-    {
-        return m_server->requests().isEmpty() ? QByteArray() : m_server->requests().last().target;
     }
 
 private slots:
     void init()
     {
         m_dir = std::make_unique<QTemporaryDir>();
-        m_answers.clear();
-        m_server = std::make_unique<StubHttpServer>([this](const StubHttpServer::Request &request) {
-            const QByteArray path = request.target.left(request.target.indexOf('?'));
-            return m_answers.value(path, StubHttpServer::Response{404, "text/plain", "none", {}});
+        m_server = std::make_unique<StubHttpServer>([](const StubHttpServer::Request &request) {
+            const QByteArray &target = request.target;
+            QByteArray body;
+            if (target.startsWith("/maps/api/geocode/json?address="))
+                body = googleResult;
+            else if (target.startsWith("/maps/api/geocode/json?latlng="))
+                body = R"({"results":[],"status":"ZERO_RESULTS"})";
+            else if (target.startsWith("/search?"))
+                body = R"([{"lat":"22.5431","lon":"114.0579","display_name":"Futian"}])";
+            else if (target.startsWith("/reverse?format=jsonv2&lat=0.")) // the ocean
+                body = R"({"error":"Unable to geocode"})";
+            else if (target.startsWith("/reverse?"))
+                body = R"({"lat":"22.5","lon":"114.1","display_name":"Nanshan, Shenzhen"})";
+            else
+                return StubHttpServer::Response{404, "text/plain", "none", {}};
+            return StubHttpServer::Response{200, "application/json", body, {}};
         });
         QVERIFY(m_server->listen());
     }
 
-    void geocodePrintsEachPlace()
+    void commands_data()
     {
-        m_answers.insert("/maps/api/geocode/json", {200, "application/json", googleResult, {}});
-        const Run run = ctl({QStringLiteral("geocode"), QStringLiteral("a&b"), QStringLiteral("c"),
-                             QStringLiteral("--region"), QStringLiteral("37.4,-122.1,1000")});
-        QCOMPARE(run.err, QString());
-        QCOMPARE(run.status, 0);
-        QCOMPARE(run.out,
-                 QStringLiteral("1600 Amphitheatre Pkwy\t1600 Amphitheatre Pkwy, Mountain View, "
-                                "CA 94043, USA\t37.422476, -122.084250\n"));
-        QVERIFY2(lastTarget().startsWith("/maps/api/geocode/json?address=a%26b%20c&bounds=37.39"),
-                 lastTarget());
-        QVERIFY2(lastTarget().endsWith("&sensor=true&language=en"), lastTarget());
+        QTest::addColumn<QStringList>("arguments"); // LOG: a log with fixes, NOFIX: without
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("out");
+        QTest::addColumn<QString>("err"); // a part of it; empty: nothing at all
+        QTest::addColumn<QByteArray>("target");
+        const auto row = [](const char *name, const char *arguments, int status, const char *out,
+                            const char *err, const QByteArray &target) {
+            QTest::newRow(name) << QString::fromUtf8(arguments).split(u' ') << status
+                                << QString::fromUtf8(out) << QString::fromUtf8(err) << target;
+        };
+        row("geocode in a region", "geocode a&b c --region 37.4,-122.1,1000", 0,
+            "1600 Amphitheatre Pkwy\t1600 Amphitheatre Pkwy, Mountain View, CA 94043, USA\t"
+            "37.422476, -122.084250\n",
+            "",
+            "/maps/api/geocode/json?address=a%26b%20c&bounds=37.395508%2C-122.105654"
+            "%7C37.404492%2C-122.094346&sensor=true&language=en");
+        row("reverse, service error", "reverse 22.5 114.1", 1, "", "Zero results returned",
+            "/maps/api/geocode/json?latlng=22.500000%2C114.100000&sensor=true&language=en");
+        row("lookup address", "lookup Futian Shenzhen", 0, "22.543100 114.057900\n", "",
+            "/search?format=jsonv2&q=Futian%20Shenzhen&accept-language=en");
+        row("lookup coordinate", "lookup 22.5 114.1", 0, "Nanshan, Shenzhen\n", "",
+            "/reverse?format=jsonv2&lat=22.500000&lon=114.100000&accept-language=en");
+        row("lookup in the ocean", "lookup 0 -160", 1, "", "Unable to geocode",
+            "/reverse?format=jsonv2&lat=0.000000&lon=-160.000000&accept-language=en");
+        row("position, command option", "position --nmea-file LOG", 0, "22.500000 114.100000\n", "",
+            "");
+        row("position, global option", "--nmea-file LOG position", 0, "22.500000 114.100000\n", "",
+            "");
+        row("position without a fix", "position --nmea-file NOFIX --timeout 0.3", 1, "",
+            "no position within 0.3 seconds", "");
+    }
+    void commands()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, status);
+        QFETCH(QString, out);
+        QFETCH(QString, err);
+        QFETCH(QByteArray, target);
+        for (QString &argument : arguments) {
+            if (argument != QLatin1String("LOG") && argument != QLatin1String("NOFIX"))
+                continue;
+            const bool fix = argument == QLatin1String("LOG");
+            argument = m_dir->filePath(argument);
+            QFile log(argument);
+            QVERIFY(log.open(QIODevice::WriteOnly) && log.write(NmeaLog::log(22.5, 114.1, 2, fix)));
+        }
+        const Run run = ctl(arguments);
+        if (err.isEmpty())
+            QCOMPARE(run.err, QString());
+        else
+            QVERIFY2(run.err.contains(err), qPrintable(run.err));
+        QCOMPARE(run.status, status);
+        QCOMPARE(run.out, out);
+        QCOMPARE(m_server->requests().isEmpty() ? QByteArray() : m_server->requests().last().target,
+                 target);
     }
 
     void geocodeAsJson()
     {
-        m_answers.insert("/maps/api/geocode/json", {200, "application/json", googleResult, {}});
         const Run run =
             ctl({QStringLiteral("--json"), QStringLiteral("geocode"), QStringLiteral("x")});
         QCOMPARE(run.status, 0);
@@ -130,117 +161,20 @@ private slots:
         QCOMPARE(place.value(QStringLiteral("latitude")).toDouble(), 37.4224764);
     }
 
-    void reverseReportsTheServiceError()
-    {
-        m_answers.insert(
-            "/maps/api/geocode/json",
-            {200, "application/json", R"({"results":[],"status":"ZERO_RESULTS"})", {}});
-        const Run run =
-            ctl({QStringLiteral("reverse"), QStringLiteral("22.5"), QStringLiteral("114.1")});
-        QCOMPARE(run.status, 1);
-        QCOMPARE(run.out, QString());
-        QVERIFY2(run.err.contains(QStringLiteral("Zero results returned")), qPrintable(run.err));
-        QVERIFY2(lastTarget().contains("latlng=22.500000%2C114.100000&"), lastTarget());
-    }
-
-    void lookupBothWays_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QString>("out");
-        QTest::addColumn<QByteArray>("target");
-        QTest::newRow("address")
-            << QStringList{QStringLiteral("lookup"), QStringLiteral("Futian"),
-                           QStringLiteral("Shenzhen")}
-            << 0 << QStringLiteral("22.543100 114.057900\n")
-            << QByteArray("/search?format=jsonv2&q=Futian%20Shenzhen&accept-language=en");
-        QTest::newRow("coordinate")
-            << QStringList{QStringLiteral("lookup"), QStringLiteral("22.5"),
-                           QStringLiteral("114.1")}
-            << 0 << QStringLiteral("Nanshan, Shenzhen\n")
-            << QByteArray("/reverse?format=jsonv2&lat=22.500000&lon=114.100000&accept-language=en");
-        QTest::newRow("ocean")
-            << QStringList{QStringLiteral("lookup"), QStringLiteral("0"), QStringLiteral("-160")}
-            << 1 << QString()
-            << QByteArray("/reverse?format=jsonv2&lat=0.000000&lon=-160.000000&accept-language=en");
-    }
-    void lookupBothWays()
-    {
-        QFETCH(QStringList, arguments);
-        QFETCH(int, status);
-        QFETCH(QString, out);
-        QFETCH(QByteArray, target);
-        m_answers.insert("/search",
-                         {200,
-                          "application/json",
-                          R"([{"lat":"22.5431","lon":"114.0579","display_name":"Futian"}])",
-                          {}});
-        const bool ocean = arguments.last() == QLatin1String("-160");
-        m_answers.insert(
-            "/reverse",
-            {200,
-             "application/json",
-             ocean
-                 ? QByteArray(R"({"error":"Unable to geocode"})")
-                 : QByteArray(R"({"lat":"22.5","lon":"114.1","display_name":"Nanshan, Shenzhen"})"),
-             {}});
-        const Run run = ctl(arguments);
-        QCOMPARE(run.status, status);
-        QCOMPARE(run.out, out);
-        QCOMPARE(lastTarget(), target);
-        if (status)
-            QVERIFY2(run.err.contains(QStringLiteral("Unable to geocode")), qPrintable(run.err));
-    }
-
-    void positionReplaysTheLog_data()
-    {
-        QTest::addColumn<bool>("globalOption");
-        QTest::newRow("command option") << false;
-        QTest::newRow("global option") << true;
-    }
-    void positionReplaysTheLog()
-    {
-        QFETCH(bool, globalOption);
-        const QString log = writeLog(NmeaLog::log(22.5, 114.1));
-        const QStringList arguments =
-            globalOption
-                ? QStringList{QStringLiteral("--nmea-file"), log, QStringLiteral("position")}
-                : QStringList{QStringLiteral("position"), QStringLiteral("--nmea-file"), log};
-        const Run run = ctl(arguments);
-        QCOMPARE(run.err, QString());
-        QCOMPARE(run.status, 0);
-        QCOMPARE(run.out, QStringLiteral("22.500000 114.100000\n"));
-    }
-
-    void positionWithoutAFixTimesOut()
-    {
-        const QString log = writeLog(NmeaLog::log(22.5, 114.1, 2, false));
-        const Run run = ctl({QStringLiteral("position"), QStringLiteral("--nmea-file"), log,
-                             QStringLiteral("--timeout"), QStringLiteral("0.3")});
-        QCOMPARE(run.status, 1);
-        QVERIFY2(run.err.contains(QStringLiteral("no position within 0.3 seconds")),
-                 qPrintable(run.err));
-    }
-
     void badInput_data()
     {
         QTest::addColumn<QStringList>("arguments");
-        QTest::newRow("geocode without address") << QStringList{QStringLiteral("geocode")};
-        QTest::newRow("geocode bad region")
-            << QStringList{QStringLiteral("geocode"), QStringLiteral("x"),
-                           QStringLiteral("--region"), QStringLiteral("1,2")};
-        QTest::newRow("reverse not a number")
-            << QStringList{QStringLiteral("reverse"), QStringLiteral("abc"), QStringLiteral("1")};
-        QTest::newRow("reverse out of range")
-            << QStringList{QStringLiteral("reverse"), QStringLiteral("91"), QStringLiteral("1")};
-        QTest::newRow("lookup nothing") << QStringList{QStringLiteral("lookup")};
-        QTest::newRow("lookup latitude out of range")
-            << QStringList{QStringLiteral("lookup"), QStringLiteral("95"), QStringLiteral("10")};
-        QTest::newRow("position bad timeout") << QStringList{
-            QStringLiteral("position"), QStringLiteral("--timeout"), QStringLiteral("soon")};
-        QTest::newRow("position missing log")
-            << QStringList{QStringLiteral("position"), QStringLiteral("--nmea-file"),
-                           QStringLiteral("/nonexistent/track.nmea")};
+        const auto row = [](const char *name, const char *arguments) {
+            QTest::newRow(name) << QString::fromUtf8(arguments).split(u' ');
+        };
+        row("geocode without address", "geocode");
+        row("geocode bad region", "geocode x --region 1,2");
+        row("reverse not a number", "reverse abc 1");
+        row("reverse out of range", "reverse 91 1");
+        row("lookup nothing", "lookup");
+        row("lookup latitude out of range", "lookup 95 10");
+        row("position bad timeout", "position --timeout soon");
+        row("position missing log", "position --nmea-file /nonexistent/track.nmea");
     }
     void badInput()
     {

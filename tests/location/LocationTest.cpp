@@ -2,9 +2,9 @@
 #include "TestServices.h"
 
 #include "location/FakeGeocoder.h"
-#include "platform/FakePositionSourceFactory.h"
 #include "location/Location.h"
 #include "location/LocationDelegate.h"
+#include "platform/FakePositionSourceFactory.h"
 
 #include <QSettings>
 #include <QTemporaryDir>
@@ -22,39 +22,31 @@ public:
     {
     }
 
-    void locationSuccess(Location *location, double latitude, double longitude) override
+    void locationSuccess(Location *l, double latitude, double longitude) override
     {
-        note(location, QStringLiteral("success %1 %2").arg(latitude).arg(longitude));
+        note(l, QStringLiteral("success %1 %2").arg(latitude).arg(longitude));
     }
-    void locationFailed(Location *location, const QString &error) override
+    void locationFailed(Location *l, const QString &t) override { note(l, "failed", t); }
+    void reverseGeocoderSuccess(Location *l, const QString &t) override { note(l, "address", t); }
+    void reverseGeocoderFailed(Location *l, const QString &t) override
     {
-        note(location, QStringLiteral("failed ") + textOf(error));
+        note(l, "address failed", t);
     }
-    void reverseGeocoderSuccess(Location *location, const QString &address) override
+    void geocoderSuccess(Location *l, const Coordinate &c) override
     {
-        note(location, QStringLiteral("address ") + textOf(address));
+        note(l, "coordinate", c.toString());
     }
-    void reverseGeocoderFailed(Location *location, const QString &error) override
-    {
-        note(location, QStringLiteral("address failed ") + textOf(error));
-    }
-    void geocoderSuccess(Location *location, const Coordinate &coordinate) override
-    {
-        note(location, QStringLiteral("coordinate ") + coordinate.toString());
-    }
-    void geocoderFailed(Location *location, const QString &error) override
-    {
-        note(location, QStringLiteral("coordinate failed ") + textOf(error));
-    }
+    void geocoderFailed(Location *l, const QString &t) override { note(l, "coordinate failed", t); }
 
     QStringList events;
     QList<Location *> callers;
     QList<qsizetype> alertsSeen;
 
 private:
-    static QString textOf(const QString &text)
+    void note(Location *location, const char *what, const QString &text)
     {
-        return text.isNull() ? QStringLiteral("<null>") : text;
+        note(location,
+             QLatin1String(what) + u' ' + (text.isNull() ? QStringLiteral("<null>") : text));
     }
     void note(Location *location, const QString &event)
     {
@@ -82,6 +74,8 @@ public:
     int attachCount = 0;
 };
 
+enum Failure { InvalidFix, SourceError, ServicesOff };
+
 } // namespace
 
 // The location service with a fake position source, a fake geocoder and
@@ -104,6 +98,14 @@ private:
         for (const Alert &alert : m_world->alerts.alerts())
             texts.append(alert.title + u'|' + alert.message + u'|' + alert.buttons.join(u','));
         return texts;
+    }
+    // What the next start of the application would read.
+    static double stored(const QString &key)
+    {
+        return QSettings(QSettings::UserScope, QStringLiteral("trekmime"),
+                         QCoreApplication::applicationName())
+            .value(key)
+            .toDouble();
     }
 
 private slots:
@@ -130,90 +132,86 @@ private slots:
         m_world.reset();
     }
 
-    void validFixIsStoredReportedOnceAndStopsTheSource()
+    void validFix_data()
     {
-        RecordingDelegate delegate;
-        Location *location = Location::sharedInstacneWithDelegate(&delegate);
-        location->startLocation();
-        QCOMPARE(m_sources->created(), 1);
-        QVERIFY(source()->isRunning());
-        QCOMPARE(source()->authorizationRequests(), 1);
-
-        QVERIFY(source()->deliver(22.54321, 114.05432));
-        QCOMPARE(delegate.events, QStringList{QStringLiteral("success 22.5432 114.054")});
-        QCOMPARE(delegate.callers.first(), location);
-        QVERIFY(!source()->isRunning());
-        QVERIFY(!source()->deliver(1.0, 2.0)); // the request is over
-        QCOMPARE(Location::latitude(), 22.54321);
-        QCOMPARE(location->ownLongitude(), 114.05432);
-        // stored unrounded, for the next start of the application
-        Location::resetSharedInstance();
-        QCOMPARE(Location::latitude(), 22.54321);
-        QCOMPARE(Location::longitude(), 114.05432);
-        QVERIFY(m_world->alerts.alerts().isEmpty());
+        QTest::addColumn<double>("latitude");
+        QTest::addColumn<double>("longitude");
+        QTest::addColumn<double>("accuracy");
+        QTest::addColumn<QString>("event");
+        QTest::newRow("ordinary") << 22.54321 << 114.05432 << 5.0
+                                  << QStringLiteral("success 22.5432 114.054");
+        QTest::newRow("zero accuracy at 0,0") << 0.0 << 0.0 << 0.0 << QStringLiteral("success 0 0");
     }
-
-    void secondRequestReusesTheSource()
+    void validFix()
     {
+        QFETCH(double, latitude);
+        QFETCH(double, longitude);
+        QFETCH(double, accuracy);
+        QFETCH(QString, event);
+        Location::setLatitude(5.0);
         RecordingDelegate delegate;
         Location *location = Location::sharedInstacneWithDelegate(&delegate);
         location->startLocation();
-        source()->deliver(1.0, 2.0);
-        Location::sharedInstacneWithDelegate(&delegate)->startLocation();
+        QVERIFY(source()->deliver(latitude, longitude, accuracy));
+        QCOMPARE(delegate.events, QStringList{event});
+        QCOMPARE(delegate.callers.first(), location);
+        QVERIFY(!source()->deliver(1.0, 2.0)); // one request, one report
+        QCOMPARE(Location::latitude(), latitude);
+        QCOMPARE(location->ownLongitude(), longitude);
+        // stored unrounded, for the next start of the application
+        QCOMPARE(stored(QStringLiteral("LocationLatitudeKey")), latitude);
+        QCOMPARE(stored(QStringLiteral("LocationLongitudeKey")), longitude);
+
+        location->startLocation(); // the same source, asked once for permission
         QCOMPARE(m_sources->created(), 1);
         QCOMPARE(source()->authorizationRequests(), 1);
         QVERIFY(source()->deliver(3.0, 4.0));
         QCOMPARE(delegate.events.size(), 2);
-    }
-
-    void fixAtZeroZeroIsLikeAnyOther()
-    {
-        Location::setLatitude(5.0);
-        RecordingDelegate delegate;
-        Location::sharedInstacneWithDelegate(&delegate)->startLocation();
-        source()->deliver(0.0, 0.0, 0.0);
-        QCOMPARE(delegate.events, QStringList{QStringLiteral("success 0 0")});
-        Location::resetSharedInstance();
-        QCOMPARE(Location::latitude(), 0.0);
+        QVERIFY(m_world->alerts.alerts().isEmpty());
     }
 
     void failures_data()
     {
-        QTest::addColumn<bool>("invalidFix");
+        QTest::addColumn<int>("kind");
         QTest::addColumn<int>("code");
         QTest::addColumn<QString>("description");
         QTest::addColumn<QString>("event");
         QTest::addColumn<QStringList>("alerts");
-        QTest::newRow("negative accuracy")
-            << true << 0 << QString() << QStringLiteral("failed <null>") << QStringList();
+        QTest::newRow("negative accuracy") << int(InvalidFix) << 0 << QString()
+                                           << QStringLiteral("failed <null>") << QStringList();
         QTest::newRow("access denied")
-            << false << 1 << QStringLiteral("Access to the device position was denied.")
-            << QStringLiteral("failed Access to the device position was denied.")
+            << int(SourceError) << 1 << QStringLiteral("Access denied.")
+            << QStringLiteral("failed Access denied.")
             << QStringList{QStringLiteral("定位失败|请开启定位以保证程序正常运行|确定")};
-        QTest::newRow("other error") << false << 2 << QStringLiteral("No fix")
+        QTest::newRow("other error") << int(SourceError) << 2 << QStringLiteral("No fix")
                                      << QStringLiteral("failed No fix") << QStringList();
+        QTest::newRow("services off")
+            << int(ServicesOff) << 0 << QString() << QStringLiteral("failed <null>")
+            << QStringList{QStringLiteral("|定位服务未开启|确定")};
     }
     void failures()
     {
-        QFETCH(bool, invalidFix);
+        QFETCH(int, kind);
         QFETCH(int, code);
         QFETCH(QString, description);
         QFETCH(QString, event);
         QFETCH(QStringList, alerts);
         Location::setLatitude(7.0);
         Location::setLongitude(8.0);
+        m_sources->setServicesEnabled(kind != ServicesOff);
+        QCOMPARE(Location::isLocationOn(), kind != ServicesOff);
         RecordingDelegate delegate(&m_world->alerts);
         Location *location = Location::sharedInstacneWithDelegate(&delegate);
         location->startLocation();
-        if (invalidFix)
+        if (kind == InvalidFix)
             QVERIFY(source()->deliverInvalid());
-        else
+        else if (kind == SourceError)
             QVERIFY(source()->fail(code, description));
         QCOMPARE(delegate.events, QStringList{event});
-        // the delegate hears first, then the user sees the alert
-        QCOMPARE(delegate.alertsSeen, QList<qsizetype>{0});
         QCOMPARE(alertTexts(), alerts);
-        QVERIFY(!source()->isRunning());
+        if (code == PositionSource::AccessDenied) // the delegate hears first
+            QCOMPARE(delegate.alertsSeen, QList<qsizetype>{0});
+        QCOMPARE(source()->startCount(), kind == ServicesOff ? 0 : 1);
         QVERIFY(!source()->deliver(1.0, 1.0)); // no better fix is waited for
         QCOMPARE(location->ownLatitude(), 0.0);
         Location::resetSharedInstance();
@@ -221,31 +219,27 @@ private slots:
         QCOMPARE(Location::longitude(), 8.0);
     }
 
-    void servicesOffShowOneAlertAndFail()
-    {
-        m_sources->setServicesEnabled(false);
-        QVERIFY(!Location::isLocationOn());
-        RecordingDelegate delegate(&m_world->alerts);
-        Location::sharedInstacneWithDelegate(&delegate)->startLocation();
-        QCOMPARE(alertTexts(), QStringList{QStringLiteral("|定位服务未开启|确定")});
-        QCOMPARE(delegate.events, QStringList{QStringLiteral("failed <null>")});
-        QCOMPARE(source()->startCount(), 0);
-    }
-
-    void lastDelegateWins()
+    void theLastDelegateWinsAndASeparateInstanceHasItsOwn()
     {
         RecordingDelegate first;
         RecordingDelegate second;
-        Location *a = Location::sharedInstacneWithDelegate(&first);
-        Location *b = Location::sharedInstacneWithDelegate(&second);
-        QCOMPARE(a, b);
-        b->startLocation();
+        RecordingDelegate own;
+        Location *shared = Location::sharedInstacneWithDelegate(&first);
+        QCOMPARE(Location::sharedInstacneWithDelegate(&second), shared);
+        shared->startLocation();
         source()->deliver(1.0, 2.0);
         QVERIFY(first.events.isEmpty());
         QCOMPARE(second.events.size(), 1);
+
+        std::unique_ptr<Location> separate(Location::locationWihtDelegate(&own));
+        separate->startLocation();
+        source()->deliver(4.0, 5.0);
+        QCOMPARE(own.callers, QList<Location *>{separate.get()});
+        QCOMPARE(second.events.size(), 1);
+        QCOMPARE(Location::latitude(), 4.0); // the class values follow every fix
     }
 
-    void delegateWithoutOperationsIsFine()
+    void delegateWithoutOperationsOrNoneIsFine()
     {
         LocationDelegate silent;
         Location::sharedInstacneWithDelegate(&silent)->startLocation();
@@ -263,31 +257,12 @@ private slots:
         QCOMPARE(Location::latitude(), 31.5);
         QVERIFY(Location::address().isNull());
         Location *location = Location::sharedInstacneWithDelegate(nullptr);
-        // no fix yet: the shared instance's 0 wins over the stored values
+        // no fix yet: the shared instance's 0 wins over the stored value
         QCOMPARE(Location::latitude(), 0.0);
         QCOMPARE(Location::longitude(), 0.0);
         Location::setLatitude(10.0);
         QCOMPARE(location->ownLatitude(), 10.0);
-        QCOMPARE(QSettings(QSettings::UserScope, QStringLiteral("trekmime"),
-                           QCoreApplication::applicationName())
-                     .value(QStringLiteral("LocationLatitudeKey"))
-                     .toDouble(),
-                 10.0);
-    }
-
-    void separateInstanceReportsToItsOwnDelegate()
-    {
-        RecordingDelegate shared;
-        RecordingDelegate own;
-        Location::sharedInstacneWithDelegate(&shared);
-        std::unique_ptr<Location> location(Location::locationWihtDelegate(&own));
-        location->startLocation();
-        source()->deliver(4.0, 5.0);
-        QCOMPARE(own.events.size(), 1);
-        QCOMPARE(own.callers.first(), location.get());
-        QVERIFY(shared.events.isEmpty());
-        // the class values follow every fix
-        QCOMPARE(Location::latitude(), 4.0);
+        QCOMPARE(stored(QStringLiteral("LocationLatitudeKey")), 10.0);
     }
 
     void mapViewSource_data()
@@ -323,7 +298,7 @@ private slots:
         QVERIFY(!location->isMapViewShow());
         QCOMPARE(m_mapView->shows, outcome == 2); // a failure leaves it as it is
         QCOMPARE(delegate.events, events);
-        QCOMPARE(m_sources->last() ? m_sources->last()->startCount() : 0, managerStarts);
+        QCOMPARE(source() ? source()->startCount() : 0, managerStarts);
         // the hidden view is made once and reused
         location->tryToUseMapView();
         QCOMPARE(m_mapView->attachCount, 1);
@@ -336,52 +311,61 @@ private slots:
         QCOMPARE(source()->startCount(), 1);
     }
 
-    void reverseLookups_data()
+    void lookups_data()
     {
-        QTest::addColumn<bool>("synonym");
-        QTest::newRow("addressWithCoordinate") << false;
-        QTest::newRow("reverseGeocoderCoordinate") << true;
+        QTest::addColumn<int>("operation");
+        QTest::addColumn<QStringList>("events");
+        const QStringList reverse{QStringLiteral("address Line 1"),
+                                  QStringLiteral("address failed not found")};
+        const QStringList forward{QStringLiteral("coordinate 22.540000, 114.050000"),
+                                  QStringLiteral("coordinate failed not found")};
+        QTest::newRow("addressWithCoordinate") << 0 << reverse;
+        QTest::newRow("reverseGeocoderCoordinate") << 1 << reverse;
+        QTest::newRow("coordinateWithAddress") << 2 << forward;
+        QTest::newRow("geocoderAddress") << 3 << forward;
     }
-    void reverseLookups()
+    void lookups()
     {
-        QFETCH(bool, synonym);
+        QFETCH(int, operation);
+        QFETCH(QStringList, events);
         m_geocoder->setReverseAnswer(
             Coordinate{22.5, 114.1},
             GeocoderAnswer::found(
                 {GeocoderPlacemark{QStringList{QStringLiteral("Line 1"), QStringLiteral("Line 2")},
                                    Coordinate{22.5, 114.1}},
                  GeocoderPlacemark{QStringList{QStringLiteral("Other")}, std::nullopt}}));
+        m_geocoder->setCoordinate(QStringLiteral(" Shenzhen "), Coordinate{22.54, 114.05});
+        using Reverse = void (*)(const Coordinate &, LocationDelegate *);
+        using Forward = void (*)(const QString &, LocationDelegate *);
+        const Reverse reverse[] = {&Location::addressWithCoordinate,
+                                   &Location::reverseGeocoderCoordinate};
+        const Forward forward[] = {&Location::coordinateWithAddress, &Location::geocoderAddress};
         RecordingDelegate delegate;
-        auto lookup =
-            synonym ? &Location::reverseGeocoderCoordinate : &Location::addressWithCoordinate;
-        lookup(Coordinate{22.5, 114.1}, &delegate);
-        lookup(Coordinate{0.0, -160.0}, &delegate); // ocean: the fake knows nothing there
-        QVERIFY(delegate.events.isEmpty());         // answers come later
+        if (operation < 2) {
+            reverse[operation](Coordinate{22.5, 114.1}, &delegate);
+            reverse[operation](Coordinate{0.0, -160.0}, &delegate); // the fake knows no ocean
+        } else {
+            forward[operation - 2](QStringLiteral(" Shenzhen "), &delegate);
+            forward[operation - 2](QStringLiteral("Shenzhen"), &delegate); // sent untrimmed
+        }
+        QVERIFY(delegate.events.isEmpty()); // answers come later
         QTRY_COMPARE_WITH_TIMEOUT(delegate.events.size(), 2, 1000);
-        QCOMPARE(delegate.events, (QStringList{QStringLiteral("address Line 1"),
-                                               QStringLiteral("address failed not found")}));
+        QCOMPARE(delegate.events, events);
         QCOMPARE(delegate.callers, (QList<Location *>{nullptr, nullptr}));
     }
 
-    void forwardLookups_data()
+    void placemarkWithoutLinesGivesANullAddress()
     {
-        QTest::addColumn<bool>("synonym");
-        QTest::newRow("coordinateWithAddress") << false;
-        QTest::newRow("geocoderAddress") << true;
-    }
-    void forwardLookups()
-    {
-        QFETCH(bool, synonym);
-        m_geocoder->setCoordinate(QStringLiteral(" Shenzhen "), Coordinate{22.54, 114.05});
+        m_geocoder->setReverseAnswer(
+            Coordinate{1.0, 1.0},
+            GeocoderAnswer::found({GeocoderPlacemark{std::nullopt, Coordinate{1.0, 1.0}}}));
+        m_geocoder->setReverseAnswer(Coordinate{2.0, 2.0}, GeocoderAnswer{});
         RecordingDelegate delegate;
-        auto lookup = synonym ? &Location::geocoderAddress : &Location::coordinateWithAddress;
-        lookup(QStringLiteral(" Shenzhen "), &delegate);
-        lookup(QStringLiteral("Shenzhen"), &delegate);
+        Location::addressWithCoordinate(Coordinate{1.0, 1.0}, &delegate);
+        Location::addressWithCoordinate(Coordinate{2.0, 2.0}, &delegate);
         QTRY_COMPARE_WITH_TIMEOUT(delegate.events.size(), 2, 1000);
-        // the text is sent as typed, untrimmed
-        QCOMPARE(delegate.events, (QStringList{QStringLiteral("coordinate 22.540000, 114.050000"),
-                                               QStringLiteral("coordinate failed not found")}));
-        QCOMPARE(m_geocoder->forwardRequests().first(), QStringLiteral(" Shenzhen "));
+        QCOMPARE(delegate.events, (QStringList{QStringLiteral("address <null>"),
+                                               QStringLiteral("address failed <null>")}));
     }
 
     void startAddressKeepsTheLineOnTheSharedInstance()
@@ -402,20 +386,6 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(delegate.events.size(), 3, 1000);
         QCOMPARE(delegate.events.last(), QStringLiteral("address failed not found"));
         QCOMPARE(Location::address(), QStringLiteral("Somewhere 1"));
-    }
-
-    void placemarkWithoutLinesGivesANullAddress()
-    {
-        m_geocoder->setReverseAnswer(
-            Coordinate{1.0, 1.0},
-            GeocoderAnswer::found({GeocoderPlacemark{std::nullopt, Coordinate{1.0, 1.0}}}));
-        m_geocoder->setReverseAnswer(Coordinate{2.0, 2.0}, GeocoderAnswer{});
-        RecordingDelegate delegate;
-        Location::addressWithCoordinate(Coordinate{1.0, 1.0}, &delegate);
-        Location::addressWithCoordinate(Coordinate{2.0, 2.0}, &delegate);
-        QTRY_COMPARE_WITH_TIMEOUT(delegate.events.size(), 2, 1000);
-        QCOMPARE(delegate.events, (QStringList{QStringLiteral("address <null>"),
-                                               QStringLiteral("address failed <null>")}));
     }
 };
 

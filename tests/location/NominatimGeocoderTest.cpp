@@ -6,7 +6,6 @@
 
 #include <QElapsedTimer>
 #include <QNetworkAccessManager>
-#include <QTcpServer>
 #include <QTest>
 
 #include <memory>
@@ -78,16 +77,13 @@ private slots:
         QTest::addColumn<QString>("endpointPath");
         QTest::addColumn<bool>("reverse");
         QTest::addColumn<QByteArray>("target");
+        const QByteArray reverse = "reverse?format=jsonv2&lat=22.500000&lon=114.100000";
         QTest::newRow("search")
             << QString() << false
             << QByteArray("/search?format=jsonv2&q=1%2B2%20Main%20St%26Co&accept-language=en");
-        QTest::newRow("reverse")
-            << QString() << true
-            << QByteArray("/reverse?format=jsonv2&lat=22.500000&lon=114.100000&accept-language=en");
-        QTest::newRow("under a path")
-            << QStringLiteral("/nominatim/") << true
-            << QByteArray("/nominatim/"
-                          "reverse?format=jsonv2&lat=22.500000&lon=114.100000&accept-language=en");
+        QTest::newRow("reverse") << QString() << true << '/' + reverse + "&accept-language=en";
+        QTest::newRow("under a path") << QStringLiteral("/nominatim/") << true
+                                      << "/nominatim/" + reverse + "&accept-language=en";
     }
     void requests()
     {
@@ -109,35 +105,33 @@ private slots:
 
     void answers_data()
     {
-        QTest::addColumn<int>("status");
+        QTest::addColumn<int>("status"); // 0: never answers, -1: nobody listening
         QTest::addColumn<QByteArray>("body");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("search results")
-            << 200
-            << QByteArray(R"([{"lat":"22.5431","lon":"114.0579","display_name":"Futian, Shenzhen"},
-                             {"lat":"1","lon":"2","display_name":"Other"}])")
-            << QStringLiteral("Futian, Shenzhen | 22.543100, 114.057900 | 2");
-        QTest::newRow("reverse result")
-            << 200
-            << QByteArray(R"({"lat":"22.5","lon":"114.1","display_name":"Nanshan","place_id":1})")
-            << QStringLiteral("Nanshan | 22.500000, 114.100000 | 1");
-        QTest::newRow("no results")
-            << 200 << QByteArray("[]")
-            << QStringLiteral("error: The geocoding service found no place for this request.");
-        QTest::newRow("ocean")
-            << 200 << QByteArray(R"({"error":"Unable to geocode"})")
-            << QStringLiteral("error: The geocoding service found nothing: Unable to geocode");
-        QTest::newRow("bad request")
-            << 400
-            << QByteArray(R"({"error":{"code":400,"message":"Parameter 'lon' must be a number."}})")
-            << QStringLiteral("error: The geocoding service refused the request (HTTP 400): "
-                              "Parameter 'lon' must be a number.");
-        QTest::newRow("server error")
-            << 500 << QByteArray("<html>oops</html>")
-            << QStringLiteral("error: The geocoding service answered with HTTP status 500.");
-        QTest::newRow("not JSON")
-            << 200 << QByteArray("<html>hello</html>")
-            << QStringLiteral("error: The geocoding service sent an answer that is not JSON");
+        QTest::addColumn<QString>("expected"); // how the answer begins
+        const auto row = [](const char *name, int status, const char *body, const char *expected) {
+            QTest::newRow(name) << status << QByteArray(body) << QString::fromUtf8(expected);
+        };
+        row("search results", 200,
+            R"([{"lat":"22.5431","lon":"114.0579","display_name":"Futian, Shenzhen"},
+                {"lat":"1","lon":"2","display_name":"Other"}])",
+            "Futian, Shenzhen | 22.543100, 114.057900 | 2");
+        row("reverse result", 200,
+            R"({"lat":"22.5","lon":"114.1","display_name":"Nanshan","place_id":1})",
+            "Nanshan | 22.500000, 114.100000 | 1");
+        row("no results", 200, "[]",
+            "error: The geocoding service found no place for this request.");
+        row("ocean", 200, R"({"error":"Unable to geocode"})",
+            "error: The geocoding service found nothing: Unable to geocode");
+        row("bad request", 400,
+            R"({"error":{"code":400,"message":"Parameter 'lon' must be a number."}})",
+            "error: The geocoding service refused the request (HTTP 400): "
+            "Parameter 'lon' must be a number.");
+        row("server error", 500, "<html>oops</html>",
+            "error: The geocoding service answered with HTTP status 500.");
+        row("not JSON", 200, "<html>hello</html>",
+            "error: The geocoding service sent an answer that is not JSON");
+        row("timeout", 0, "", "error: The geocoding service did not answer within 0.15 seconds.");
+        row("unreachable", -1, "", "error: Cannot reach the geocoding service");
     }
     void answers()
     {
@@ -146,33 +140,15 @@ private slots:
         QFETCH(QString, expected);
         m_answer = {status, "application/json", body, {}};
         auto service = geocoder();
+        service->setTimeout(150);
+        if (status < 0)
+            m_server.reset(); // the port closes
         Answers answers;
         service->geocodeAddressString(QStringLiteral("x"), answers.completion());
         QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 1, 1000);
         const QString actual = describe(answers.received.first());
         QVERIFY2(actual.startsWith(expected), qPrintable(actual));
         QCOMPARE(answers.received.first().placemarks.has_value(), !answers.received.first().error);
-    }
-
-    void unreachableServiceAndTimeout()
-    {
-        QTcpServer closed;
-        QVERIFY(closed.listen(QHostAddress::LocalHost));
-        const QUrl nowhere(QStringLiteral("http://127.0.0.1:%1").arg(closed.serverPort()));
-        closed.close();
-        NominatimGeocoder unreachable(&m_network, nowhere, QStringLiteral("t"));
-        Answers answers;
-        unreachable.geocodeAddressString(QStringLiteral("x"), answers.completion());
-
-        m_answer.status = 0; // never answers
-        auto silent = geocoder();
-        silent->setTimeout(150);
-        silent->geocodeAddressString(QStringLiteral("x"), answers.completion());
-        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 2, 1000);
-        QVERIFY(answers.received[0].error->startsWith(
-            QStringLiteral("Cannot reach the geocoding service")));
-        QCOMPARE(*answers.received[1].error,
-                 QStringLiteral("The geocoding service did not answer within 0.15 seconds."));
     }
 
     void requestsArePacedAndAllAnswered()
@@ -184,42 +160,34 @@ private slots:
             service->geocodeAddressString(QString::number(i), answers.completion());
         QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 4, 1500);
         QCOMPARE(m_arrivals.size(), 4);
-        for (int i = 1; i < 4; ++i)
+        for (int i = 1; i < 4; ++i) {
             QVERIFY2(m_arrivals[i] - m_arrivals[i - 1] >= 140,
                      qPrintable(QString::number(m_arrivals[i] - m_arrivals[i - 1])));
-        for (int i = 0; i < 4; ++i)
             QVERIFY(m_server->requests()[i].target.contains("q=" + QByteArray::number(i) + '&'));
+        }
     }
 
-    void answersAreCachedButFailuresAreNot()
+    void answersAreSharedAndCachedButFailuresAreNot()
     {
         m_answer.body = R"([{"lat":"1","lon":"2","display_name":"A"}])";
         auto service = geocoder();
         Answers answers;
+        // asked twice before the answer: one trip for both
         service->geocodeAddressString(QStringLiteral("A"), answers.completion());
-        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 1, 1000);
         service->geocodeAddressString(QStringLiteral("A"), answers.completion());
-        QCOMPARE(answers.received.size(), 1); // even a cached answer comes later
         QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 2, 1000);
+        service->geocodeAddressString(QStringLiteral("A"), answers.completion());
+        QCOMPARE(answers.received.size(), 2); // even a cached answer comes later
+        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 3, 1000);
         QCOMPARE(m_server->requests().size(), 1);
-        QCOMPARE(describe(answers.received[1]), describe(answers.received[0]));
+        QCOMPARE(describe(answers.received[2]), QStringLiteral("A | 1.000000, 2.000000 | 1"));
 
         m_answer = {503, "text/plain", "busy", {}};
         service->geocodeAddressString(QStringLiteral("B"), answers.completion());
-        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 3, 1000);
-        service->geocodeAddressString(QStringLiteral("B"), answers.completion());
         QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 4, 1000);
+        service->geocodeAddressString(QStringLiteral("B"), answers.completion());
+        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 5, 1000);
         QCOMPARE(m_server->requests().size(), 3);
-    }
-
-    void equalRequestsWaitingTogetherShareOneTrip()
-    {
-        auto service = geocoder();
-        Answers answers;
-        service->reverseGeocodeLocation(Coordinate{1.0, 2.0}, answers.completion());
-        service->reverseGeocodeLocation(Coordinate{1.0, 2.0}, answers.completion());
-        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 2, 1000);
-        QCOMPARE(m_server->requests().size(), 1);
     }
 };
 
