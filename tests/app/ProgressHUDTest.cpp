@@ -60,12 +60,7 @@ private slots:
         QCOMPARE(hud->geometry(), m_host->rect());
         QCOMPARE(hud->alpha(), 0.0);
         QVERIFY(hud->testAttribute(Qt::WA_TransparentForMouseEvents));
-        QCOMPARE(hud->mode(), int(ProgressHUD::Indeterminate));
         QCOMPARE(hud->opacity(), 0.8f);
-        QCOMPARE(hud->margin(), 20.0f);
-        QCOMPARE(hud->labelFont().pixelSize(), 16);
-        QVERIFY(hud->labelFont().bold());
-        QCOMPARE(hud->detailsLabelFont().pixelSize(), 12);
         hud->show(false);
         QCOMPARE(hud->alpha(), 1.0);
         QVERIFY(!hud->testAttribute(Qt::WA_TransparentForMouseEvents));

@@ -20,22 +20,10 @@ class ViewHelpersTest : public QObject
     Q_OBJECT
 
 private slots:
-    void makers()
-    {
-        std::unique_ptr<QWidget> coloured(viewWithColor(Qt::red, QRect(1, 2, 3, 4)));
-        QCOMPARE(coloured->geometry(), QRect(1, 2, 3, 4));
-        QCOMPARE(color(coloured.get()), QColor(Qt::red));
-        QVERIFY(coloured->autoFillBackground());
-        std::unique_ptr<QWidget> clear(clearViewWithFrame(QRect(0, 0, 5, 5)));
-        QCOMPARE(color(clear.get()).alpha(), 0);
-        QVERIFY(!clear->autoFillBackground());
-    }
-
     void onePixelLines_data()
     {
         QTest::addColumn<qreal>("scale");
         QTest::addColumn<qreal>("thickness");
-        QTest::newRow("scale 2") << 2.0 << 0.5;
         QTest::newRow("scale 3") << 3.0 << 0.5;
         QTest::newRow("scale 1") << 1.0 << 1.0;
     }
@@ -64,18 +52,6 @@ private slots:
             << FrameChange([](QWidget *v) { setBottom(v, 100); }) << QRect(10, 70, 40, 30);
         QTest::newRow("setRight moves left by the width")
             << FrameChange([](QWidget *v) { setRight(v, 100); }) << QRect(60, 20, 40, 30);
-        QTest::newRow("setX") << FrameChange([](QWidget *v) { setX(v, 5); })
-                              << QRect(5, 20, 40, 30);
-        QTest::newRow("setY") << FrameChange([](QWidget *v) { setY(v, 5); })
-                              << QRect(10, 5, 40, 30);
-        QTest::newRow("setWidth keeps the origin")
-            << FrameChange([](QWidget *v) { setWidth(v, 7); }) << QRect(10, 20, 7, 30);
-        QTest::newRow("setHeight keeps the origin")
-            << FrameChange([](QWidget *v) { setHeight(v, 7); }) << QRect(10, 20, 40, 7);
-        QTest::newRow("setOrigin keeps the size")
-            << FrameChange([](QWidget *v) { setOrigin(v, QPoint(1, 2)); }) << QRect(1, 2, 40, 30);
-        QTest::newRow("setSize keeps the origin")
-            << FrameChange([](QWidget *v) { setSize(v, QSize(3, 4)); }) << QRect(10, 20, 3, 4);
         QTest::newRow("height then tail uses the new height") << FrameChange([](QWidget *v) {
             setHeight(v, 50);
             setTail(v, 100);
@@ -145,12 +121,6 @@ private slots:
         // a hidden parent learns of its new size when it is shown
         second.show();
         QCOMPARE(child->geometry(), QRect(0, 0, 200, 150));
-    }
-
-    void defaultFadeDurationIsSinglePrecision()
-    {
-        QCOMPARE(kDefaultFadeDuration, 0.30000001192092896);
-        QVERIFY(kDefaultFadeDuration != 0.3);
     }
 
     void fadesEndOpaque_data()
