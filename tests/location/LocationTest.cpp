@@ -18,10 +18,6 @@ namespace {
 class RecordingDelegate : public LocationDelegate
 {
 public:
-    explicit RecordingDelegate(const RecordingAlertPresenter *alerts = nullptr) : m_alerts(alerts)
-    {
-    }
-
     void locationSuccess(Location *l, double latitude, double longitude) override
     {
         note(l, QStringLiteral("success %1 %2").arg(latitude).arg(longitude));
@@ -41,6 +37,7 @@ public:
     QStringList events;
     QList<Location *> callers;
     QList<qsizetype> alertsSeen;
+    const RecordingAlertPresenter *alerts = nullptr;
 
 private:
     void note(Location *location, const char *what, const QString &text)
@@ -52,9 +49,8 @@ private:
     {
         events.append(event);
         callers.append(location);
-        alertsSeen.append(m_alerts ? m_alerts->alerts().size() : 0);
+        alertsSeen.append(alerts ? alerts->alerts().size() : 0);
     }
-    const RecordingAlertPresenter *m_alerts;
 };
 
 // A hidden map view that does what the test tells it.
@@ -200,7 +196,8 @@ private slots:
         Location::setLongitude(8.0);
         m_sources->setServicesEnabled(kind != ServicesOff);
         QCOMPARE(Location::isLocationOn(), kind != ServicesOff);
-        RecordingDelegate delegate(&m_world->alerts);
+        RecordingDelegate delegate;
+        delegate.alerts = &m_world->alerts;
         Location *location = Location::sharedInstacneWithDelegate(&delegate);
         location->startLocation();
         if (kind == InvalidFix)

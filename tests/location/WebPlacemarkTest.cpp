@@ -87,19 +87,27 @@ private slots:
         QCOMPARE(actual.isNull() ? QStringLiteral("<null>") : actual, name);
     }
 
-    void fieldsOfAFullResult()
+    void aFullResult()
     {
         const WebPlacemark placemark(json(fullResult));
-        QCOMPARE(placemark.subThoroughfare, QStringLiteral("1600"));
-        QCOMPARE(placemark.thoroughfare, QStringLiteral("Amphitheatre Pkwy"));
-        QVERIFY(placemark.subLocality.isNull());
-        QCOMPARE(placemark.locality, QStringLiteral("Mountain View"));
-        QCOMPARE(placemark.subAdministrativeArea, QStringLiteral("Santa Clara County"));
-        QCOMPARE(placemark.administrativeArea, QStringLiteral("California"));
+        // the description shows every field but the state's code and the span
+        QCOMPARE(
+            placemark.description(),
+            QStringLiteral(
+                "{\n"
+                "    ISOcountryCode = US;\n"
+                "    administrativeArea = California;\n"
+                "    coordinate = \"37.422476, -122.084250\";\n"
+                "    country = \"United States\";\n"
+                "    formattedAddress = \"1600 Amphitheatre Pkwy, Mountain View, CA 94043, USA\";\n"
+                "    locality = \"Mountain View\";\n"
+                "    postalCode = 94043;\n"
+                "    subAdministrativeArea = \"Santa Clara County\";\n"
+                "    subLocality = \"<null>\";\n"
+                "    subThoroughfare = 1600;\n"
+                "    thoroughfare = \"Amphitheatre Pkwy\";\n"
+                "}"));
         QCOMPARE(placemark.administrativeAreaCode, QStringLiteral("CA"));
-        QCOMPARE(placemark.postalCode, QStringLiteral("94043"));
-        QCOMPARE(placemark.country, QStringLiteral("United States"));
-        QCOMPARE(placemark.ISOcountryCode, QStringLiteral("US"));
         QCOMPARE(placemark.coordinate, (Coordinate{37.4224764, -122.0842499}));
         QCOMPARE(placemark.location.coordinate, placemark.coordinate);
         QVERIFY(placemark.location.isValid());
@@ -117,39 +125,13 @@ private slots:
         QCOMPARE(placemark.locality, QStringLiteral("Second Rd"));
     }
 
-    void viewportAloneGivesNoSpan()
+    void withoutBoundsOrAddress()
     {
         const WebPlacemark placemark(json(R"({"geometry":{"location":{"lat":1.5,"lng":2.5},
             "viewport":{"northeast":{"lat":2,"lng":3},"southwest":{"lat":1,"lng":2}}}})"));
         QCOMPARE(placemark.region.center, (Coordinate{1.5, 2.5}));
         QCOMPARE(placemark.region.latitudeDelta, 0.0);
         QCOMPARE(placemark.region.longitudeDelta, 0.0);
-    }
-
-    void description()
-    {
-        const WebPlacemark placemark(json(fullResult));
-        QCOMPARE(
-            placemark.description(),
-            QStringLiteral(
-                "{\n"
-                "    ISOcountryCode = US;\n"
-                "    administrativeArea = California;\n"
-                "    coordinate = \"37.422476, -122.084250\";\n"
-                "    country = \"United States\";\n"
-                "    formattedAddress = \"1600 Amphitheatre Pkwy, Mountain View, CA 94043, USA\";\n"
-                "    locality = \"Mountain View\";\n"
-                "    postalCode = 94043;\n"
-                "    subAdministrativeArea = \"Santa Clara County\";\n"
-                "    subLocality = \"<null>\";\n"
-                "    subThoroughfare = 1600;\n"
-                "    thoroughfare = \"Amphitheatre Pkwy\";\n"
-                "}"));
-    }
-
-    void descriptionWithoutFormattedAddressIsEmpty()
-    {
-        const WebPlacemark placemark(resultWith(QStringLiteral("country:China:CN")));
         QCOMPARE(placemark.description(), QStringLiteral("{\n}"));
     }
 };
