@@ -3,7 +3,6 @@
 
 #include "ui/MapView.h"
 #include "ui/MapViewDelegate.h"
-#include "ui/TileLayer.h"
 
 #include <QPointingDevice>
 #include <QTest>
@@ -287,26 +286,6 @@ private slots:
         }
         QVERIFY2(isNear(frame.pixel(100, 600), QColor(Qt::green), 60),
                  qPrintable(QColor(frame.pixel(100, 600)).name()));
-    }
-
-    void withoutTilesShowsTheGrid()
-    {
-        MapView map;
-        map.resize(390, 844);
-        map.setCenterCoordinate(Paris, 12u, false);
-        const QImage frame = map.grab().toImage();
-        int background = 0;
-        int grid = 0;
-        for (int y = 0; y < frame.height(); ++y) {
-            for (int x = 0; x < frame.width(); ++x) {
-                const QRgb pixel = frame.pixel(x, y);
-                QVERIFY(qRed(pixel) > 150 || qGreen(pixel) > 150); // nothing black
-                background += pixel == TileLayer::BackgroundColor.rgb();
-                grid += pixel == TileLayer::GraticuleColor.rgb();
-            }
-        }
-        QVERIFY(background > frame.width() * frame.height() * 3 / 4);
-        QVERIFY(grid > 2 * 844); // at least a few lines
     }
 
     void showsTheUserLocation()
