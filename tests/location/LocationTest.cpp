@@ -88,13 +88,6 @@ private:
     QPointer<FakeMapView> m_mapView;
 
     FakePositionSource *source() const { return m_sources->last(); }
-    QStringList alertTexts() const
-    {
-        QStringList texts;
-        for (const Alert &alert : m_world->alerts.alerts())
-            texts.append(alert.title + u'|' + alert.message + u'|' + alert.buttons.join(u','));
-        return texts;
-    }
     // What the next start of the application would read.
     static double stored(const QString &key)
     {
@@ -114,9 +107,7 @@ private slots:
         m_geocoder = new FakeGeocoder;
         m_world->services().positionSources = m_sources;
         m_world->services().geocoder = m_geocoder;
-        Location::resetSharedInstance();
         Location::setServices(m_world->services());
-        Location::setMapViewFactory({});
     }
     void cleanup()
     {
@@ -205,7 +196,10 @@ private slots:
         else if (kind == SourceError)
             QVERIFY(source()->fail(code, description));
         QCOMPARE(delegate.events, QStringList{event});
-        QCOMPARE(alertTexts(), alerts);
+        QStringList shown;
+        for (const Alert &alert : m_world->alerts.alerts())
+            shown.append(alert.title + u'|' + alert.message + u'|' + alert.buttons.join(u','));
+        QCOMPARE(shown, alerts);
         if (code == PositionSource::AccessDenied) // the delegate hears first
             QCOMPARE(delegate.alertsSeen, QList<qsizetype>{0});
         QCOMPARE(source()->startCount(), kind == ServicesOff ? 0 : 1);
@@ -234,17 +228,10 @@ private slots:
         QCOMPARE(own.callers, QList<Location *>{separate.get()});
         QCOMPARE(second.events.size(), 1);
         QCOMPARE(Location::latitude(), 4.0); // the class values follow every fix
-    }
 
-    void delegateWithoutOperationsOrNoneIsFine()
-    {
-        LocationDelegate silent;
-        Location::sharedInstacneWithDelegate(&silent)->startLocation();
-        source()->denyAccess();
-        QCOMPARE(m_world->alerts.alerts().size(), 1);
         Location::sharedInstacneWithDelegate(nullptr)->startLocation();
-        source()->deliver(1.0, 2.0);
-        QCOMPARE(Location::latitude(), 1.0);
+        QVERIFY(m_sources->sources().first()->deliver(6.0, 7.0));
+        QCOMPARE(Location::latitude(), 6.0);
     }
 
     void memoryWinsOverStoredValuesOnceShared()
@@ -312,8 +299,9 @@ private slots:
     {
         QTest::addColumn<int>("operation");
         QTest::addColumn<QStringList>("events");
-        const QStringList reverse{QStringLiteral("address Line 1"),
-                                  QStringLiteral("address failed not found")};
+        const QStringList reverse{
+            QStringLiteral("address Line 1"), QStringLiteral("address failed not found"),
+            QStringLiteral("address <null>"), QStringLiteral("address failed <null>")};
         const QStringList forward{QStringLiteral("coordinate 22.540000, 114.050000"),
                                   QStringLiteral("coordinate failed not found")};
         QTest::newRow("addressWithCoordinate") << 0 << reverse;
@@ -331,6 +319,11 @@ private slots:
                 {GeocoderPlacemark{QStringList{QStringLiteral("Line 1"), QStringLiteral("Line 2")},
                                    Coordinate{22.5, 114.1}},
                  GeocoderPlacemark{QStringList{QStringLiteral("Other")}, std::nullopt}}));
+        // a place without lines, and an answer with neither places nor error
+        m_geocoder->setReverseAnswer(
+            Coordinate{1.0, 1.0},
+            GeocoderAnswer::found({GeocoderPlacemark{std::nullopt, Coordinate{1.0, 1.0}}}));
+        m_geocoder->setReverseAnswer(Coordinate{2.0, 2.0}, GeocoderAnswer{});
         m_geocoder->setCoordinate(QStringLiteral(" Shenzhen "), Coordinate{22.54, 114.05});
         using Reverse = void (*)(const Coordinate &, LocationDelegate *);
         using Forward = void (*)(const QString &, LocationDelegate *);
@@ -339,30 +332,18 @@ private slots:
         const Forward forward[] = {&Location::coordinateWithAddress, &Location::geocoderAddress};
         RecordingDelegate delegate;
         if (operation < 2) {
-            reverse[operation](Coordinate{22.5, 114.1}, &delegate);
-            reverse[operation](Coordinate{0.0, -160.0}, &delegate); // the fake knows no ocean
+            // the fake knows no ocean
+            for (const Coordinate &at : {Coordinate{22.5, 114.1}, Coordinate{0.0, -160.0},
+                                         Coordinate{1.0, 1.0}, Coordinate{2.0, 2.0}})
+                reverse[operation](at, &delegate);
         } else {
             forward[operation - 2](QStringLiteral(" Shenzhen "), &delegate);
             forward[operation - 2](QStringLiteral("Shenzhen"), &delegate); // sent untrimmed
         }
         QVERIFY(delegate.events.isEmpty()); // answers come later
-        QTRY_COMPARE_WITH_TIMEOUT(delegate.events.size(), 2, 1000);
+        QTRY_COMPARE_WITH_TIMEOUT(delegate.events.size(), events.size(), 1000);
         QCOMPARE(delegate.events, events);
-        QCOMPARE(delegate.callers, (QList<Location *>{nullptr, nullptr}));
-    }
-
-    void placemarkWithoutLinesGivesANullAddress()
-    {
-        m_geocoder->setReverseAnswer(
-            Coordinate{1.0, 1.0},
-            GeocoderAnswer::found({GeocoderPlacemark{std::nullopt, Coordinate{1.0, 1.0}}}));
-        m_geocoder->setReverseAnswer(Coordinate{2.0, 2.0}, GeocoderAnswer{});
-        RecordingDelegate delegate;
-        Location::addressWithCoordinate(Coordinate{1.0, 1.0}, &delegate);
-        Location::addressWithCoordinate(Coordinate{2.0, 2.0}, &delegate);
-        QTRY_COMPARE_WITH_TIMEOUT(delegate.events.size(), 2, 1000);
-        QCOMPARE(delegate.events, (QStringList{QStringLiteral("address <null>"),
-                                               QStringLiteral("address failed <null>")}));
+        QCOMPARE(delegate.callers, QList<Location *>(events.size(), nullptr));
     }
 
     void startAddressKeepsTheLineOnTheSharedInstance()
