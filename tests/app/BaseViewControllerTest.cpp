@@ -34,54 +34,44 @@ private slots:
         QCOMPARE(screen.HUD()->alpha(), 0.0);
     }
 
-    void showingTwiceMovesTheOneOverlay()
+    void showsTheOneOverlay_data()
     {
-        auto *button = new QWidget(m_screen);
-        button->show();
-        m_screen->showHUDView();
-        m_screen->showHUDView();
-        QCOMPARE(ProgressHUD::allHUDsForView(m_screen), QList<ProgressHUD *>{m_screen->HUD()});
-        // on top of everything the screen holds
-        QCOMPARE(m_screen->children().last(), m_screen->HUD());
-        QCOMPARE(m_screen->HUD()->mode(), int(ProgressHUD::Indeterminate));
-        QTRY_COMPARE_WITH_TIMEOUT(m_screen->HUD()->alpha(), 1.0, 1000);
-    }
-
-    void textAndOffset_data()
-    {
+        QTest::addColumn<bool>("onWindow");
         QTest::addColumn<QString>("text");
         QTest::addColumn<float>("offset");
-        QTest::newRow("text") << QStringLiteral("Planning the route") << 0.0f;
-        QTest::newRow("offset only") << QString() << -40.0f;
-        QTest::newRow("both") << QStringLiteral("Locating") << 25.0f;
+        QTest::newRow("screen, text") << false << QStringLiteral("Planning the route") << 0.0f;
+        QTest::newRow("screen, offset only") << false << QString() << -40.0f;
+        QTest::newRow("window, both") << true << QStringLiteral("Saving") << 10.0f;
+        QTest::newRow("window, neither") << true << QString() << 0.0f;
     }
-    void textAndOffset()
+    void showsTheOneOverlay()
     {
+        QFETCH(bool, onWindow);
         QFETCH(QString, text);
         QFETCH(float, offset);
-        m_screen->showHUDViewWithText(QStringLiteral("earlier text"), 99.0f);
-        m_screen->showHUDViewWithText(text, offset);
-        QCOMPARE(m_screen->HUD()->labelText(), text);
-        QCOMPARE(m_screen->HUD()->yOffset(), offset);
-        auto *label = m_screen->HUD()->findChild<QLabel *>(QStringLiteral("label"));
-        QCOMPARE(label->isHidden(), text.isEmpty());
-    }
-
-    void windowVariantCoversTheWindow()
-    {
-        m_screen->showHUDViewOnWindowWithText(QStringLiteral("Saving"), 10.0f);
+        const auto show = [&](bool overWindow, const QString &label, float y) {
+            if (overWindow)
+                m_screen->showHUDViewOnWindowWithText(label, y);
+            else
+                m_screen->showHUDViewWithText(label, y);
+        };
+        // shown before over the other host with other settings: the one
+        // overlay moves, on top of what the host has gained since
+        show(!onWindow, QStringLiteral("earlier text"), 99.0f);
+        QWidget *host = onWindow ? static_cast<QWidget *>(m_window) : m_screen;
+        (new QWidget(host))->show();
+        show(onWindow, text, offset);
         ProgressHUD *hud = m_screen->HUD();
-        QCOMPARE(hud->parentWidget(), m_window);
-        QCOMPARE(hud->geometry(), m_window->rect());
-        QCOMPARE(m_window->children().last(), hud);
-        QVERIFY(ProgressHUD::allHUDsForView(m_screen).isEmpty());
-        QCOMPARE(hud->yOffset(), 10.0f);
-        // and back over the screen alone
-        m_screen->showHUDViewYOffset(5.0f);
-        QCOMPARE(hud->parentWidget(), m_screen);
-        QCOMPARE(hud->geometry(), m_screen->rect());
-        QVERIFY(hud->labelText().isEmpty());
-        QVERIFY(ProgressHUD::allHUDsForView(m_window).isEmpty());
+        QCOMPARE(hud->parentWidget(), host);
+        QCOMPARE(hud->geometry(), host->rect());
+        QCOMPARE(host->children().last(), hud);
+        QCOMPARE(ProgressHUD::allHUDsForView(host), QList<ProgressHUD *>{hud});
+        QVERIFY(ProgressHUD::allHUDsForView(onWindow ? m_screen : m_window).isEmpty());
+        QCOMPARE(hud->labelText(), text);
+        QCOMPARE(hud->yOffset(), offset);
+        QCOMPARE(hud->findChild<QLabel *>(QStringLiteral("label"))->isHidden(), text.isEmpty());
+        QCOMPARE(hud->mode(), int(ProgressHUD::Indeterminate));
+        QTRY_COMPARE_WITH_TIMEOUT(hud->alpha(), 1.0, 1000);
     }
 
     void hideRightAfterShowStartsAtOnce()
