@@ -71,30 +71,24 @@ private slots:
         QCOMPARE(out.pixel(30, 42), qRgb(0, 0, 255));
     }
 
-    void buttonInsetsFollowTheShadowHeight()
-    {
-        FlatButton button(QRect(0, 0, 120, 44));
-        button.setShadowHeight(3);
-        QCOMPARE(button.normalEdgeInsets(), (EdgeInsets{-3, 0, 0, 0}));
-        QCOMPARE(button.titleEdgeInsets(), button.normalEdgeInsets());
-        // held down, the title sits lower, on the highlighted insets
-        QTest::mousePress(&button, Qt::LeftButton, {}, QPoint(60, 22));
-        QCOMPARE(button.titleEdgeInsets(), EdgeInsets{});
-        QTest::mouseRelease(&button, Qt::LeftButton, {}, QPoint(60, 22));
-        QCOMPARE(button.titleEdgeInsets(), button.normalEdgeInsets());
-    }
-
-    void pressedButtonTakesTheShadowColour()
+    void pressedButtonTakesTheShadowColourAndInsets()
     {
         FlatButton button(QRect(0, 0, 120, 44));
         button.setButtonColor(QColor(10, 200, 10));
         button.setShadowColor(QColor(200, 10, 10));
+        button.setShadowHeight(3);
         button.setCornerRadius(4);
+        QCOMPARE(button.normalEdgeInsets(), (EdgeInsets{-3, 0, 0, 0}));
+        QCOMPARE(button.titleEdgeInsets(), button.normalEdgeInsets());
         QCOMPARE(button.grab().toImage().pixel(60, 5), qRgb(10, 200, 10));
         // flat: no shadow edge under the resting button
         QCOMPARE(button.grab().toImage().pixel(60, 42), qRgb(10, 200, 10));
-        button.setDown(true);
+        // held down, the title sits lower, on the highlighted insets
+        QTest::mousePress(&button, Qt::LeftButton, {}, QPoint(60, 22));
+        QCOMPARE(button.titleEdgeInsets(), EdgeInsets{});
         QCOMPARE(button.grab().toImage().pixel(60, 5), qRgb(200, 10, 10));
+        QTest::mouseRelease(&button, Qt::LeftButton, {}, QPoint(60, 22));
+        QCOMPARE(button.titleEdgeInsets(), button.normalEdgeInsets());
     }
 };
 
