@@ -59,10 +59,6 @@ private slots:
         QTest::newRow("white over black by a quarter, alpha dropped")
             << QColor::fromRgbF(1, 1, 1, 0.2f) << QColor::fromRgbF(0, 0, 0, 0.6f) << 0.25
             << QColor::fromRgbF(0.25f, 0.25f, 0.25f);
-        QTest::newRow("all foreground")
-            << QColor(Qt::red) << QColor(Qt::blue) << 1.0 << QColor(Qt::red);
-        QTest::newRow("all background")
-            << QColor(Qt::red) << QColor(Qt::blue) << 0.0 << QColor(Qt::blue);
         QTest::newRow("half and half, per channel")
             << QColor::fromRgbF(1, 0.5f, 0) << QColor::fromRgbF(0, 0.5f, 1) << 0.5
             << QColor::fromRgbF(0.5f, 0.5f, 0.5f);
