@@ -23,17 +23,6 @@ private slots:
     }
     void cleanup() { delete m_window; }
 
-    void overlayMadeWhenTheViewLoadsAndStaysInvisible()
-    {
-        BaseViewController screen;
-        QVERIFY(!screen.HUD());
-        screen.resize(200, 300);
-        screen.loadViewIfNeeded();
-        QCOMPARE(ProgressHUD::allHUDsForView(&screen), QList<ProgressHUD *>{screen.HUD()});
-        QCOMPARE(screen.HUD()->geometry(), screen.rect());
-        QCOMPARE(screen.HUD()->alpha(), 0.0);
-    }
-
     void showsTheOneOverlay_data()
     {
         QTest::addColumn<bool>("onWindow");
@@ -74,14 +63,22 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(hud->alpha(), 1.0, 1000);
     }
 
-    void hideRightAfterShowStartsAtOnce()
+    void overlayMadeOnLoadAndKeptAfterHiding()
     {
-        m_screen->showHUDView();
-        m_screen->hideHUDView();
+        BaseViewController screen;
+        QVERIFY(!screen.HUD());
+        screen.resize(200, 300);
+        screen.loadViewIfNeeded();
+        ProgressHUD *hud = screen.HUD();
+        QCOMPARE(ProgressHUD::allHUDsForView(&screen), QList<ProgressHUD *>{hud});
+        QCOMPARE(hud->geometry(), screen.rect());
+        QCOMPARE(hud->alpha(), 0.0);
+        screen.showHUDView();
+        screen.hideHUDView();
         // no minimum show time: finished after the fade alone
-        QTRY_VERIFY_WITH_TIMEOUT(m_screen->HUD()->isFinished(), 600);
-        QCOMPARE(m_screen->HUD()->alpha(), 0.0);
-        QCOMPARE(m_screen->HUD()->parentWidget(), m_screen); // kept for the next show
+        QTRY_VERIFY_WITH_TIMEOUT(hud->isFinished(), 600);
+        QCOMPARE(hud->alpha(), 0.0);
+        QCOMPARE(hud->parentWidget(), &screen); // kept for the next show
     }
 
     void hintsStackAndVanishOnTheirOwn()

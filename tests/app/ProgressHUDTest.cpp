@@ -54,17 +54,34 @@ private slots:
     }
     void cleanup() { delete m_host; }
 
-    void startsTransparentAndLetsTouchesThrough()
+    void showsAfterTheGraceTimeOnlyForARunningTask_data()
     {
+        QTest::addColumn<float>("graceTime");
+        QTest::addColumn<bool>("task");
+        QTest::addColumn<qreal>("alphaLater");
+        QTest::newRow("no grace time: at once") << 0.0f << false << 1.0;
+        QTest::newRow("no task: never visible") << 0.05f << false << 0.0;
+        QTest::newRow("task still running: visible") << 0.05f << true << 1.0;
+    }
+    void showsAfterTheGraceTimeOnlyForARunningTask()
+    {
+        QFETCH(float, graceTime);
+        QFETCH(bool, task);
+        QFETCH(qreal, alphaLater);
         ProgressHUD *hud = addedHUD();
+        // transparent, and letting touches through, until shown
         QCOMPARE(hud->geometry(), m_host->rect());
         QCOMPARE(hud->alpha(), 0.0);
         QVERIFY(hud->testAttribute(Qt::WA_TransparentForMouseEvents));
         QCOMPARE(hud->opacity(), 0.8f);
+        hud->setGraceTime(graceTime);
+        hud->setTaskInProgress(task);
         hud->show(false);
-        QCOMPARE(hud->alpha(), 1.0);
-        QVERIFY(!hud->testAttribute(Qt::WA_TransparentForMouseEvents));
-        QCOMPARE(hud->showStarted(), m_clock.now());
+        QCOMPARE(hud->alpha(), graceTime > 0 ? 0.0 : 1.0);
+        QTest::qWait(150);
+        QCOMPARE(hud->alpha(), alphaLater);
+        QCOMPARE(hud->testAttribute(Qt::WA_TransparentForMouseEvents), alphaLater == 0.0);
+        QCOMPARE(hud->showStarted(), alphaLater > 0.0 ? m_clock.now() : QDateTime());
     }
 
     void hideTiming_data()
@@ -110,24 +127,6 @@ private slots:
         QVERIFY(hud->isFinished());
         QVERIFY(!hud->showStarted().isValid());
         QCOMPARE(hud->parentWidget(), m_host); // it stays unless asked to leave
-    }
-
-    void graceTimeNeedsARunningTask_data()
-    {
-        QTest::addColumn<bool>("task");
-        QTest::newRow("no task: never visible") << false;
-        QTest::newRow("task still running: visible") << true;
-    }
-    void graceTimeNeedsARunningTask()
-    {
-        QFETCH(bool, task);
-        ProgressHUD *hud = addedHUD();
-        hud->setGraceTime(0.05f);
-        hud->setTaskInProgress(task);
-        hud->show(false);
-        QCOMPARE(hud->alpha(), 0.0);
-        QTest::qWait(150);
-        QCOMPARE(hud->alpha(), task ? 1.0 : 0.0);
     }
 
     void animatedFades_data()
