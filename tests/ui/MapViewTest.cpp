@@ -171,7 +171,9 @@ private slots:
             QTest::mouseDClick(&map, Qt::LeftButton, {}, QPoint(195, 422));
             break;
         case Move::Pinch: {
-            QPointingDevice *touch = QTest::createTouchDevice();
+            // the test owns the device it registers
+            const std::unique_ptr<QPointingDevice> device(QTest::createTouchDevice());
+            QPointingDevice *touch = device.get();
             // fingers spread to twice their distance around the middle
             QTest::touchEvent(&map, touch).press(0, QPoint(145, 422)).press(1, QPoint(245, 422));
             QTest::touchEvent(&map, touch).move(0, QPoint(120, 422)).move(1, QPoint(270, 422));
