@@ -24,20 +24,31 @@ function(trekmime_library name)
   target_link_libraries(${name} PUBLIC trekmime_common ${ARG_LIBS})
 endfunction()
 
-# trekmime_test(name SOURCES ... LIBS ...): one Qt Test executable (the test
-# classes of one folder, run by the shared main of tests/support) run by CTest
-# on the offscreen platform, in UTC, with a fixed locale.
+# trekmime_test(name CLASSES ... SOURCES ... LIBS ...): one Qt Test executable
+# (the test classes of one folder, run by the shared main of tests/support)
+# and one CTest test per class, "<name>.<Class>", run on the offscreen
+# platform, in UTC, with a fixed locale. A further test, "<name>.classes",
+# fails when the classes the executable registers differ from the list, so a
+# class cannot be left out of CTest unnoticed.
 function(trekmime_test name)
-  cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LIBS" ${ARGN})
+  cmake_parse_arguments(ARG "" "TIMEOUT" "CLASSES;SOURCES;LIBS" ${ARGN})
+  if(NOT ARG_CLASSES)
+    message(FATAL_ERROR "trekmime_test(${name}): list the test classes after CLASSES")
+  endif()
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE trekmime_common trekmime_testsupport trekmime_testmain
                         Qt6::Test ${ARG_LIBS})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-  add_test(NAME ${name} COMMAND ${name})
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 300)
   endif()
-  set_tests_properties(${name} PROPERTIES
-    TIMEOUT ${ARG_TIMEOUT}
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=UTC;LANG=C.UTF-8;LC_ALL=C.UTF-8;QT_LOGGING_RULES=qt.qpa.*=false")
+  set(environment
+    "QT_QPA_PLATFORM=offscreen;TZ=UTC;LANG=C.UTF-8;LC_ALL=C.UTF-8;QT_LOGGING_RULES=qt.qpa.*=false")
+  foreach(class ${ARG_CLASSES})
+    add_test(NAME ${name}.${class} COMMAND ${name} -class ${class})
+    set_tests_properties(${name}.${class} PROPERTIES TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "${environment}")
+  endforeach()
+  list(JOIN ARG_CLASSES "," class_list)
+  add_test(NAME ${name}.classes COMMAND ${name} -check-classes ${class_list})
+  set_tests_properties(${name}.classes PROPERTIES TIMEOUT 60 ENVIRONMENT "${environment}")
 endfunction()

@@ -23,18 +23,3 @@ public:
     QString systemVersion() const override;
     int screenPixelHeight() const override;
 };
-
-class FixedDeviceMetrics : public DeviceMetrics
-{
-public:
-    FixedDeviceMetrics(QString version = QStringLiteral("16.0"), int pixelHeight = 1334)
-        : m_version(std::move(version)), m_pixelHeight(pixelHeight)
-    {
-    }
-    QString systemVersion() const override { return m_version; }
-    int screenPixelHeight() const override { return m_pixelHeight; }
-
-private:
-    QString m_version;
-    int m_pixelHeight;
-};

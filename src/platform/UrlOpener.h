@@ -15,14 +15,3 @@ class DesktopUrlOpener : public UrlOpener
 public:
     bool openUrl(const QUrl &url) override;
 };
-
-class RecordingUrlOpener : public UrlOpener
-{
-public:
-    bool openUrl(const QUrl &url) override
-    {
-        opened.append(url);
-        return true;
-    }
-    QList<QUrl> opened;
-};

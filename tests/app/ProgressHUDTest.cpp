@@ -4,7 +4,7 @@
 #include "app/ProgressHUD.h"
 #include "app/ProgressHUDDelegate.h"
 #include "app/RoundProgressView.h"
-#include "platform/Clock.h"
+#include "fakes/ManualClock.h"
 
 #include <QElapsedTimer>
 #include <QLabel>

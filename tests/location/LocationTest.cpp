@@ -1,10 +1,10 @@
 #include "TestMain.h"
 #include "TestServices.h"
 
-#include "location/FakeGeocoder.h"
+#include "fakes/FakeGeocoder.h"
 #include "location/Location.h"
 #include "location/LocationDelegate.h"
-#include "platform/FakePositionSourceFactory.h"
+#include "fakes/FakePositionSourceFactory.h"
 
 #include <QSettings>
 #include <QTemporaryDir>

@@ -3,7 +3,7 @@
 
 #include "location/Location.h"
 #include "location/LocationDelegate.h"
-#include "platform/FakePositionSourceFactory.h"
+#include "fakes/FakePositionSourceFactory.h"
 #include "shell/HiddenUserLocationMapView.h"
 #include "ui/MapView.h"
 

@@ -4,7 +4,8 @@
 // test file registers its class with TREKMIME_TEST(Class); the folder's
 // executable links TestMain.cpp, which runs them all (command-line arguments
 // such as -v2 or a function name apply to each class; `-class NAME` picks
-// one class).
+// one class, as CTest does for each; `-check-classes A,B` answers whether
+// exactly those classes are registered).
 
 #include <QList>
 #include <QObject>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/AlertPresenter.h"
-#include "platform/Clock.h"
-#include "platform/DeviceMetrics.h"
+#include "fakes/FixedDeviceMetrics.h"
+#include "fakes/ManualClock.h"
+#include "fakes/RecordingAlertPresenter.h"
+#include "fakes/RecordingUrlOpener.h"
 #include "platform/Services.h"
-#include "platform/UrlOpener.h"
 
 #include <QNetworkAccessManager>
 #include <QTemporaryDir>

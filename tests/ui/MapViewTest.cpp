@@ -1,5 +1,5 @@
 #include "TestMain.h"
-#include "platform/FakePositionSourceFactory.h"
+#include "fakes/FakePositionSourceFactory.h"
 
 #include "ui/MapView.h"
 #include "ui/MapViewDelegate.h"

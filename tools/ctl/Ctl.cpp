@@ -2,7 +2,6 @@
 
 #include "platform/AlertPresenter.h"
 #include "platform/Clock.h"
-#include "platform/DeviceMetrics.h"
 #include "platform/UrlOpener.h"
 #include "settings/PreferenceFiles.h"
 
@@ -190,13 +189,11 @@ int runCtl(int argc, char **argv)
 
     SystemClock clock;
     StderrAlertPresenter alerts(err);
-    FixedDeviceMetrics metrics;
     NoUrlOpener urlOpener;
     QNetworkAccessManager network;
     CtlContext context{out, err, parser.isSet(json), Services{}};
     context.services.clock = &clock;
     context.services.alerts = &alerts;
-    context.services.deviceMetrics = &metrics;
     context.services.urlOpener = &urlOpener;
     context.services.network = &network;
     context.services.configuration = configuration;

@@ -1,4 +1,4 @@
-#include "platform/FakePositionSourceFactory.h"
+#include "fakes/FakePositionSourceFactory.h"
 
 PositionSource *FakePositionSourceFactory::create(QObject *parent)
 {

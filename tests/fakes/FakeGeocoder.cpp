@@ -1,4 +1,4 @@
-#include "location/FakeGeocoder.h"
+#include "fakes/FakeGeocoder.h"
 
 #include <QTimer>
 

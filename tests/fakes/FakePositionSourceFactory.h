@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FakePositionSource.h"
+#include "fakes/FakePositionSource.h"
 
 #include <QList>
 #include <QPointer>

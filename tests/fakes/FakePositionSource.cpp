@@ -1,4 +1,4 @@
-#include "platform/FakePositionSource.h"
+#include "fakes/FakePositionSource.h"
 
 #include <QTimer>
 
