@@ -73,8 +73,8 @@ struct Scene
         for (int i = 0; i < 20; ++i) {
             const QPointF at(30.0 + (i % 4) * 100.0, 40.0 + (i / 4) * 160.0);
             map.addAnnotation(std::make_shared<MapPointAnnotation>(
-                map.camera().pointToCoordinate(at), i == 0   ? 111111
-                                                    : i == 1 ? 222222
+                map.camera().pointToCoordinate(at), i == 0   ? RouteStartAnnotationTag
+                                                    : i == 1 ? RouteEndAnnotationTag
                                                              : 0));
         }
         if (points > 0)

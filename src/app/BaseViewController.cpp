@@ -29,9 +29,17 @@ void BaseViewController::createHUD()
         return;
     m_HUD = new ProgressHUD(this);
     m_HUD->setObjectName(QStringLiteral("HUD"));
+    m_HUD->setClock(m_clock);
     // the screen keeps its overlay, even when something removes it from view
     m_HUD->setDeleteWhenRemoved(false);
     m_HUD->addTo(this);
+}
+
+void BaseViewController::setClock(const Clock *clock)
+{
+    m_clock = clock;
+    if (m_HUD)
+        m_HUD->setClock(clock);
 }
 
 void BaseViewController::showHUDView()
@@ -99,6 +107,7 @@ ProgressHUD *BaseViewController::showHUDHintText(const QString &text)
 ProgressHUD *BaseViewController::showHUDHintText(const QString &text, float yOffset)
 {
     ProgressHUD *hint = ProgressHUD::showHUDAddedTo(this, true);
+    hint->setClock(m_clock);
     hint->setMode(ProgressHUD::Text);
     hint->setLabelText(text);
     hint->setMargin(10.0f);

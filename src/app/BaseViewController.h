@@ -51,6 +51,9 @@ public:
     // how long a hint stays before it starts to fade, in seconds
     double hintHideDelay() const { return m_hintHideDelay; }
     void setHintHideDelay(double seconds) { m_hintHideDelay = seconds; }
+    // The clock the overlays measure their times on; the system clock
+    // unless set (screens pass the injected one).
+    void setClock(const Clock *clock);
 
 protected:
     virtual void viewDidLoad() {}
@@ -62,4 +65,5 @@ private:
     bool m_loaded = false;
     QPointer<ProgressHUD> m_HUD;
     double m_hintHideDelay = 1.0;
+    const Clock *m_clock = nullptr;
 };

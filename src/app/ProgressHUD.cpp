@@ -132,16 +132,7 @@ void ProgressHUD::setUp()
     m_detailsLabel = makeLabel("detailsLabel");
     m_detailsLabel->setWordWrap(true);
 
-    m_graceTimer = new QTimer(this);
-    m_graceTimer->setSingleShot(true);
-    connect(m_graceTimer, &QTimer::timeout, this, [this] {
-        // a show with a grace time becomes visible only if the task still runs
-        if (m_taskInProgress)
-            showUsingAnimation(m_useAnimation);
-    });
-    m_minShowTimer = new QTimer(this);
-    m_minShowTimer->setSingleShot(true);
-    connect(m_minShowTimer, &QTimer::timeout, this, [this] { hideUsingAnimation(m_useAnimation); });
+    makeTimers();
     m_animation = new QVariantAnimation(this);
 
     updateIndicators();
@@ -151,6 +142,26 @@ void ProgressHUD::setUp()
 void ProgressHUD::setClock(const Clock *clock)
 {
     m_clock = clock ? clock : systemClock();
+    // a timer already running keeps the time it was started on
+    if (!m_graceTimer->isActive() && !m_minShowTimer->isActive())
+        makeTimers();
+}
+
+void ProgressHUD::makeTimers()
+{
+    delete m_graceTimer;
+    delete m_minShowTimer;
+    m_graceTimer = m_clock->createTimer(this);
+    m_graceTimer->setSingleShot(true);
+    connect(m_graceTimer, &ClockTimer::timeout, this, [this] {
+        // a show with a grace time becomes visible only if the task still runs
+        if (m_taskInProgress)
+            showUsingAnimation(m_useAnimation);
+    });
+    m_minShowTimer = m_clock->createTimer(this);
+    m_minShowTimer->setSingleShot(true);
+    connect(m_minShowTimer, &ClockTimer::timeout, this,
+            [this] { hideUsingAnimation(m_useAnimation); });
 }
 
 qreal ProgressHUD::alpha() const
@@ -269,7 +280,7 @@ void ProgressHUD::hide(bool animated)
 
 void ProgressHUD::hide(bool animated, double afterDelay)
 {
-    QTimer::singleShot(milliseconds(afterDelay), this, [this, animated] { hide(animated); });
+    m_clock->singleShot(milliseconds(afterDelay), this, [this, animated] { hide(animated); });
 }
 
 void ProgressHUD::hideUsingAnimation(bool animated)

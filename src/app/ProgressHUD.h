@@ -12,7 +12,7 @@ class Clock;
 class ProgressHUDDelegate;
 class QLabel;
 class QThread;
-class QTimer;
+class ClockTimer;
 class QVariantAnimation;
 
 // A rounded translucent box centred over a view, holding an indicator and up
@@ -127,6 +127,7 @@ protected:
 
 private:
     void setUp();
+    void makeTimers();
     void setAlpha(qreal alpha);
     void setScale(qreal scale);
     void updateIndicators();
@@ -167,8 +168,8 @@ private:
     QPointer<QWidget> m_indicator;
     QLabel *m_label = nullptr;
     QLabel *m_detailsLabel = nullptr;
-    QTimer *m_graceTimer = nullptr;
-    QTimer *m_minShowTimer = nullptr;
+    ClockTimer *m_graceTimer = nullptr;
+    ClockTimer *m_minShowTimer = nullptr;
     QVariantAnimation *m_animation = nullptr;
     QPointer<QWidget> m_watchedParent;
     QPointer<QThread> m_worker;

@@ -22,7 +22,7 @@ const QString WebGeocoder::EndpointPath = QStringLiteral("/maps/api/geocode/json
 namespace {
 
 // metres in one degree of latitude on a sphere of the earth's equatorial radius
-constexpr double metresPerDegree = 6378137.0 * std::numbers::pi / 180.0;
+constexpr double metresPerDegree = EarthRadiusMeters * std::numbers::pi / 180.0;
 
 QString serviceErrorText(int code)
 {

@@ -3,6 +3,10 @@
 #include <QHashFunctions>
 #include <QString>
 
+// The radius of the sphere that web maps and geocoding boxes take the earth
+// to be, in metres.
+constexpr double EarthRadiusMeters = 6378137.0;
+
 // A place on the earth: latitude and longitude in degrees. The route screen
 // treats an exact 0.0 in either as "not chosen".
 struct Coordinate

@@ -6,7 +6,6 @@
 
 namespace {
 // WGS 84 equatorial radius, the sphere Web Mercator maps use
-constexpr double EarthRadiusMeters = 6378137.0;
 constexpr double MetersPerDegree = 2.0 * std::numbers::pi * EarthRadiusMeters / 360.0;
 } // namespace
 

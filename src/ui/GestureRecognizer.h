@@ -28,10 +28,6 @@ public:
     // view when null)
     QPointF locationInView(const QWidget *view = nullptr) const;
 
-    // How far the pointer may wander before a press stops counting as a tap
-    // and starts counting as a pan, in points.
-    static constexpr qreal kMovementThreshold = 10.0;
-
 signals:
     void triggered(GestureRecognizer *recognizer);
 

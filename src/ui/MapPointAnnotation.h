@@ -6,6 +6,10 @@
 
 #include <memory>
 
+// The tags of the route's two markers.
+constexpr int RouteStartAnnotationTag = 111111;
+constexpr int RouteEndAnnotationTag = 222222;
+
 // A marked place on the map. The tag lets a screen find its own markers
 // again among the map's annotations (the route screen marks its start and
 // end with fixed tags). The map reads the coordinate whenever it paints.

@@ -1,4 +1,5 @@
 #include "ui/MapView.h"
+#include "ui/PointerThresholds.h"
 
 #include "platform/Services.h"
 #include "ui/MapViewDelegate.h"
@@ -311,7 +312,7 @@ void MapView::mouseMoveEvent(QMouseEvent *event)
         return;
     const QPointF position = event->position();
     if (!m_dragging) {
-        if ((position - m_pressPosition).manhattanLength() < 3.0)
+        if ((position - m_pressPosition).manhattanLength() < tapMovementLimit())
             return;
         m_dragging = true;
         m_requestedRegion.reset();
@@ -449,7 +450,7 @@ bool MapView::handleTouch(QTouchEvent *event)
             const QPointF position = event->points().first().position();
             const int interval = QGuiApplication::styleHints()->mouseDoubleClickInterval();
             if (m_lastTap.isValid() && m_lastTap.elapsed() <= interval &&
-                (position - m_lastTapPosition).manhattanLength() < 30.0) {
+                (position - m_lastTapPosition).manhattanLength() < DoubleTapDistance) {
                 m_lastTap.invalidate();
                 zoomInAround(position);
             } else {

@@ -1,4 +1,5 @@
 #include "ui/PanGestureRecognizer.h"
+#include "ui/PointerThresholds.h"
 
 #include <QLineF>
 
@@ -27,7 +28,7 @@ void PanGestureRecognizer::moved(QPointF position)
     m_velocity = (position - m_current) * (1000.0 / double(elapsed));
     m_current = position;
     if (state() == Possible) {
-        if (QLineF(m_start, position).length() > kMovementThreshold)
+        if (QLineF(m_start, position).length() > tapMovementLimit())
             setState(Began);
     } else if (state() == Began || state() == Changed) {
         setState(Changed);

@@ -10,7 +10,7 @@
 #include <numbers>
 
 namespace {
-constexpr double EarthCircumferenceMeters = 2.0 * std::numbers::pi * 6378137.0;
+constexpr double EarthCircumferenceMeters = 2.0 * std::numbers::pi * EarthRadiusMeters;
 const QColor UserLocationColor(0x00, 0x7a, 0xff);
 } // namespace
 

@@ -1,4 +1,5 @@
 #include "ui/TapGestureRecognizer.h"
+#include "ui/PointerThresholds.h"
 
 #include <QLineF>
 
@@ -9,7 +10,7 @@ void TapGestureRecognizer::pressed(QPointF position)
 
 void TapGestureRecognizer::moved(QPointF position)
 {
-    if (state() == Possible && QLineF(m_start, position).length() > kMovementThreshold)
+    if (state() == Possible && QLineF(m_start, position).length() > tapMovementLimit())
         setState(Failed);
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/BaseViewController.h"
 #include "app/ProgressHUD.h"
+#include "fakes/ManualClock.h"
 
 #include <QLabel>
 #include <QPointer>
@@ -17,6 +18,7 @@ private slots:
         m_window = new QWidget;
         m_window->resize(390, 844);
         m_screen = new BaseViewController(m_window);
+        m_screen->setClock(&m_clock);
         m_screen->setGeometry(0, 60, 390, 700);
         m_window->show();
         m_screen->loadViewIfNeeded();
@@ -87,7 +89,7 @@ private slots:
         m_screen->showHUDView();
         QPointer<ProgressHUD> first =
             m_screen->showHUDHintText(QStringLiteral("Trekmime is working"));
-        QTest::qWait(300);
+        m_clock.advance(300);
         QPointer<ProgressHUD> second = m_screen->showHUDHintText(QString(), -30.0f);
         QCOMPARE(ProgressHUD::allHUDsForView(m_screen).size(), 3);
         for (ProgressHUD *hint : {first.data(), second.data()}) {
@@ -98,15 +100,19 @@ private slots:
         }
         QCOMPARE(second->yOffset(), -30.0f);
         QCOMPARE(second->boxSize(), QSizeF(20, 20)); // an empty hint is an empty box
-        // each goes 0.1 s after its own start plus the 0.3 s fade
-        QTRY_VERIFY_WITH_TIMEOUT(first.isNull(), 600);
-        QVERIFY(!second.isNull());
-        QTRY_VERIFY_WITH_TIMEOUT(second.isNull(), 600);
+        // each fades 0.1 s after its own start, and is gone after the fade
+        QTRY_VERIFY_WITH_TIMEOUT(first.isNull(), 1000);
+        QTRY_COMPARE_WITH_TIMEOUT(second->alpha(), 1.0, 1000);
+        m_clock.advance(99);
+        QCOMPARE(second->alpha(), 1.0);
+        m_clock.advance(1);
+        QTRY_VERIFY_WITH_TIMEOUT(second.isNull(), 1000);
         QCOMPARE(m_screen->HUD()->mode(), int(ProgressHUD::Indeterminate));
         QCOMPARE(m_screen->HUD()->alpha(), 1.0);
     }
 
 private:
+    ManualClock m_clock;
     QWidget *m_window = nullptr;
     BaseViewController *m_screen = nullptr;
 };

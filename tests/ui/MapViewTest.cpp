@@ -25,7 +25,7 @@ public:
     }
     QImage viewForAnnotation(MapView *, const MapPointAnnotation &annotation) override
     {
-        return annotation.tag() == 222222 ? endImage : QImage();
+        return annotation.tag() == RouteEndAnnotationTag ? endImage : QImage();
     }
     std::optional<MapPolylineRenderer> rendererForOverlay(MapView *, const MapPolyline &) override
     {
@@ -217,16 +217,17 @@ private slots:
     void annotationsAndOverlaysKeepTheirOrder()
     {
         MapView map;
-        auto a = std::make_shared<MapPointAnnotation>(Paris, 111111);
-        auto b = std::make_shared<MapPointAnnotation>(Lyon, 222222, QStringLiteral("Lyon"));
-        auto c = std::make_shared<MapPointAnnotation>(Lyon, 111111);
+        auto a = std::make_shared<MapPointAnnotation>(Paris, RouteStartAnnotationTag);
+        auto b = std::make_shared<MapPointAnnotation>(Lyon, RouteEndAnnotationTag,
+                                                      QStringLiteral("Lyon"));
+        auto c = std::make_shared<MapPointAnnotation>(Lyon, RouteStartAnnotationTag);
         for (const MapAnnotationPtr &annotation : {a, b, c})
             map.addAnnotation(annotation);
         QCOMPARE(map.annotations(), (QList<MapAnnotationPtr>{a, b, c}));
         // the way the route screen takes away its start marker: the first
         // with the tag goes, a later one with the same tag stays
         for (const MapAnnotationPtr &annotation : map.annotations()) {
-            if (annotation->tag() == 111111) {
+            if (annotation->tag() == RouteStartAnnotationTag) {
                 map.removeAnnotation(annotation);
                 break;
             }
@@ -250,8 +251,8 @@ private slots:
     {
         QTest::addColumn<int>("tag");
         QTest::addColumn<bool>("delegateFirst");
-        QTest::newRow("delegate's image") << 222222 << true;
-        QTest::newRow("delegate set after the annotation") << 222222 << false;
+        QTest::newRow("delegate's image") << RouteEndAnnotationTag << true;
+        QTest::newRow("delegate set after the annotation") << RouteEndAnnotationTag << false;
         QTest::newRow("default pin") << 0 << true;
     }
     void drawsWhatTheDelegateSupplies()
@@ -277,7 +278,7 @@ private slots:
 
         const QImage frame = map.grab().toImage();
         const QRgb abovePlace = frame.pixel(195, 422 - 22);
-        if (tag == 222222) {
+        if (tag == RouteEndAnnotationTag) {
             QVERIFY(isNear(frame.pixel(195, 422), magenta, 10));
         } else {
             // the default pin stands with its tip on the place: red above it

@@ -330,8 +330,10 @@ QWidget *Gallery::mapPanel()
         {52.5105, 13.4320}, {52.5070, 13.4440}, {52.5035, 13.4500},
     };
     map->addOverlay(std::make_shared<MapPolyline>(route));
-    map->addAnnotation(std::make_shared<MapPointAnnotation>(route.first(), 111111, tr("Start")));
-    map->addAnnotation(std::make_shared<MapPointAnnotation>(route.last(), 222222, tr("End")));
+    map->addAnnotation(
+        std::make_shared<MapPointAnnotation>(route.first(), RouteStartAnnotationTag, tr("Start")));
+    map->addAnnotation(
+        std::make_shared<MapPointAnnotation>(route.last(), RouteEndAnnotationTag, tr("End")));
     map->setRegion(CoordinateRegion{{52.5125, 13.4140}, {0.03, 0.09}});
     map->setTileSource(m_tiles);
     card->add(map, 1);
