@@ -1,0 +1,50 @@
+#pragma once
+
+#include "fakes/FakeGeocoder.h"
+#include "fakes/FakePositionSourceFactory.h"
+#include "fakes/FixedDeviceMetrics.h"
+#include "fakes/ManualClock.h"
+#include "fakes/RecordingAlertPresenter.h"
+#include "fakes/RecordingUrlOpener.h"
+#include "fakes/SketchTileSource.h"
+#include "platform/Services.h"
+
+#include <QNetworkAccessManager>
+#include <QTemporaryDir>
+
+#include <memory>
+#include <vector>
+
+// Everything a screen may ask of the outside world, faked for a picture: an
+// empty preferences folder of its own, a clock fixed at one moment, drawn map
+// tiles, a device standing in Hong Kong, and a geocoder that knows a few
+// places there. Nothing reaches a network.
+class ScreenshotWorld
+{
+public:
+    ScreenshotWorld();
+    ~ScreenshotWorld();
+
+    const Services &services() const { return m_services; }
+    // Keeps `object` until the picture is taken; the last kept goes first.
+    template <class T> T *keep(T *object)
+    {
+        m_kept.emplace_back(object);
+        return object;
+    }
+    QString preferencesDir() const { return m_dir.path(); }
+
+    ManualClock clock;
+    RecordingAlertPresenter alerts;
+    FixedDeviceMetrics deviceMetrics;
+    RecordingUrlOpener urlOpener;
+    QNetworkAccessManager network;
+    FakePositionSourceFactory positionSources;
+    FakeGeocoder geocoder;
+    SketchTileSource tiles;
+
+private:
+    QTemporaryDir m_dir;
+    std::vector<std::unique_ptr<QObject>> m_kept;
+    Services m_services;
+};
