@@ -3,7 +3,7 @@
 #include "location/QtPositionSource.h"
 
 ConfiguredPositionSourceFactory::ConfiguredPositionSourceFactory(const Configuration &configuration)
-    : m_nmeaFile(configuration.value(Configuration::NmeaFile))
+    : m_nmeaFile(configuration.nmeaFile)
 {
 }
 

@@ -55,10 +55,8 @@ NominatimGeocoder::NominatimGeocoder(QNetworkAccessManager *network, const QUrl 
 
 NominatimGeocoder *NominatimGeocoder::fromServices(const Services &services, QObject *parent)
 {
-    return new NominatimGeocoder(
-        services.network,
-        QUrl::fromUserInput(services.configuration.value(Configuration::NominatimUrl)),
-        services.configuration.userAgent(), parent);
+    return new NominatimGeocoder(services.network, services.configuration.nominatimUrl,
+                                 services.configuration.userAgent(), parent);
 }
 
 QUrl NominatimGeocoder::url(const QString &path, const QList<QPair<QString, QString>> &query) const

@@ -70,8 +70,7 @@ QUrl endpointUrl(const QUrl &host)
 
 WebGeocoderEndpoint WebGeocoderEndpoint::fromServices(const Services &services)
 {
-    return {services.network,
-            QUrl::fromUserInput(services.configuration.value(Configuration::GeocodingUrl)),
+    return {services.network, services.configuration.geocodingUrl,
             services.configuration.userAgent()};
 }
 

@@ -1,20 +1,23 @@
 #pragma once
 
-#include <QHash>
 #include <QList>
 #include <QProcessEnvironment>
 #include <QSet>
 #include <QString>
+#include <QUrl>
 
 class QCommandLineParser;
 
 // Every setting a user may change, each readable from the command line
 // (--name VALUE), an environment variable and a config file (INI, key
 // "name"), in that order of precedence, with defaults that work on a fresh
-// machine.
+// machine. Values are checked and typed once, at start-up: whatever holds a
+// Configuration may use its fields as they are.
 class Configuration
 {
 public:
+    // One setting: where it is read from, its help, its default (in the text
+    // form a user would type) and how its text becomes the typed field.
     struct Option
     {
         const char *name;
@@ -22,7 +25,12 @@ public:
         const char *valueName;
         const char *help;
         const char *defaultValue;
+        // Stores the text in its field, or answers why it cannot be used
+        // ("not a ..."), leaving the field as it was.
+        QString (*parse)(Configuration &configuration, const QString &text);
     };
+    // The one list of settings and their defaults; a new setting is a field
+    // below and a row there.
     static const QList<Option> &options();
 
     static constexpr const char *PreferencesDir = "preferences-dir";
@@ -32,28 +40,43 @@ public:
     static constexpr const char *MBTiles = "mbtiles";
     static constexpr const char *TileCacheMB = "tile-cache-mb";
     static constexpr const char *RoutingUrl = "routing-url";
+    static constexpr const char *RoutingProfile = "routing-profile";
     static constexpr const char *NominatimUrl = "nominatim-url";
     static constexpr const char *GeocodingUrl = "geocoding-url";
     static constexpr const char *NmeaFile = "nmea-file";
+
+    QString preferencesDir;  // empty: chosen at start-up (choosePreferencesDirectory)
+    QString configFile;      // empty: the default one (defaultConfigFile)
+    QString tileUrl;         // http(s) template with {z}, {x} and {y}; empty: no tiles
+    QString tileAttribution; // credit shown on the map for those tiles
+    QString mbtiles;         // an existing file, or empty
+    int tileCacheMB = 0;     // 0 or more
+    QUrl routingUrl;         // http(s) with a host, as are the other URLs
+    QString routingProfile;  // one path word, e.g. "driving"
+    QUrl nominatimUrl;
+    QUrl geocodingUrl;
+    QString nmeaFile; // an existing file, or empty
 
     // Every setting at its default.
     Configuration();
 
     static void addOptionsTo(QCommandLineParser &parser);
     // Reads the parsed command line, the environment and the config file.
-    // Answers false with a message when the config file cannot be read.
+    // Answers false with one line in `error` when the config file cannot be
+    // read or a value cannot be used; nothing is created either way.
     static bool load(const QCommandLineParser *parser, const QProcessEnvironment &environment,
                      Configuration &result, QString *error);
     static QString defaultConfigFile();
 
-    QString value(const char *name) const;
+    // Sets one setting from its text as a user gives it; answers why it
+    // cannot be used, or an empty text when it was taken.
+    QString set(const char *name, const QString &text);
+    // Whether the user gave the setting rather than leaving the default.
     bool isExplicit(const char *name) const { return m_explicit.contains(QLatin1String(name)); }
-    void set(const char *name, const QString &value);
 
     QString userAgent() const;
 
 private:
-    QHash<QString, QString> m_values;
     QSet<QString> m_explicit;
 };
 

@@ -4,7 +4,7 @@
 #include "app/ModeScreenLayout.h"
 #include "platform/AlertPresenter.h"
 #include "platform/Services.h"
-#include "settings/MasterRecord.h"
+#include "settings/ModeChange.h"
 #include "settings/RecordKeys.h"
 #include "settings/StoredValue.h"
 #include "settings/TMPreferenceUtil.h"
@@ -39,13 +39,12 @@ void TrekmimeViewController::viewWillAppear(bool animated)
 
 void TrekmimeViewController::exchange()
 {
-    if (StoredValue::boolValue(m_preferences.value(RecordKeys::enable()))) {
-        m_services.alerts->showMessage(
-            tr("Trekmime is working,please turn off the Trekmime first!"), tr("OK"), this);
+    const ModeChange::Result change = ModeChange::fromRouteMode(m_preferences);
+    if (change.refused()) {
+        m_services.alerts->showMessage(change.refusal, tr("OK"), this);
         return;
     }
     // a failed write still swaps the screen; the stored mode wins again the
     // next time the application becomes active
-    MasterRecord::write(MasterRecord::LocationMode);
     m_shell.changeToLocation();
 }

@@ -4,6 +4,7 @@
 #include "settings/PropertyList.h"
 #include "settings/RecordKeys.h"
 #include "settings/StoredValue.h"
+#include "settings/WhitelistRecord.h"
 
 using namespace RecordKeys;
 
@@ -12,9 +13,9 @@ QVariantMap TMPreferenceUtil::routePreference()
     return PropertyList::readDictionary(PreferenceFiles::routeFile());
 }
 
-void TMPreferenceUtil::writeRoutePreference(const QVariantMap &preference)
+bool TMPreferenceUtil::writeRoutePreference(const QVariantMap &preference)
 {
-    PropertyList::write(PreferenceFiles::routeFile(), preference);
+    return PropertyList::write(PreferenceFiles::routeFile(), preference);
 }
 
 bool TMPreferenceUtil::isRouteEnable()
@@ -22,11 +23,11 @@ bool TMPreferenceUtil::isRouteEnable()
     return StoredValue::boolValue(routePreference().value(enable()));
 }
 
-void TMPreferenceUtil::setRouteEnable(bool on)
+bool TMPreferenceUtil::setRouteEnable(bool on)
 {
     QVariantMap record = routePreference();
     record.insert(enable(), StoredValue::formatFlag(on));
-    writeLocationPreference(record);
+    return writeLocationPreference(record);
 }
 
 QVariantMap TMPreferenceUtil::locationPreference()
@@ -34,9 +35,9 @@ QVariantMap TMPreferenceUtil::locationPreference()
     return PropertyList::readDictionary(PreferenceFiles::locationFile());
 }
 
-void TMPreferenceUtil::writeLocationPreference(const QVariantMap &preference)
+bool TMPreferenceUtil::writeLocationPreference(const QVariantMap &preference)
 {
-    PropertyList::write(PreferenceFiles::locationFile(), preference);
+    return PropertyList::write(PreferenceFiles::locationFile(), preference);
 }
 
 double TMPreferenceUtil::locationLatitude()
@@ -54,30 +55,30 @@ bool TMPreferenceUtil::isLocationEnable()
     return StoredValue::boolValue(locationPreference().value(enable()));
 }
 
-void TMPreferenceUtil::setLocationEnable(bool on)
+bool TMPreferenceUtil::setLocationEnable(bool on)
 {
     QVariantMap record = locationPreference();
     record.insert(enable(), StoredValue::formatFlag(on));
-    writeLocationPreference(record);
+    return writeLocationPreference(record);
 }
 
-void TMPreferenceUtil::setLocationLatitude(double lat, double lng)
+bool TMPreferenceUtil::setLocationLatitude(double lat, double lng)
 {
     const QVariantMap unchanged = locationPreference();
     QVariantMap changed = locationPreference();
     changed.insert(latitude(), StoredValue::formatReal(lat));
     changed.insert(longitude(), StoredValue::formatReal(lng));
     // the changed copy is dropped on purpose; see the header
-    writeLocationPreference(unchanged);
+    return writeLocationPreference(unchanged);
 }
 
-void TMPreferenceUtil::setLocationEnable(bool on, double lat, double lng)
+bool TMPreferenceUtil::setLocationEnable(bool on, double lat, double lng)
 {
     QVariantMap record = locationPreference();
     record.insert(enable(), StoredValue::formatFlag(on));
     record.insert(latitude(), StoredValue::formatReal(lat));
     record.insert(longitude(), StoredValue::formatReal(lng));
-    writeLocationPreference(record);
+    return writeLocationPreference(record);
 }
 
 QVariantList TMPreferenceUtil::favoritePreference()
@@ -85,14 +86,28 @@ QVariantList TMPreferenceUtil::favoritePreference()
     return PropertyList::readArray(PreferenceFiles::favoritesFile());
 }
 
-void TMPreferenceUtil::addFavorite(const QVariantMap &favorite)
+bool TMPreferenceUtil::addFavorite(const QVariantMap &favorite)
 {
     QVariantList favorites = favoritePreference();
     favorites.append(favorite);
-    PropertyList::write(PreferenceFiles::favoritesFile(), favorites);
+    return PropertyList::write(PreferenceFiles::favoritesFile(), favorites);
 }
 
 QVariantMap TMPreferenceUtil::whitePreference()
 {
     return PropertyList::readDictionary(PreferenceFiles::whitelistFile());
+}
+
+bool TMPreferenceUtil::removeFavorite(QVariantList &favorites, qsizetype index)
+{
+    if (index < 0 || index >= favorites.size())
+        return false;
+    favorites.removeAt(index);
+    return PropertyList::write(PreferenceFiles::favoritesFile(), favorites);
+}
+
+bool TMPreferenceUtil::toggleWhitelist(QVariantMap &whitelist, const QString &bundle)
+{
+    WhitelistRecord::toggle(whitelist, bundle);
+    return PropertyList::write(PreferenceFiles::whitelistFile(), whitelist);
 }

@@ -1,10 +1,10 @@
 #include "shell/Application.h"
 
 #include "platform/Configuration.h"
-#include "settings/PreferenceFiles.h"
 #include "shell/AppDelegate.h"
 #include "shell/AppWindow.h"
 #include "shell/RealServices.h"
+#include "shell/Startup.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -47,16 +47,9 @@ int runApplication(int argc, char **argv)
     parser.process(application);
 
     Configuration configuration;
-    QString error;
-    if (!Configuration::load(&parser, QProcessEnvironment::systemEnvironment(), configuration,
-                             &error)) {
-        QTextStream(stderr) << "trekmime: " << error << Qt::endl;
+    QTextStream err(stderr);
+    if (!startUp(parser, QStringLiteral("trekmime"), err, configuration))
         return 2;
-    }
-    QString announcement;
-    PreferenceFiles::setDirectory(choosePreferencesDirectory(configuration, &announcement));
-    if (!announcement.isEmpty())
-        QTextStream(stderr) << announcement << Qt::endl;
 
     RealServices services(configuration);
     AppDelegate delegate(services.services());

@@ -4,10 +4,9 @@
 
 #include <memory>
 
-class QNetworkAccessManager;
-
 // Builds the real implementation of every service from the configuration
-// and keeps them alive for the life of the application.
+// and keeps them alive for the life of the application: the ones that need
+// no window (CoreServices, shared with trekmime-ctl) and the ones that do.
 class RealServices
 {
 public:

@@ -4,7 +4,7 @@
 #include "app/ModeScreenLayout.h"
 #include "platform/AlertPresenter.h"
 #include "platform/Services.h"
-#include "settings/MasterRecord.h"
+#include "settings/ModeChange.h"
 #include "settings/TMPreferenceUtil.h"
 
 #include <QLabel>
@@ -25,11 +25,10 @@ SpotmimeViewController::SpotmimeViewController(const Services &services, Applica
 
 void SpotmimeViewController::exchange()
 {
-    if (TMPreferenceUtil::isLocationEnable()) {
-        m_services.alerts->showMessage(
-            tr("Spotmime is working,please turn off the Spotmime first!"), tr("OK"), this);
+    const ModeChange::Result change = ModeChange::fromLocationMode();
+    if (change.refused()) {
+        m_services.alerts->showMessage(change.refusal, tr("OK"), this);
         return;
     }
-    MasterRecord::write(MasterRecord::RouteMode);
     m_shell.changeToRouter();
 }

@@ -11,7 +11,7 @@ std::unique_ptr<TileSource> createConfiguredTileSource(const Configuration &conf
                                                        QNetworkAccessManager *network,
                                                        const QString &cacheDirectory)
 {
-    const QString mbtiles = configuration.value(Configuration::MBTiles);
+    const QString &mbtiles = configuration.mbtiles;
     if (!mbtiles.isEmpty()) {
         auto source = std::make_unique<MBTilesTileSource>(mbtiles);
         if (!source->isOpen())
@@ -19,20 +19,17 @@ std::unique_ptr<TileSource> createConfiguredTileSource(const Configuration &conf
                      qPrintable(source->errorString()));
         return source;
     }
-    const QString urlTemplate = configuration.value(Configuration::TileUrl);
-    if (urlTemplate.isEmpty() || !network)
+    if (configuration.tileUrl.isEmpty() || !network)
         return nullptr;
 
     HttpTileSource::Options options;
-    options.urlTemplate = urlTemplate;
+    options.urlTemplate = configuration.tileUrl;
     options.userAgent = configuration.userAgent();
-    options.attribution = configuration.value(Configuration::TileAttribution);
+    options.attribution = configuration.tileAttribution;
     options.cacheDirectory = cacheDirectory.isEmpty()
                                  ? QStandardPaths::writableLocation(QStandardPaths::CacheLocation) +
                                        QStringLiteral("/tiles")
                                  : cacheDirectory;
-    bool ok = false;
-    const qint64 megabytes = configuration.value(Configuration::TileCacheMB).toLongLong(&ok);
-    options.cacheBytes = (ok && megabytes > 0 ? megabytes : 200) * 1024 * 1024;
+    options.cacheBytes = qint64(configuration.tileCacheMB) * 1024 * 1024;
     return std::make_unique<HttpTileSource>(network, options);
 }

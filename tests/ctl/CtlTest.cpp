@@ -4,6 +4,7 @@
 #include "settings/PropertyList.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -52,7 +53,7 @@ class CtlTest : public QObject
 private:
     std::unique_ptr<QTemporaryDir> m_dir;
 
-    Run ctl(const QStringList &arguments)
+    Run ctl(const QStringList &arguments, const QString &preferences = {})
     {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -60,7 +61,9 @@ private:
                            m_dir->filePath(QStringLiteral("config")));
         process.setProcessEnvironment(environment);
         process.start(QStringLiteral(TREKMIME_CTL),
-                      QStringList{QStringLiteral("--preferences-dir"), m_dir->path()} + arguments);
+                      QStringList{QStringLiteral("--preferences-dir"),
+                                  preferences.isEmpty() ? m_dir->path() : preferences} +
+                          arguments);
         process.waitForFinished(20000);
         return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
                 QString::fromUtf8(process.readAllStandardOutput()),
@@ -125,6 +128,54 @@ private slots:
         if (!arguments.isEmpty())
             QCOMPARE(run.err.count(QLatin1Char('\n')), 1);
         QCOMPARE(files(), QStringList());
+    }
+
+    void unusableConfigurationStopsBeforeTheFolderIsMade_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("cache size") << args({"--tile-cache-mb", "lots", "status"});
+        QTest::newRow("URL") << args({"--routing-url", "localhost", "spot", "on", "1", "2"});
+        QTest::newRow("MBTiles file")
+            << args({"--mbtiles", "/nonexistent/map.mbtiles", "favorites", "add", "x", "1", "2"});
+    }
+    void unusableConfigurationStopsBeforeTheFolderIsMade()
+    {
+        QFETCH(QStringList, arguments);
+        const QString folder = m_dir->filePath(QStringLiteral("preferences"));
+        const Run run = ctl(arguments, folder);
+        QCOMPARE(run.status, 2);
+        QCOMPARE(run.out, QString());
+        QCOMPARE(run.err.count(QLatin1Char('\n')), 1);
+        QVERIFY2(run.err.startsWith(QStringLiteral("trekmime-ctl: --")), qPrintable(run.err));
+        QVERIFY(!QFileInfo::exists(folder));
+    }
+
+    // A directory where the file should be: the write fails, and the tool
+    // says so in one line instead of reporting success.
+    void failedWritesAreReported_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("record");
+        QTest::newRow("spot on") << args({"spot", "on", "1", "2"}) << QStringLiteral("location");
+        QTest::newRow("spot off") << args({"spot", "off"}) << QStringLiteral("location");
+        QTest::newRow("favorites add")
+            << args({"favorites", "add", "x", "1", "2"}) << QStringLiteral("favorites");
+        QTest::newRow("whitelist toggle")
+            << args({"whitelist", "toggle", "com.a"}) << QStringLiteral("whitelist");
+        QTest::newRow("mode") << args({"mode", "spot"}) << QStringLiteral("master");
+        QTest::newRow("route off") << args({"route", "off"}) << QStringLiteral("route");
+    }
+    void failedWritesAreReported()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, record);
+        const QString file = PreferenceFiles::directory() +
+                             QStringLiteral("com.velmora.trekmimex.%1.plist").arg(record);
+        QVERIFY(QDir().mkpath(file));
+        const Run run = ctl(arguments);
+        QCOMPARE(run.status, 1);
+        QCOMPARE(run.out, QString());
+        QCOMPARE(run.err, QStringLiteral("trekmime-ctl: cannot write %1\n").arg(file));
     }
 
     void modeChangesAsTheButtonsDo()

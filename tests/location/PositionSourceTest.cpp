@@ -65,7 +65,7 @@ private slots:
             QVERIFY(file.open(QIODevice::WriteOnly) && file.write(NmeaLog::log(22.5, -114.1)) > 0);
         file.close();
         Configuration configuration;
-        configuration.set(Configuration::NmeaFile, path);
+        configuration.nmeaFile = path; // past the start-up check, the file may still go
         ConfiguredPositionSourceFactory factory(configuration);
         QObject owner;
         PositionSource *source = factory.create(&owner);

@@ -102,10 +102,9 @@ private slots:
         COMPARE_GOLDEN("favorites.plist", PreferenceFiles::favoritesFile());
 
         QVariantMap whitelist;
-        WhitelistRecord::toggle(whitelist, QStringLiteral("org.example.weather"));
-        WhitelistRecord::toggle(whitelist, QStringLiteral("com.example.maps"));
-        WhitelistRecord::toggle(whitelist, QStringLiteral("org.example.weather"));
-        PropertyList::write(PreferenceFiles::whitelistFile(), whitelist);
+        TMPreferenceUtil::toggleWhitelist(whitelist, QStringLiteral("org.example.weather"));
+        TMPreferenceUtil::toggleWhitelist(whitelist, QStringLiteral("com.example.maps"));
+        TMPreferenceUtil::toggleWhitelist(whitelist, QStringLiteral("org.example.weather"));
         COMPARE_GOLDEN("whitelist.plist", PreferenceFiles::whitelistFile());
 
         MasterRecord::write(MasterRecord::LocationMode);
@@ -245,14 +244,52 @@ private slots:
 
     void whitelistTapsFlipAndKeepKeys()
     {
-        QVariantMap record{{QStringLiteral("a.stored.text"), QStringLiteral("1")}};
+        PropertyList::write(PreferenceFiles::whitelistFile(),
+                            QVariantMap{{QStringLiteral("a.stored.text"), QStringLiteral("1")}});
+        QVariantMap record = TMPreferenceUtil::whitePreference();
         QVERIFY(WhitelistRecord::isWhitelisted(record, QStringLiteral("a.stored.text")));
-        QCOMPARE(WhitelistRecord::toggle(record, QStringLiteral("a.stored.text")), false);
-        QCOMPARE(record.value(QStringLiteral("a.stored.text")), QVariant(false));
-        QCOMPARE(WhitelistRecord::toggle(record, QStringLiteral("new.app")), true);
-        QCOMPARE(WhitelistRecord::toggle(record, QStringLiteral("new.app")), false);
-        QVERIFY(record.contains(QStringLiteral("new.app")));
+        QVERIFY(TMPreferenceUtil::toggleWhitelist(record, QStringLiteral("a.stored.text")));
+        QVERIFY(TMPreferenceUtil::toggleWhitelist(record, QStringLiteral("new.app")));
+        QCOMPARE(TMPreferenceUtil::whitePreference(),
+                 (QVariantMap{{QStringLiteral("a.stored.text"), false},
+                              {QStringLiteral("new.app"), true}}));
+        QVERIFY(TMPreferenceUtil::toggleWhitelist(record, QStringLiteral("new.app")));
+        QCOMPARE(TMPreferenceUtil::whitePreference().value(QStringLiteral("new.app")),
+                 QVariant(false));
         QVERIFY(!WhitelistRecord::isWhitelisted(record, QStringLiteral("never.tapped")));
+    }
+
+    void removingAFavoriteRewritesTheList_data()
+    {
+        QTest::addColumn<qsizetype>("index");
+        QTest::addColumn<QStringList>("left");
+        QTest::newRow("first") << qsizetype(0)
+                               << QStringList{QStringLiteral("b"), QStringLiteral("c")};
+        QTest::newRow("last") << qsizetype(2)
+                              << QStringList{QStringLiteral("a"), QStringLiteral("b")};
+        QTest::newRow("past the end") << qsizetype(3) << QStringList();
+        QTest::newRow("negative") << qsizetype(-1) << QStringList();
+    }
+    void removingAFavoriteRewritesTheList()
+    {
+        QFETCH(qsizetype, index);
+        QFETCH(QStringList, left);
+        for (const char *name : {"a", "b", "c"})
+            TMPreferenceUtil::addFavorite(FavoriteEntry::make(QString::fromLatin1(name), 1.0, 2.0));
+        const QByteArray before = bytesOf(PreferenceFiles::favoritesFile());
+        QVariantList favorites = TMPreferenceUtil::favoritePreference();
+        QCOMPARE(TMPreferenceUtil::removeFavorite(favorites, index), !left.isEmpty());
+        if (left.isEmpty()) {
+            // out of range: nothing changes, nothing is written
+            QCOMPARE(favorites.size(), 3);
+            QCOMPARE(bytesOf(PreferenceFiles::favoritesFile()), before);
+            return;
+        }
+        QStringList names;
+        for (const QVariant &entry : TMPreferenceUtil::favoritePreference())
+            names.append(FavoriteEntry::name(entry));
+        QCOMPARE(names, left);
+        QCOMPARE(favorites, TMPreferenceUtil::favoritePreference());
     }
 
     void hideListKeysOnly()

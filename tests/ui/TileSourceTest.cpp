@@ -201,8 +201,7 @@ private slots:
                  QStringLiteral("http://127.0.0.1:9/5/17/11.png"));
         QCOMPARE(web->attribution(), QStringLiteral("\u00a9 OpenStreetMap contributors"));
 
-        configuration.set(Configuration::MBTiles,
-                          m_cacheDir.filePath(QStringLiteral("none.mbtiles")));
+        configuration.mbtiles = m_cacheDir.filePath(QStringLiteral("none.mbtiles"));
         // a file that cannot be opened is reported, and the map shows its grid
         QTest::ignoreMessage(QtWarningMsg,
                              QRegularExpression(QStringLiteral("cannot open the MBTiles file")));
@@ -210,7 +209,7 @@ private slots:
             createConfiguredTileSource(configuration, &m_network, m_cacheDir.path()).get()));
 
         Configuration empty;
-        empty.set(Configuration::TileUrl, QString());
+        empty.tileUrl.clear();
         QVERIFY(!createConfiguredTileSource(empty, &m_network, m_cacheDir.path()));
     }
 

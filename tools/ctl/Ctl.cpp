@@ -1,16 +1,14 @@
 #include "Ctl.h"
 
 #include "platform/AlertPresenter.h"
-#include "platform/Clock.h"
-#include "platform/UrlOpener.h"
-#include "settings/PreferenceFiles.h"
+#include "shell/CoreServices.h"
+#include "shell/Startup.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QNetworkAccessManager>
 
 #include <cmath>
 
@@ -34,12 +32,6 @@ private:
     QTextStream &m_err;
 };
 
-class NoUrlOpener : public UrlOpener
-{
-public:
-    bool openUrl(const QUrl &) override { return false; }
-};
-
 void printUsage(QTextStream &out, const CtlCommandTable &table)
 {
     out << "Usage: trekmime-ctl [--preferences-dir DIR] [--json] COMMAND [ARGS]\n\n"
@@ -56,6 +48,11 @@ int CtlContext::fail(int status, const QString &message)
 {
     err << "trekmime-ctl: " << message << Qt::endl;
     return status;
+}
+
+int CtlContext::writeFailed(const QString &file)
+{
+    return fail(CtlFailed, QStringLiteral("cannot write %1").arg(file));
 }
 
 void CtlContext::printJson(const QJsonValue &value)
@@ -176,27 +173,14 @@ int runCtl(int argc, char **argv)
     }
 
     Configuration configuration;
-    QString error;
-    if (!Configuration::load(&parser, QProcessEnvironment::systemEnvironment(), configuration,
-                             &error)) {
-        err << "trekmime-ctl: " << error << Qt::endl;
+    if (!startUp(parser, QStringLiteral("trekmime-ctl"), err, configuration))
         return CtlBadInput;
-    }
-    QString announcement;
-    PreferenceFiles::setDirectory(choosePreferencesDirectory(configuration, &announcement));
-    if (!announcement.isEmpty())
-        err << announcement << Qt::endl;
 
-    SystemClock clock;
+    // no screens here: no device metrics, no URL opener, alerts on stderr
+    const CoreServices core(configuration);
     StderrAlertPresenter alerts(err);
-    NoUrlOpener urlOpener;
-    QNetworkAccessManager network;
-    CtlContext context{out, err, parser.isSet(json), Services{}};
-    context.services.clock = &clock;
+    CtlContext context{out, err, parser.isSet(json), core.services()};
     context.services.alerts = &alerts;
-    context.services.urlOpener = &urlOpener;
-    context.services.network = &network;
-    context.services.configuration = configuration;
 
     const QString name = positional.takeFirst();
     for (const CtlCommand &command : std::as_const(table)) {

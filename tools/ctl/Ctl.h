@@ -14,8 +14,8 @@
 // Exit statuses of every command.
 enum CtlStatus {
     CtlOk = 0,
-    CtlFailed = 1,   // refused, nothing found, or an index out of range
-    CtlBadInput = 2, // bad arguments; nothing was written
+    CtlFailed = 1,   // refused, nothing found, an index out of range, or a failed write
+    CtlBadInput = 2, // bad arguments or configuration; nothing was written
 };
 
 // What a command gets to work with.
@@ -28,6 +28,9 @@ struct CtlContext
 
     // One line on stderr, prefixed with the tool's name; answers `status`.
     int fail(int status, const QString &message);
+    // A settings file that could not be replaced: one line naming it;
+    // answers CtlFailed.
+    int writeFailed(const QString &file);
     void printJson(const QJsonValue &value);
 };
 

@@ -7,7 +7,6 @@
 #include "location/ConfiguredPositionSourceFactory.h"
 #include "location/Location.h"
 #include "location/LocationDelegate.h"
-#include "location/NominatimGeocoder.h"
 #include "location/WebGeocoder.h"
 
 #include <QEventLoop>
@@ -245,13 +244,7 @@ int lookup(CtlContext &context, const QStringList &args)
         }
     }
 
-    NominatimGeocoder geocoder(
-        context.services.network,
-        QUrl::fromUserInput(context.services.configuration.value(Configuration::NominatimUrl)),
-        context.services.configuration.userAgent());
-    Services services = context.services;
-    services.geocoder = &geocoder;
-    Location::setServices(services);
+    Location::setServices(context.services);
 
     Listener listener;
     if (coordinate)
@@ -279,7 +272,7 @@ int lookup(CtlContext &context, const QStringList &args)
 int position(CtlContext &context, const QStringList &args)
 {
     const QString usage = QStringLiteral("position [--nmea-file FILE] [--timeout SECONDS]");
-    QString nmeaFile = context.services.configuration.value(Configuration::NmeaFile);
+    QString nmeaFile; // empty: the configured sources
     double timeoutSeconds = 30.0;
     for (qsizetype i = 0; i < args.size(); ++i) {
         if (i + 1 >= args.size())
@@ -301,9 +294,10 @@ int position(CtlContext &context, const QStringList &args)
         return context.fail(CtlBadInput,
                             QStringLiteral("cannot read NMEA log \"%1\"").arg(nmeaFile));
 
-    ConfiguredPositionSourceFactory sources(nmeaFile);
+    ConfiguredPositionSourceFactory commandSources(nmeaFile);
     Services services = context.services;
-    services.positionSources = &sources;
+    if (!nmeaFile.isEmpty())
+        services.positionSources = &commandSources;
     Location::setServices(services);
 
     Listener listener;

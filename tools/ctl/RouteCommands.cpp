@@ -5,6 +5,7 @@
 
 #include "platform/Clock.h"
 #include "route/RoutePreview.h"
+#include "settings/PreferenceFiles.h"
 #include "settings/RecordKeys.h"
 #include "settings/StoredValue.h"
 #include "settings/TMPreferenceUtil.h"
@@ -22,7 +23,8 @@ int route(CtlContext &context, const QStringList &args)
     if (args.first() == QLatin1String("off")) {
         // as the route switch does: only "enable" changes
         record.insert(RecordKeys::enable(), StoredValue::formatFlag(false));
-        TMPreferenceUtil::writeRoutePreference(record);
+        if (!TMPreferenceUtil::writeRoutePreference(record))
+            return context.writeFailed(PreferenceFiles::routeFile());
     } else if (args.first() != QLatin1String("show")) {
         return context.fail(CtlBadInput, QStringLiteral("usage: %1").arg(usage));
     }

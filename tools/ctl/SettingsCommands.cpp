@@ -7,14 +7,12 @@
 #include "platform/AlertPresenter.h"
 #include "settings/FavoriteEntry.h"
 #include "settings/MasterRecord.h"
+#include "settings/ModeChange.h"
 #include "settings/PreferenceFiles.h"
-#include "settings/PropertyList.h"
-#include "settings/RecordKeys.h"
 #include "settings/StoredValue.h"
 #include "settings/TMPreferenceUtil.h"
 #include "settings/WhitelistRecord.h"
 
-#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonObject>
 
@@ -119,26 +117,12 @@ int mode(CtlContext &context, const QStringList &args)
         context.out << wanted << Qt::endl;
         return CtlOk;
     }
-    // the mode button of the screen on display, with its file as the only
-    // memory there is
-    if (current == 0) {
-        if (TMPreferenceUtil::isRouteEnable()) {
-            return context.fail(CtlFailed,
-                                QCoreApplication::translate(
-                                    "TrekmimeViewController",
-                                    "Trekmime is working,please turn off the Trekmime first!"));
-        }
-        MasterRecord::write(MasterRecord::LocationMode);
-    } else {
-        if (TMPreferenceUtil::isLocationEnable()) {
-            return context.fail(CtlFailed,
-                                QCoreApplication::translate(
-                                    "SpotmimeViewController",
-                                    "Spotmime is working,please turn off the Spotmime first!"));
-        }
-        MasterRecord::write(MasterRecord::RouteMode);
-    }
-    context.out << modeName(MasterRecord::readMode()) << Qt::endl;
+    const ModeChange::Result change = ModeChange::fromStoredMode();
+    if (change.refused())
+        return context.fail(CtlFailed, change.refusal);
+    if (!change.written)
+        return context.writeFailed(PreferenceFiles::masterFile());
+    context.out << modeName(change.mode) << Qt::endl;
     return CtlOk;
 }
 
@@ -149,10 +133,11 @@ int spot(CtlContext &context, const QStringList &args)
         return context.fail(CtlBadInput,
                             QStringLiteral("wrong number of arguments; usage: %1").arg(usage));
     const QString action = args.first();
+    bool written = false;
     if (action == QLatin1String("off")) {
         if (!CtlArgs::count(context, args, 1, 1, usage))
             return CtlBadInput;
-        TMPreferenceUtil::setLocationEnable(false);
+        written = TMPreferenceUtil::setLocationEnable(false);
     } else if (action == QLatin1String("on")) {
         if (args.size() != 1 && args.size() != 3)
             return context.fail(CtlBadInput,
@@ -164,14 +149,16 @@ int spot(CtlContext &context, const QStringList &args)
             const auto longitude = CtlArgs::longitude(context, args[2]);
             if (!longitude)
                 return CtlBadInput;
-            TMPreferenceUtil::setLocationEnable(true, *latitude, *longitude);
+            written = TMPreferenceUtil::setLocationEnable(true, *latitude, *longitude);
         } else {
-            TMPreferenceUtil::setLocationEnable(true);
+            written = TMPreferenceUtil::setLocationEnable(true);
         }
     } else {
         return context.fail(CtlBadInput,
                             QStringLiteral("unknown action \"%1\"; usage: %2").arg(action, usage));
     }
+    if (!written)
+        return context.writeFailed(PreferenceFiles::locationFile());
     printLocation(context);
     return CtlOk;
 }
@@ -196,7 +183,8 @@ int favorites(CtlContext &context, const QStringList &args)
         const auto longitude = CtlArgs::longitude(context, args[3]);
         if (!longitude)
             return CtlBadInput;
-        TMPreferenceUtil::addFavorite(FavoriteEntry::make(args[1], *latitude, *longitude));
+        if (!TMPreferenceUtil::addFavorite(FavoriteEntry::make(args[1], *latitude, *longitude)))
+            return context.writeFailed(PreferenceFiles::favoritesFile());
         printFavorites(context, TMPreferenceUtil::favoritePreference());
         return CtlOk;
     }
@@ -212,8 +200,8 @@ int favorites(CtlContext &context, const QStringList &args)
                                                .arg(*index)
                                                .arg(list.size()));
         }
-        list.removeAt(*index);
-        PropertyList::write(PreferenceFiles::favoritesFile(), list);
+        if (!TMPreferenceUtil::removeFavorite(list, *index))
+            return context.writeFailed(PreferenceFiles::favoritesFile());
         printFavorites(context, list);
         return CtlOk;
     }
@@ -237,8 +225,9 @@ int whitelist(CtlContext &context, const QStringList &args)
         if (bundle.trimmed().isEmpty())
             return context.fail(CtlBadInput, QStringLiteral("the bundle identifier is empty"));
         QVariantMap record = TMPreferenceUtil::whitePreference();
-        const bool value = WhitelistRecord::toggle(record, bundle);
-        PropertyList::write(PreferenceFiles::whitelistFile(), record);
+        if (!TMPreferenceUtil::toggleWhitelist(record, bundle))
+            return context.writeFailed(PreferenceFiles::whitelistFile());
+        const bool value = WhitelistRecord::isWhitelisted(record, bundle);
         if (context.json)
             context.printJson(QJsonObject{{bundle, value}});
         else

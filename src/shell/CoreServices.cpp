@@ -1,0 +1,28 @@
+#include "shell/CoreServices.h"
+
+#include "location/ConfiguredPositionSourceFactory.h"
+#include "location/NominatimGeocoder.h"
+#include "platform/Clock.h"
+
+#include <QNetworkAccessManager>
+
+struct CoreServices::Owned
+{
+    SystemClock clock;
+    QNetworkAccessManager network;
+    std::unique_ptr<ConfiguredPositionSourceFactory> positionSources;
+    std::unique_ptr<NominatimGeocoder> geocoder; // after the network it uses
+};
+
+CoreServices::CoreServices(const Configuration &configuration) : m_owned(std::make_unique<Owned>())
+{
+    m_services.configuration = configuration;
+    m_services.clock = &m_owned->clock;
+    m_services.network = &m_owned->network;
+    m_owned->positionSources = std::make_unique<ConfiguredPositionSourceFactory>(configuration);
+    m_services.positionSources = m_owned->positionSources.get();
+    m_owned->geocoder.reset(NominatimGeocoder::fromServices(m_services));
+    m_services.geocoder = m_owned->geocoder.get();
+}
+
+CoreServices::~CoreServices() = default;

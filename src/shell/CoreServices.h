@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/Services.h"
+
+#include <memory>
+
+// The real services that need no window, built from the configuration and
+// kept alive as long as this object: the clock, the network manager, the
+// device's position sources and the address lookup (Nominatim). The web
+// geocoding endpoint follows from them (WebGeocoderEndpoint::fromServices).
+// trekmime-ctl uses them as they are; the application adds what needs a
+// window (RealServices).
+class CoreServices
+{
+public:
+    explicit CoreServices(const Configuration &configuration);
+    ~CoreServices();
+    CoreServices(const CoreServices &) = delete;
+    CoreServices &operator=(const CoreServices &) = delete;
+
+    // The services above filled in, the window's ones left null.
+    const Services &services() const { return m_services; }
+
+private:
+    struct Owned;
+    std::unique_ptr<Owned> m_owned;
+    Services m_services;
+};
