@@ -1,8 +1,24 @@
 #include "app/ModeScreenLayout.h"
 
+#include <QCoreApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+QString ModeScreenLayout::modeName()
+{
+    return QCoreApplication::translate("ModeScreenLayout", "Mode");
+}
+
+QString ModeScreenLayout::informationName()
+{
+    return QCoreApplication::translate("ModeScreenLayout", "Information");
+}
+
+QString ModeScreenLayout::currentLocationName()
+{
+    return QCoreApplication::translate("ModeScreenLayout", "Current location");
+}
 
 ModeScreenLayout ModeScreenLayout::build(QWidget *screen, const QString &title,
                                          const QString &subtitle, const QString &otherMode)
@@ -58,6 +74,8 @@ ModeScreenLayout ModeScreenLayout::build(QWidget *screen, const QString &title,
     bottomRow->addStretch(1);
     result.exchangeButton = new QPushButton(QStringLiteral("\u21c4 ") + otherMode, bottomBar);
     result.exchangeButton->setCursor(Qt::PointingHandCursor);
+    result.exchangeButton->setAccessibleName(modeName());
+    result.exchangeButton->setAccessibleDescription(otherMode);
     bottomRow->addWidget(result.exchangeButton);
     column->addWidget(bottomBar);
     return result;

@@ -507,6 +507,8 @@ void ProgressHUD::layoutContent()
     if (m_indicator)
         m_indicator->setGeometry(m_layout.indicator.toAlignedRect());
     m_label->setText(m_layout.labelText);
+    // a long text is cut short on screen but read out whole
+    m_label->setAccessibleName(m_labelText);
     m_label->setVisible(!m_layout.labelText.isEmpty());
     m_label->setGeometry(m_layout.label.toAlignedRect());
     m_detailsLabel->setVisible(!m_detailsLabelText.isEmpty());

@@ -5,6 +5,7 @@
 #include "shell/AppWindow.h"
 #include "shell/RealServices.h"
 #include "shell/Startup.h"
+#include "ui/Accessibility.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -32,6 +33,7 @@ int runApplication(int argc, char **argv)
     QApplication::setApplicationName(QStringLiteral("trekmime"));
     QApplication::setApplicationDisplayName(QStringLiteral("Trekmime"));
     QApplication::setApplicationVersion(QStringLiteral(TREKMIME_VERSION));
+    installAccessibilityFactories();
 
     QCommandLineParser parser;
     parser.setApplicationDescription(

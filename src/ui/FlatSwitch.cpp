@@ -3,6 +3,7 @@
 #include "ui/ColorPalette.h"
 #include "ui/ViewHelpers.h"
 
+#include <QAccessible>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
@@ -117,6 +118,11 @@ void FlatSwitch::setOn(bool on, bool animated, bool sendEvent)
 {
     if (on != m_on) {
         m_on = on;
+        // screen readers hear of the new value whoever changed it
+        QAccessible::State changed;
+        changed.checked = true;
+        QAccessibleStateChangeEvent event(this, changed);
+        QAccessible::updateAccessibility(&event);
         if (sendEvent)
             emit valueChanged(on);
     }
@@ -234,9 +240,14 @@ void FlatSwitch::mouseReleaseEvent(QMouseEvent *event)
     event->accept();
 }
 
-void FlatSwitch::handleTap(TapGestureRecognizer *)
+void FlatSwitch::toggle()
 {
     setOn(!m_on, true, true);
+}
+
+void FlatSwitch::handleTap(TapGestureRecognizer *)
+{
+    toggle();
 }
 
 void FlatSwitch::handlePan(PanGestureRecognizer *pan)

@@ -43,6 +43,8 @@ public:
     void setOn(bool on);
     void setOn(bool on, bool animated);
     void setOn(bool on, bool animated, bool sendEvent);
+    // flips the value as a tap does: animated, sending valueChanged
+    void toggle();
 
     double percentOn() const { return m_percentOn; }
     void setPercentOn(double percentOn);

@@ -6,7 +6,9 @@
 #include "ui/TileSource.h"
 #include "ui/ZoomGeometry.h"
 
+#include <QAccessible>
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QNativeGestureEvent>
 #include <QPainter>
@@ -19,6 +21,8 @@
 namespace {
 // one notch of a mouse wheel zooms by half a level
 constexpr double WheelZoomPerNotch = 0.5;
+// an arrow key moves the map by this part of the view
+constexpr double KeyPanFraction = 0.25;
 } // namespace
 
 MapView::MapView(QWidget *parent) : QWidget(parent), m_animation(&m_map.camera())
@@ -26,6 +30,7 @@ MapView::MapView(QWidget *parent) : QWidget(parent), m_animation(&m_map.camera()
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_AcceptTouchEvents);
     setFocusPolicy(Qt::WheelFocus);
+    setAccessibleName(tr("Map"));
     setMouseTracking(false);
     m_map.camera().setViewportSize(QSizeF(size()));
     m_settleTimer.setSingleShot(true);
@@ -103,6 +108,9 @@ void MapView::settle()
     m_changing = false;
     m_map.tiles().forgetRequests();
     update();
+    // the accessible description is the centre coordinate
+    QAccessibleEvent described(this, QAccessible::DescriptionChanged);
+    QAccessible::updateAccessibility(&described);
     if (m_delegate)
         m_delegate->regionDidChangeAnimated(this, m_changeAnimated);
 }
@@ -364,6 +372,61 @@ void MapView::wheelEvent(QWheelEvent *event)
     camera.zoomAround(event->position(), camera.zoom() + notches * WheelZoomPerNotch);
     update();
     settleSoon(m_wheelSettleDelay);
+    event->accept();
+}
+
+void MapView::panStep(int dx, int dy)
+{
+    m_animation.stop();
+    m_requestedRegion.reset();
+    beginChange(false);
+    // looking west drags the map's content to the east
+    const QPointF drag(-dx * width() * KeyPanFraction, -dy * height() * KeyPanFraction);
+    liveCamera().panBy(QPointF(), drag);
+    update();
+    settleSoon(m_wheelSettleDelay);
+}
+
+void MapView::zoomStep(int levels)
+{
+    m_animation.stop();
+    m_requestedRegion.reset();
+    beginChange(false);
+    MapCamera &camera = liveCamera();
+    camera.zoomAround(QRectF(rect()).center(), camera.zoom() + levels);
+    update();
+    settleSoon(m_wheelSettleDelay);
+}
+
+void MapView::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Left:
+        panStep(-1, 0);
+        break;
+    case Qt::Key_Right:
+        panStep(1, 0);
+        break;
+    case Qt::Key_Up:
+        panStep(0, -1);
+        break;
+    case Qt::Key_Down:
+        panStep(0, 1);
+        break;
+    // + shares its key with = on most keyboards; the keypad sends Plus and Minus
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+        zoomStep(1);
+        break;
+    case Qt::Key_Minus:
+    case Qt::Key_Underscore:
+    case 0x2212: // the typographic minus sign, from layouts that have one
+        zoomStep(-1);
+        break;
+    default:
+        QWidget::keyPressEvent(event);
+        return;
+    }
     event->accept();
 }
 

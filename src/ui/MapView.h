@@ -73,6 +73,13 @@ public:
         return camera().pointToCoordinate(point);
     }
 
+    // What the arrow keys and + and - do, also offered to screen readers:
+    // look a quarter of the view further towards a side (dx and dy each -1,
+    // 0 or 1; -1 looks west or north), or zoom whole levels around the
+    // centre. Steps come to rest like wheel turns, so a held key settles once.
+    void panStep(int dx, int dy);
+    void zoomStep(int levels);
+
     void addAnnotation(const MapAnnotationPtr &annotation);
     void removeAnnotation(const MapAnnotationPtr &annotation);
     void removeAnnotations(const QList<MapAnnotationPtr> &annotations);
@@ -99,7 +106,8 @@ public:
     // Timing, shortened by tests.
     int animationDuration() const { return m_animationDuration; }
     void setAnimationDuration(int ms) { m_animationDuration = ms; }
-    // how long the wheel must rest before a wheel zoom counts as settled
+    // how long the wheel or the keys must rest before their move counts as
+    // settled
     void setWheelSettleDelay(int ms) { m_wheelSettleDelay = ms; }
 
     QSize sizeHint() const override { return {390, 844}; }
@@ -112,6 +120,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     bool event(QEvent *event) override;
 
 private:

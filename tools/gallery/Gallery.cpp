@@ -155,6 +155,8 @@ QWidget *Gallery::switchesPanel()
     const QList<QPair<FlatSwitch *, QString>> switches = {
         {on, tr("on")}, {off, tr("off")}, {half, tr("half way")}, {custom, tr("own colours")}};
     for (int i = 0; i < switches.size(); ++i) {
+        // a switch is known by its caption, as a screen would name it by its setting
+        switches[i].first->setAccessibleName(tr("Switch %1").arg(switches[i].second));
         layout->addWidget(switches[i].first, 0, i, Qt::AlignCenter);
         layout->addWidget(caption(switches[i].second), 1, i);
     }

@@ -1,6 +1,7 @@
 #include "Gallery.h"
 
 #include "platform/Configuration.h"
+#include "ui/Accessibility.h"
 #include "ui/ConfiguredTileSource.h"
 #include "ui/TileSource.h"
 
@@ -14,6 +15,7 @@ int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("trekmime-gallery"));
+    installAccessibilityFactories();
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Shows the interface toolkit."));
     parser.addHelpOption();
