@@ -40,3 +40,11 @@ int ScreenDeviceMetrics::screenPixelHeight() const
         return 0;
     return int(screen->geometry().height() * screen->devicePixelRatio());
 }
+
+int ScreenDeviceMetrics::screenPixelWidth() const
+{
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return 0;
+    return int(screen->geometry().width() * screen->devicePixelRatio());
+}

@@ -12,6 +12,8 @@ public:
     virtual ~DeviceMetrics() = default;
     virtual QString systemVersion() const = 0;
     virtual int screenPixelHeight() const = 0;
+    // 0 where the width is not known
+    virtual int screenPixelWidth() const { return 0; }
 
     bool isVersion7OrLater() const;
     bool isTallScreen() const { return screenPixelHeight() > 2400; }
@@ -22,4 +24,5 @@ class ScreenDeviceMetrics : public DeviceMetrics
 public:
     QString systemVersion() const override;
     int screenPixelHeight() const override;
+    int screenPixelWidth() const override;
 };

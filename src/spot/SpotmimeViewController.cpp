@@ -1,26 +1,147 @@
 #include "spot/SpotmimeViewController.h"
 
+#include "app/ActivityIndicatorView.h"
 #include "app/ApplicationShell.h"
-#include "app/ModeScreenLayout.h"
+#include "app/ModalPresentation.h"
+#include "location/Location.h"
 #include "platform/AlertPresenter.h"
+#include "platform/DeviceMetrics.h"
 #include "platform/Services.h"
+#include "settings/FavoriteEntry.h"
 #include "settings/ModeChange.h"
 #include "settings/TMPreferenceUtil.h"
+#include "spot/FavoritesViewController.h"
+#include "spot/SearchInput.h"
+#include "ui/CoordinateRegion.h"
+#include "ui/FlatButton.h"
+#include "ui/FlatSwitch.h"
+#include "ui/MapView.h"
+#include "ui/ViewHelpers.h"
 
 #include <QLabel>
-#include <QPushButton>
+#include <QLineEdit>
+#include <QMouseEvent>
+
+namespace {
+// every centring shows this much ground around the place, both ways
+constexpr double kRegionMeters = 2000.0;
+constexpr int kLocateAnimationMs = 500;
+} // namespace
 
 SpotmimeViewController::SpotmimeViewController(const Services &services, ApplicationShell &shell,
                                                QWidget *parent)
     : BaseViewController(parent), m_services(services), m_shell(shell)
 {
     setObjectName(QStringLiteral("SpotmimeViewController"));
-    const ModeScreenLayout layout =
-        ModeScreenLayout::build(this, tr("Spotmime"), tr("Stay at one place"), tr("Trekmime"));
-    m_title = layout.title;
-    btn_exchange = layout.exchangeButton;
-    btn_exchange->setObjectName(QStringLiteral("btn_exchange"));
-    connect(btn_exchange, &QPushButton::clicked, this, &SpotmimeViewController::exchange);
+    setClock(services.clock);
+    buildViews();
+}
+
+SpotmimeViewController::~SpotmimeViewController()
+{
+    // the map reports its last moves while it goes; nobody is listening then
+    mainMapView->setDelegate(nullptr);
+}
+
+void SpotmimeViewController::viewDidLoad()
+{
+    // A plain screen: the overlay exists, made over this view, but lies in no
+    // view until an address search puts it on the window.
+    HUD()->removeFromSuperview();
+
+    styleViews();
+    // the name panel sits a little higher, except on the one screen size
+    // the panel was first drawn for
+    const DeviceMetrics *metrics = m_services.deviceMetrics;
+    const bool panelScreen =
+        metrics && metrics->screenPixelWidth() == 640 && metrics->screenPixelHeight() == 1136;
+    m_alertViewShift = panelScreen ? 0 : -60;
+
+    enableSwitch->setOn(false);
+    refreshViewByStatusWithLocation(true);
+
+    if (metrics && metrics->isVersion7OrLater()) {
+        m_statusBarShown = true;
+        bgLabel->show();
+        m_tallScreen = metrics->isTallScreen();
+    }
+    layoutViews();
+}
+
+void SpotmimeViewController::viewWillAppear(bool animated)
+{
+    BaseViewController::viewWillAppear(animated);
+    refreshViewByStatusWithLocation(false);
+}
+
+void SpotmimeViewController::resizeEvent(QResizeEvent *event)
+{
+    BaseViewController::resizeEvent(event);
+    layoutViews();
+}
+
+void SpotmimeViewController::refreshViewByStatusWithLocation(bool withLocation)
+{
+    const bool enabled = TMPreferenceUtil::isLocationEnable();
+    enableSwitch->setOn(enabled);
+    if (!withLocation)
+        return;
+    if (!enabled) {
+        // the map is centred when the position arrives
+        Location::sharedInstacneWithDelegate(this)->startLocation();
+        return;
+    }
+    m_longitude = TMPreferenceUtil::locationLongitude();
+    m_latitude = TMPreferenceUtil::locationLatitude();
+    centerMapOn({m_latitude, m_longitude});
+}
+
+void SpotmimeViewController::centerMapOn(const Coordinate &coordinate)
+{
+    const CoordinateRegion region =
+        CoordinateRegionMakeWithDistance(coordinate, kRegionMeters, kRegionMeters);
+    mainMapView->setRegion(mainMapView->regionThatFits(region));
+    mainMapView->setCenterCoordinate(coordinate);
+}
+
+void SpotmimeViewController::regionWillChangeAnimated(MapView *, bool)
+{
+    addressLabel->clear();
+    spinner->show();
+    spinner->startAnimating();
+}
+
+void SpotmimeViewController::regionDidChangeAnimated(MapView *mapView, bool)
+{
+    const Coordinate centre = mapView ? mapView->region().center : Coordinate{};
+    m_latitude = centre.latitude;
+    m_longitude = centre.longitude;
+    lb_location->setText(QString::asprintf("%f\n%f", m_latitude, m_longitude));
+    lb_location->show();
+    // leaves the stored place as it is: only the switch and a chosen
+    // favourite move the faked place
+    TMPreferenceUtil::setLocationLatitude(m_latitude, m_longitude);
+    Location::addressWithCoordinate(centre, this);
+}
+
+void SpotmimeViewController::reverseGeocoderSuccess(Location *, const QString &address)
+{
+    addressLabel->setText(address);
+    spinner->stopAnimating();
+    spinner->hide();
+}
+
+void SpotmimeViewController::reverseGeocoderFailed(Location *, const QString &)
+{
+    addressLabel->setText(tr("Unknow"));
+    spinner->stopAnimating();
+    spinner->hide();
+}
+
+void SpotmimeViewController::setEnable()
+{
+    TMPreferenceUtil::setLocationEnable(enableSwitch->isOn(), m_latitude, m_longitude);
+    refreshViewByStatusWithLocation(false);
 }
 
 void SpotmimeViewController::exchange()
@@ -31,4 +152,139 @@ void SpotmimeViewController::exchange()
         return;
     }
     m_shell.changeToRouter();
+}
+
+void SpotmimeViewController::mineLocationButtonClicked()
+{
+    // shown wherever the overlay is now; see the class comment
+    HUD()->show(true);
+    Location::sharedInstacneWithDelegate(this)->startLocation();
+}
+
+void SpotmimeViewController::locationSuccess(Location *, double, double)
+{
+    HUD()->hide(true);
+    // the service's own last position, not the arguments
+    const Coordinate position{Location::latitude(), Location::longitude()};
+    const CoordinateRegion region = mainMapView->regionThatFits(
+        CoordinateRegionMakeWithDistance(position, kRegionMeters, kRegionMeters));
+    QPointer<MapView> map(mainMapView);
+    mainMapView->animateCenterCoordinate(position, kLocateAnimationMs, [map, region] {
+        if (map)
+            map->setRegion(region, true);
+    });
+}
+
+void SpotmimeViewController::locationFailed(Location *, const QString &)
+{
+    // the service has told the user already where it had something to say
+    HUD()->hide(true);
+}
+
+void SpotmimeViewController::favoritesDidSelected()
+{
+    refreshViewByStatusWithLocation(true);
+}
+
+void SpotmimeViewController::showInfoView()
+{
+    m_shell.showInfoView(this, ModalTransition::CrossDissolve);
+}
+
+void SpotmimeViewController::showFavoritesView()
+{
+    auto *favorites = new FavoritesViewController(m_services);
+    favorites->setDelegate(this);
+    presentViewController(this, favorites, ModalTransition::CrossDissolve);
+}
+
+void SpotmimeViewController::mousePressEvent(QMouseEvent *event)
+{
+    // a tap anywhere outside the search field puts its keyboard away
+    dismissKeyboard(searchField);
+    BaseViewController::mousePressEvent(event);
+}
+
+void SpotmimeViewController::dismissKeyboard(QLineEdit *field)
+{
+    if (field->hasFocus())
+        field->clearFocus();
+}
+
+// --- search
+
+void SpotmimeViewController::searchButtonClicked()
+{
+    const SearchInput input = SearchInput::parse(searchField->text());
+    switch (input.kind) {
+    case SearchInput::Empty:
+    case SearchInput::MalformedPair:
+        // nothing at all happens; the text stays for the user to correct
+        return;
+    case SearchInput::CoordinatePair:
+        searchField->clear();
+        dismissKeyboard(searchField);
+        // the move itself makes the place the candidate and looks its address up
+        centerMapOn(input.coordinate);
+        return;
+    case SearchInput::Address:
+        break;
+    }
+    // nothing is faked while the look-up runs; the switch stays as it is
+    TMPreferenceUtil::setLocationEnable(false);
+    searchField->clear();
+    dismissKeyboard(searchField);
+    showHUDViewOnWindowWithText(tr("Searching"));
+    Location::coordinateWithAddress(input.text, this);
+}
+
+bool SpotmimeViewController::textFieldShouldReturn()
+{
+    searchButtonClicked();
+    return true;
+}
+
+void SpotmimeViewController::geocoderSuccess(Location *, const Coordinate &coordinate)
+{
+    hideHUDView();
+    m_latitude = coordinate.latitude;
+    m_longitude = coordinate.longitude;
+    centerMapOn(coordinate);
+    // only the flag comes back: the found place is stored when the switch
+    // is next flipped
+    TMPreferenceUtil::setLocationEnable(enableSwitch->isOn());
+}
+
+void SpotmimeViewController::geocoderFailed(Location *, const QString &)
+{
+    hideHUDView();
+    // the record stays off, even with the switch on, until the switch is
+    // flipped or the screen re-reads the file
+    m_services.alerts->showMessage(tr("Search Failed"), tr("OK"), this);
+}
+
+// --- favourites
+
+void SpotmimeViewController::addToFavorites()
+{
+    favoritesNameField->setText(addressLabel->text());
+    alertView->setGeometry(rect());
+    ViewHelpers::setAlpha(alertView, 0.0);
+    alertView->raise();
+    alertView->show();
+    favoritesNameField->setFocus();
+    ViewHelpers::fadeShowAnimationDuration(alertView, m_panelFadeDuration, nullptr);
+}
+
+void SpotmimeViewController::okButtonClicked()
+{
+    TMPreferenceUtil::addFavorite(
+        FavoriteEntry::make(favoritesNameField->text(), m_latitude, m_longitude));
+    cancelButtonClicked();
+}
+
+void SpotmimeViewController::cancelButtonClicked()
+{
+    dismissKeyboard(favoritesNameField);
+    ViewHelpers::fadeHideAnimationDuration(alertView, m_panelFadeDuration, nullptr);
 }

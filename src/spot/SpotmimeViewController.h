@@ -1,28 +1,135 @@
 #pragma once
 
 #include "app/BaseViewController.h"
+#include "location/LocationDelegate.h"
+#include "spot/FavoritesDelegate.h"
+#include "ui/MapViewDelegate.h"
 
+class ActivityIndicatorView;
 class ApplicationShell;
+class FlatButton;
+class FlatSwitch;
+class MapView;
 class QLabel;
+class QLineEdit;
 class QPushButton;
 struct Services;
 
-// The screen of the fixed-location mode. Unlike the route screen it asks the
-// location file, not its memory, whether its simulation is on.
-class SpotmimeViewController : public BaseViewController
+// The screen of the fixed-location mode. The user drags the map under a pin
+// fixed at its centre; the centre is the candidate place, shown as two
+// numbers and as an address. The switch stores the candidate in the location
+// file with faking on or off. From here the user searches for a place (by
+// "#:" coordinates or by address), saves favourites, opens the favourites
+// list and the information screen, and changes to the route mode.
+//
+// The shell holds it as a screen like any other, but it is a plain screen:
+// its overlay is not laid over it. Until the first address search puts the
+// overlay on the window, showing it has no visible effect; from then on it
+// covers the window, still saying "Searching". That is how the screen has
+// always behaved, and it is kept.
+//
+// Unlike the route screen it asks the location file, not its memory,
+// whether its simulation is on.
+class SpotmimeViewController : public BaseViewController,
+                               public MapViewDelegate,
+                               public LocationDelegate,
+                               public FavoritesDelegate
 {
     Q_OBJECT
 
 public:
     SpotmimeViewController(const Services &services, ApplicationShell &shell,
                            QWidget *parent = nullptr);
+    ~SpotmimeViewController() override;
+
+    void viewWillAppear(bool animated) override;
+
+    // the candidate place
+    double latitude() const { return m_latitude; }
+    double longitude() const { return m_longitude; }
+
+    // Brings the switch in line with the location file and, with
+    // `withLocation`, centres the map on the stored place (faking on) or on
+    // the device's own position (faking off).
+    void refreshViewByStatusWithLocation(bool withLocation);
+    // Centres the map on `coordinate` at a 2000 m square region.
+    void centerMapOn(const Coordinate &coordinate);
+
+    // how long the name panel takes to fade in or out, in seconds
+    void setPanelFadeDuration(double seconds) { m_panelFadeDuration = seconds; }
+
+    // --- map
+    void regionWillChangeAnimated(MapView *mapView, bool animated) override;
+    void regionDidChangeAnimated(MapView *mapView, bool animated) override;
+
+    // --- position and lookups
+    void locationSuccess(Location *location, double latitude, double longitude) override;
+    void locationFailed(Location *location, const QString &error) override;
+    void reverseGeocoderSuccess(Location *location, const QString &address) override;
+    void reverseGeocoderFailed(Location *location, const QString &error) override;
+    // the forward lookup of an address search
+    void geocoderSuccess(Location *location, const Coordinate &coordinate) override;
+    void geocoderFailed(Location *location, const QString &error) override;
+
+    // --- favourites list
+    void favoritesDidSelected() override;
 
 public slots:
+    void setEnable();
     void exchange();
+    void mineLocationButtonClicked();
+    void showInfoView();
+    void showFavoritesView();
+
+    // search and favourites
+    void searchButtonClicked();
+    bool textFieldShouldReturn();
+    void addToFavorites();
+    void okButtonClicked();
+    void cancelButtonClicked();
+
+protected:
+    void viewDidLoad() override;
+    void resizeEvent(QResizeEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
 
 private:
+    void buildViews();
+    void styleViews();
+    void layoutViews();
+    void dismissKeyboard(QLineEdit *field);
+
     const Services &m_services;
     ApplicationShell &m_shell;
-    QLabel *m_title = nullptr;
+
+    double m_latitude = 0.0;
+    double m_longitude = 0.0;
+
+    MapView *mainMapView = nullptr;
+    QLabel *locationImageView = nullptr;
+    FlatSwitch *enableSwitch = nullptr;
+    FlatButton *favoritesButton = nullptr;
+    FlatButton *addButton = nullptr;
+    QLabel *addressLabel = nullptr;
+    ActivityIndicatorView *spinner = nullptr;
+    QWidget *alertView = nullptr; // the name panel, hidden while closed
+    QLineEdit *favoritesNameField = nullptr;
+    FlatButton *okButton = nullptr;
+    FlatButton *cancelButton = nullptr;
+    FlatButton *searchButton = nullptr;
+    QLineEdit *searchField = nullptr;
+    QLabel *bgLabel = nullptr;
+    QWidget *topView = nullptr;
+    QWidget *bottomView = nullptr;
+    QLabel *alertTitleLabel = nullptr;
     QPushButton *btn_exchange = nullptr;
+    QPushButton *btn_mine = nullptr;
+    QLabel *lb_location = nullptr;
+    QPushButton *m_infoButton = nullptr;
+
+    // what viewDidLoad changed of the laid-out frames
+    bool m_statusBarShown = false;
+    bool m_tallScreen = false;
+    int m_alertViewShift = 0;
+    double m_panelFadeDuration = 0.5;
 };

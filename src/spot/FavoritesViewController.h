@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QPointer>
+#include <QVariantList>
+#include <QWidget>
+
+class FavoritesDelegate;
+class FavoritesTableView;
+class FlatButton;
+class QLabel;
+struct Services;
+
+// The saved places, in the order of the favourites file, presented over the
+// fixed-location screen. Choosing a row stores that place with faking on,
+// closes the list and tells the delegate; in edit mode (or by a swipe) rows
+// are deleted, each deletion rewriting the file at once.
+//
+// The list shows whatever the file holds: an entry without a name is shown
+// as "Unknow", one that is not a place at all is shown dimmed and cannot be
+// chosen, and deleting a row writes every other entry back as it was read.
+class FavoritesViewController : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit FavoritesViewController(const Services &services, QWidget *parent = nullptr);
+
+    // Not owned; told when a place has been chosen, unless it is gone by then.
+    void setDelegate(FavoritesDelegate *delegate);
+    FavoritesDelegate *delegate() const;
+
+    // the list as loaded and edited since
+    const QVariantList &favorites() const { return m_favorites; }
+    FavoritesTableView *tableView() const { return mainTableView; }
+
+    // What the table does: a row chosen, a row deleted.
+    void didSelectRow(int row);
+    void commitDelete(int row);
+
+public slots:
+    void done();
+    void edit();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void viewDidLoad();
+    void layoutViews();
+
+    const Services &m_services;
+    QVariantList m_favorites;
+    FavoritesDelegate *m_delegate = nullptr;
+    QPointer<QObject> m_delegateLifetime;
+
+    FlatButton *backButton = nullptr;
+    FlatButton *editButton = nullptr;
+    FavoritesTableView *mainTableView = nullptr;
+    QLabel *titleLabel = nullptr;
+    QLabel *titleTopLabel = nullptr;
+    QLabel *bgLabel = nullptr;
+    QWidget *topView = nullptr;
+    QWidget *bottomView = nullptr;
+    bool m_statusBarShown = false;
+    bool m_tallScreen = false;
+};

@@ -1,0 +1,240 @@
+#include "SpotWorld.h"
+#include "TestMain.h"
+
+#include "spot/FavoritesDelegate.h"
+#include "spot/FavoritesTableView.h"
+#include "spot/FavoritesViewController.h"
+
+#include <QPushButton>
+
+namespace {
+
+QVariantMap place(const QString &name, const QString &lat, const QString &lng)
+{
+    return {{QStringLiteral("name"), name},
+            {QStringLiteral("latitude"), lat},
+            {QStringLiteral("longitude"), lng}};
+}
+
+// a file edited by hand: entries that are not places, keys missing, values
+// that are not numbers
+QVariantList oddFile()
+{
+    return {
+        place(QStringLiteral("Home"), QStringLiteral("22.280000"), QStringLiteral("114.160000")),
+        QStringLiteral("just a string"),
+        QVariantMap{{QStringLiteral("latitude"), QStringLiteral("1.0")}},
+        place(QStringLiteral("Odd"), QStringLiteral("north"), QStringLiteral("east")),
+        QVariantList{1, 2},
+        QVariantMap{{QStringLiteral("name"), 42},
+                    {QStringLiteral("latitude"), 3.5},
+                    {QStringLiteral("longitude"), qint64(7)}}};
+}
+
+struct CountingDelegate : FavoritesDelegate
+{
+    int selected = 0;
+    void favoritesDidSelected() override { ++selected; }
+};
+
+} // namespace
+
+// The favourites list: what it shows of the file, and what deleting and
+// choosing rows write.
+class FavoritesViewControllerTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<TestServices> m_world;
+    std::unique_ptr<QWidget> m_window;
+
+    FavoritesViewController *open(const QVariant &file)
+    {
+        if (file.isValid())
+            PropertyList::write(PreferenceFiles::favoritesFile(), file);
+        m_window = std::make_unique<QWidget>();
+        m_window->resize(390, 844);
+        auto *list = new FavoritesViewController(m_world->services());
+        presentViewController(m_window.get(), list, ModalTransition::CrossDissolve);
+        m_window->show();
+        return list;
+    }
+    static QPushButton *editButton(FavoritesViewController *list)
+    {
+        return list->findChild<QPushButton *>(QStringLiteral("editButton"));
+    }
+    static QStringList rows(FavoritesViewController *list)
+    {
+        QStringList texts;
+        for (int i = 0; i < list->tableView()->count(); ++i)
+            texts << list->tableView()->item(i)->text();
+        return texts;
+    }
+
+private slots:
+    void init()
+    {
+        m_world = std::make_unique<TestServices>();
+        setModalAnimationsEnabled(false);
+    }
+    void cleanup()
+    {
+        m_window.reset();
+        m_world.reset();
+    }
+
+    void load_data()
+    {
+        QTest::addColumn<QVariant>("file");
+        QTest::addColumn<QStringList>("rows");
+        QTest::addColumn<bool>("editable");
+        QTest::newRow("no file") << QVariant() << QStringList{} << false;
+        QTest::newRow("empty array") << QVariant(QVariantList{}) << QStringList{} << false;
+        QTest::newRow("a dictionary, not a list")
+            << QVariant(place(QStringLiteral("x"), {}, {})) << QStringList{} << false;
+        QTest::newRow("file order")
+            << QVariant(QVariantList{place(QStringLiteral("B first"), {}, {}),
+                                     place(QStringLiteral("A second"), {}, {})})
+            << QStringList{QStringLiteral("B first"), QStringLiteral("A second")} << true;
+        const QString unknown = QStringLiteral("Unknow");
+        QTest::newRow("edited by hand")
+            << QVariant(oddFile()) << QStringList{QStringLiteral("Home"), unknown, unknown,
+                                                  QStringLiteral("Odd"),  unknown, unknown}
+            << true;
+    }
+    void load()
+    {
+        QFETCH(QVariant, file);
+        QFETCH(QStringList, rows);
+        QFETCH(bool, editable);
+        FavoritesViewController *list = open(file);
+        QCOMPARE(FavoritesViewControllerTest::rows(list), rows);
+        QCOMPARE(editButton(list)->isEnabled(), editable);
+    }
+
+    void editButtonAndDeletingTheOnlyEntry()
+    {
+        FavoritesViewController *list =
+            open(QVariantList{place(QStringLiteral("Only"), QStringLiteral("1"), {})});
+        QPushButton *edit = editButton(list);
+        QTest::mouseClick(edit, Qt::LeftButton);
+        QCOMPARE(edit->text(), QStringLiteral("Done"));
+        QVERIFY(list->tableView()->isEditing());
+
+        // the row's delete control, then its Delete button
+        FavoritesTableView *table = list->tableView();
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
+                          table->deleteControlRect(0).center());
+        QCOMPARE(table->revealedRow(), 0);
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
+                          table->deleteButtonRect(0).center());
+        QCOMPARE(table->count(), 0);
+        QVERIFY(QFile::exists(PreferenceFiles::favoritesFile()));
+        QCOMPARE(SpotWorld::favorites(), QVariantList{});
+        QVERIFY(edit->isEnabled());
+
+        QTest::mouseClick(edit, Qt::LeftButton);
+        QCOMPARE(edit->text(), QStringLiteral("Edit"));
+        QVERIFY(!table->isEditing());
+    }
+
+    void deletingKeepsEveryOtherEntry_data()
+    {
+        QTest::addColumn<int>("entries");
+        QTest::addColumn<int>("row");
+        QTest::newRow("odd file, an unreadable entry") << 0 << 1;
+        QTest::newRow("odd file, a place") << 0 << 0;
+        QTest::newRow("thousands, near the end") << 5000 << 4998;
+    }
+    void deletingKeepsEveryOtherEntry()
+    {
+        QFETCH(int, entries);
+        QFETCH(int, row);
+        QVariantList file = oddFile();
+        for (int i = 0; i < entries; ++i)
+            file << place(QString::number(i), QString::number(i * 0.01, 'f', 6),
+                          QStringLiteral("5.000000"));
+        FavoritesViewController *list = open(file);
+        QCOMPARE(list->tableView()->count(), file.size());
+        QVariantList expected = SpotWorld::favorites();
+        expected.removeAt(row);
+        QTest::mouseClick(editButton(list), Qt::LeftButton);
+        list->tableView()->setCurrentRow(row);
+        QTest::keyClick(list->tableView(), Qt::Key_Delete);
+        file.removeAt(row);
+        QCOMPARE(SpotWorld::favorites(), expected);
+        QCOMPARE(list->tableView()->count(), file.size());
+    }
+
+    void swipeDeletesInBrowsingMode()
+    {
+        FavoritesViewController *list = open(
+            QVariantList{place(QStringLiteral("A"), {}, {}), place(QStringLiteral("B"), {}, {})});
+        FavoritesTableView *table = list->tableView();
+        const QRect second = table->visualRect(table->model()->index(1, 0));
+        QTest::mousePress(table->viewport(), Qt::LeftButton, {}, second.center());
+        QTest::mouseMove(table->viewport(), second.center() - QPoint(60, 0));
+        QTest::mouseRelease(table->viewport(), Qt::LeftButton, {}, second.center() - QPoint(90, 2));
+        QCOMPARE(table->revealedRow(), 1);
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
+                          table->deleteButtonRect(1).center());
+        QCOMPARE(SpotWorld::favorites(), (QVariantList{place(QStringLiteral("A"), {}, {})}));
+    }
+
+    void selecting_data()
+    {
+        QTest::addColumn<int>("row");
+        QTest::addColumn<QString>("latitude");
+        QTest::addColumn<QString>("longitude");
+        QTest::newRow("a place") << 0 << QStringLiteral("22.280000")
+                                 << QStringLiteral("114.160000");
+        QTest::newRow("values that are not numbers")
+            << 3 << QStringLiteral("0.000000") << QStringLiteral("0.000000");
+        QTest::newRow("numbers, not texts")
+            << 5 << QStringLiteral("3.500000") << QStringLiteral("7.000000");
+    }
+    void selecting()
+    {
+        QFETCH(int, row);
+        QFETCH(QString, latitude);
+        QFETCH(QString, longitude);
+        SpotWorld::storeLocation(QStringLiteral("0"), QStringLiteral("9.0"), QStringLiteral("9.0"));
+        CountingDelegate delegate;
+        FavoritesViewController *list = open(oddFile());
+        list->setDelegate(&delegate);
+        QPointer<FavoritesViewController> alive(list);
+        FavoritesTableView *table = list->tableView();
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
+                          table->visualRect(table->model()->index(row, 0)).center());
+        // stored with faking on before the screen behind redraws
+        QCOMPARE(SpotWorld::location(),
+                 (QVariantMap{{QStringLiteral("enable"), QStringLiteral("1")},
+                              {QStringLiteral("latitude"), latitude},
+                              {QStringLiteral("longitude"), longitude}}));
+        QCOMPARE(delegate.selected, 1);
+        QTRY_VERIFY(!alive);
+    }
+
+    void entriesThatAreNoPlaceCannotBeChosen()
+    {
+        FavoritesViewController *list = open(oddFile());
+        list->didSelectRow(1);
+        QVERIFY(!QFile::exists(PreferenceFiles::locationFile()));
+    }
+
+    void delegateGoneBeforeAChoice()
+    {
+        FavoritesViewController *list = open(oddFile());
+        {
+            CountingDelegate delegate;
+            list->setDelegate(&delegate);
+        }
+        QCOMPARE(list->delegate(), nullptr);
+        list->didSelectRow(0);
+        QVERIFY(QFile::exists(PreferenceFiles::locationFile()));
+    }
+};
+
+TREKMIME_TEST(FavoritesViewControllerTest)
+#include "FavoritesViewControllerTest.moc"

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "TestServices.h"
+
+#include "app/ApplicationShell.h"
+#include "app/ModalPresentation.h"
+#include "fakes/FakeGeocoder.h"
+#include "fakes/FakePositionSourceFactory.h"
+#include "location/Location.h"
+#include "settings/PreferenceFiles.h"
+#include "settings/PropertyList.h"
+#include "spot/SpotmimeViewController.h"
+
+#include <QFile>
+#include <QTest>
+
+#include <memory>
+
+// The shell as the fixed-location screen sees it: it counts the calls.
+struct RecordingShell : ApplicationShell
+{
+    int toRouter = 0;
+    int infoViews = 0;
+    void changeToRouter() override { ++toRouter; }
+    void changeToLocation() override {}
+    void showInfoView(QWidget *, ModalTransition) override { ++infoViews; }
+};
+
+// A fixed-location screen in a window of its own, over fake services: a
+// geocoder that knows what a test tells it, a device that finds itself where
+// a test says, and the location service set up with them.
+struct SpotWorld
+{
+    TestServices world;
+    FakeGeocoder geocoder;
+    FakePositionSourceFactory positions;
+    RecordingShell shell;
+    std::unique_ptr<QWidget> window;
+    SpotmimeViewController *screen = nullptr;
+
+    SpotWorld()
+    {
+        world.services().geocoder = &geocoder;
+        world.services().positionSources = &positions;
+        Location::setServices(world.services());
+        setModalAnimationsEnabled(false);
+    }
+    ~SpotWorld()
+    {
+        window.reset();
+        Location::resetSharedInstance();
+        Location::setServices(Services{});
+    }
+
+    // The screen, loaded and shown at phone size. The device reports
+    // `device` when asked for its position.
+    SpotmimeViewController *open(Coordinate device = {22.3, 114.17})
+    {
+        positions.scriptFix(device.latitude, device.longitude);
+        window = std::make_unique<QWidget>();
+        window->resize(390, 844);
+        screen = new SpotmimeViewController(world.services(), shell, window.get());
+        screen->resize(390, 844);
+        screen->setPanelFadeDuration(0);
+        screen->loadViewIfNeeded();
+        window->show();
+        settle();
+        return screen;
+    }
+
+    // lets posted answers arrive and map moves come to rest
+    static void settle()
+    {
+        for (int i = 0; i < 5; ++i)
+            QTest::qWait(20);
+    }
+
+    static void storeLocation(const QString &enable, const QString &lat, const QString &lng)
+    {
+        PropertyList::write(PreferenceFiles::locationFile(),
+                            QVariantMap{{QStringLiteral("enable"), enable},
+                                        {QStringLiteral("latitude"), lat},
+                                        {QStringLiteral("longitude"), lng}});
+    }
+    static QVariantMap location()
+    {
+        return PropertyList::readDictionary(PreferenceFiles::locationFile());
+    }
+    static QVariantList favorites()
+    {
+        return PropertyList::readArray(PreferenceFiles::favoritesFile());
+    }
+};
