@@ -25,7 +25,6 @@
 namespace {
 // every centring shows this much ground around the place, both ways
 constexpr double kRegionMeters = 2000.0;
-constexpr int kLocateAnimationMs = 500;
 } // namespace
 
 SpotmimeViewController::SpotmimeViewController(const Services &services, ApplicationShell &shell,
@@ -41,6 +40,13 @@ SpotmimeViewController::~SpotmimeViewController()
 {
     // the map reports its last moves while it goes; nobody is listening then
     mainMapView->setDelegate(nullptr);
+}
+
+void SpotmimeViewController::setAnimationsEnabled(bool enabled)
+{
+    m_panelFadeDuration = enabled ? 0.5 : 0.0;
+    m_locateAnimationMs = enabled ? 500 : 0;
+    mainMapView->setAnimationDuration(enabled ? 300 : 0);
 }
 
 void SpotmimeViewController::viewDidLoad()
@@ -169,7 +175,7 @@ void SpotmimeViewController::locationSuccess(Location *, double, double)
     const CoordinateRegion region = mainMapView->regionThatFits(
         CoordinateRegionMakeWithDistance(position, kRegionMeters, kRegionMeters));
     QPointer<MapView> map(mainMapView);
-    mainMapView->animateCenterCoordinate(position, kLocateAnimationMs, [map, region] {
+    mainMapView->animateCenterCoordinate(position, m_locateAnimationMs, [map, region] {
         if (map)
             map->setRegion(region, true);
     });

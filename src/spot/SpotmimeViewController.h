@@ -55,8 +55,9 @@ public:
     // Centres the map on `coordinate` at a 2000 m square region.
     void centerMapOn(const Coordinate &coordinate);
 
-    // how long the name panel takes to fade in or out, in seconds
-    void setPanelFadeDuration(double seconds) { m_panelFadeDuration = seconds; }
+    // Tests and pictures turn the animations off (the name panel's fades,
+    // the map's moves): changes then take effect at once.
+    void setAnimationsEnabled(bool enabled);
 
     // --- map
     void regionWillChangeAnimated(MapView *mapView, bool animated) override;
@@ -131,5 +132,6 @@ private:
     bool m_statusBarShown = false;
     bool m_tallScreen = false;
     int m_alertViewShift = 0;
-    double m_panelFadeDuration = 0.5;
+    double m_panelFadeDuration = 0.5; // seconds
+    int m_locateAnimationMs = 500;
 };

@@ -61,7 +61,7 @@ struct SpotWorld
         window->resize(390, 844);
         screen = new SpotmimeViewController(world.services(), shell, window.get());
         screen->resize(390, 844);
-        screen->setPanelFadeDuration(0);
+        screen->setAnimationsEnabled(false);
         screen->loadViewIfNeeded();
         window->show();
         settle();

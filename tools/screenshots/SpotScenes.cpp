@@ -18,6 +18,7 @@
 #include "spot/SpotmimeViewController.h"
 #include "ui/MapView.h"
 
+#include <QCoreApplication>
 #include <QLineEdit>
 #include <QPushButton>
 
