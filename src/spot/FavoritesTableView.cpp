@@ -205,3 +205,21 @@ void FavoritesTableView::keyPressEvent(QKeyEvent *event)
     }
     QListWidget::keyPressEvent(event);
 }
+
+void FavoritesTableView::paintEvent(QPaintEvent *event)
+{
+    QListWidget::paintEvent(event);
+    if (count() > 0)
+        return;
+    // an empty list says how it fills
+    QPainter painter(viewport());
+    QFont font = painter.font();
+    font.setPixelSize(15);
+    painter.setFont(font);
+    painter.setPen(ColorPalette::asbestosColor());
+    painter.drawText(
+        viewport()->rect().adjusted(32, 0, -32, -viewport()->height() / 3),
+        Qt::AlignCenter | Qt::TextWordWrap,
+        tr("No saved places yet.\nChoose a place on the map and press \u201cAdd\u00a0To\u00a0"
+           "\u2192\u201d."));
+}

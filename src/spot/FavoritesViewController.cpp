@@ -9,6 +9,7 @@
 #include "spot/FavoritesTableView.h"
 #include "ui/ColorPalette.h"
 #include "ui/FlatButton.h"
+#include "ui/ViewHelpers.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -109,8 +110,10 @@ void FavoritesViewController::viewDidLoad()
     m_favorites = TMPreferenceUtil::favoritePreference();
     // never enabled again while the list is open, and not disabled again
     // when its last row goes
-    if (m_favorites.isEmpty())
+    if (m_favorites.isEmpty()) {
         editButton->setEnabled(false);
+        ViewHelpers::setAlpha(editButton, 0.5);
+    }
 
     for (const QVariant &entry : std::as_const(m_favorites)) {
         QString name = FavoriteEntry::name(entry);

@@ -167,6 +167,7 @@ void SpotmimeViewController::buildViews()
     searchField = new QLineEdit(topView);
     searchField->setObjectName(QStringLiteral("searchField"));
     searchField->setClearButtonEnabled(true);
+    searchField->setFixedHeight(36);
     searchButton = flatButton(topView, "searchButton");
     auto *topRow = new QHBoxLayout(topView);
     topRow->setContentsMargins(8, 10, kMargin, 10);
@@ -236,7 +237,7 @@ void SpotmimeViewController::buildViews()
     auto *card = new QWidget(alertView);
     card->setObjectName(QStringLiteral("alertCard"));
     card->setAttribute(Qt::WA_StyledBackground);
-    card->setFixedWidth(300);
+    card->setFixedWidth(320);
     alertTitleLabel = new QLabel(card);
     alertTitleLabel->setObjectName(QStringLiteral("alertTitleLabel"));
     alertTitleLabel->setAlignment(Qt::AlignCenter);
@@ -329,7 +330,8 @@ void SpotmimeViewController::layoutViews()
 
     // the map's corner controls sit above the bottom bar as it is first laid
     // out, and move up with it on a tall screen
-    const int rowBottom = h - kBottomBarHeight - kMargin - bottomExtra;
+    // (high enough to leave the map's tile credit readable)
+    const int rowBottom = h - kBottomBarHeight - 2 * kMargin - bottomExtra;
     lb_location->adjustSize();
     lb_location->setGeometry(kMargin, rowBottom - 44, qMax(lb_location->width(), 110), 44);
     lb_location->setVisible(!lb_location->text().isEmpty());

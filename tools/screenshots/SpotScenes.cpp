@@ -142,3 +142,6 @@ TREKMIME_SCENE(
         list->edit();
         list->tableView()->revealDeleteButton(1);
     })
+TREKMIME_SCENE(
+    QStringLiteral("favorites-empty"), [](ScreenshotWorld &world) { return spotWindow(world); },
+    [](ScreenshotWorld &, QWidget *window) { openFavourites(window); })
