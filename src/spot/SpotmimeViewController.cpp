@@ -18,6 +18,7 @@
 #include "ui/MapView.h"
 #include "ui/ViewHelpers.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
@@ -209,6 +210,19 @@ void SpotmimeViewController::mousePressEvent(QMouseEvent *event)
     // a tap anywhere outside the search field puts its keyboard away
     dismissKeyboard(searchField);
     BaseViewController::mousePressEvent(event);
+}
+
+bool SpotmimeViewController::eventFilter(QObject *watched, QEvent *event)
+{
+    // the switch flips from the keyboard as a tap flips it
+    if (watched == enableSwitch && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter) {
+            enableSwitch->toggle();
+            return true;
+        }
+    }
+    return BaseViewController::eventFilter(watched, event);
 }
 
 void SpotmimeViewController::dismissKeyboard(QLineEdit *field)

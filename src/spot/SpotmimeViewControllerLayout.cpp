@@ -168,6 +168,7 @@ void SpotmimeViewController::buildViews()
     searchField->setObjectName(QStringLiteral("searchField"));
     searchField->setClearButtonEnabled(true);
     searchField->setFixedHeight(36);
+    searchField->setAccessibleName(tr("Enter Address Here"));
     searchButton = flatButton(topView, "searchButton");
     auto *topRow = new QHBoxLayout(topView);
     topRow->setContentsMargins(8, 10, kMargin, 10);
@@ -192,6 +193,8 @@ void SpotmimeViewController::buildViews()
     enableSwitch->setObjectName(QStringLiteral("enableSwitch"));
     enableSwitch->setAccessibleName(tr("Spotmime"));
     enableSwitch->setFixedSize(80, 32);
+    enableSwitch->setFocusPolicy(Qt::StrongFocus);
+    enableSwitch->installEventFilter(this);
     favoritesButton = flatButton(bottomView, "favoritesButton");
     addButton = flatButton(bottomView, "addButton");
     auto *bottomColumn = new QVBoxLayout(bottomView);

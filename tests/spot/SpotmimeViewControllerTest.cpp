@@ -319,6 +319,11 @@ private slots:
         const QVariantMap record = SpotWorld::location();
         QCOMPARE(record.value(QStringLiteral("enable")).toString(), QStringLiteral("1"));
         QCOMPARE(record.value(QStringLiteral("latitude")).toString(), QStringLiteral("30.500000"));
+        // and back off from the keyboard
+        QTest::keyClick(toggle, Qt::Key_Space);
+        SpotWorld::settle();
+        QCOMPARE(SpotWorld::location().value(QStringLiteral("enable")).toString(),
+                 QStringLiteral("0"));
         for (const char *name : {"btn_mine", "infoButton", "btn_exchange"})
             QVERIFY(!QAccessible::queryAccessibleInterface(child<QWidget>(name))
                          ->text(QAccessible::Name)
