@@ -90,6 +90,43 @@ private slots:
         QCOMPARE(text("lb_location"), QString::asprintf("%f\n%f", shown.latitude, shown.longitude));
     }
 
+    void bars_data()
+    {
+        QTest::addColumn<QString>("version");
+        QTest::addColumn<QSize>("pixels");
+        QTest::addColumn<QRect>("top");
+        QTest::addColumn<int>("bottomHeight");
+        QTest::addColumn<int>("panelShift");
+        QTest::newRow("old system")
+            << QStringLiteral("6.1") << QSize(750, 1334) << QRect(0, 0, 390, 56) << 108 << -60;
+        QTest::newRow("the panel's own screen")
+            << QStringLiteral("7.0") << QSize(640, 1136) << QRect(0, 20, 390, 56) << 108 << 0;
+        QTest::newRow("tall screen")
+            << QStringLiteral("16.0") << QSize(1170, 2532) << QRect(0, 20, 390, 66) << 142 << -60;
+    }
+    void bars()
+    {
+        QFETCH(QString, version);
+        QFETCH(QSize, pixels);
+        QFETCH(QRect, top);
+        QFETCH(int, bottomHeight);
+        QFETCH(int, panelShift);
+        m->world.deviceMetrics = FixedDeviceMetrics(version, pixels.height(), pixels.width());
+        m->open();
+        QCOMPARE(child<QWidget>("topView")->geometry(), top);
+        QCOMPARE(child<QLabel>("bgLabel")->isVisible(), top.y() == 20);
+        QCOMPARE(child<QWidget>("bottomView")->geometry(),
+                 QRect(0, 844 - bottomHeight, 390, bottomHeight));
+        QCOMPARE(child<QWidget>("alertView")->y(), panelShift);
+        // the map lies between the bars, the pin's point on its centre
+        const QRect map = child<QWidget>("mainMapView")->geometry();
+        QCOMPARE(map.top(), top.bottom() + 1);
+        QCOMPARE(map.bottom() + 1, 844 - bottomHeight);
+        const QRect pin = child<QWidget>("locationImageView")->geometry();
+        QVERIFY(qAbs(pin.center().x() - map.center().x()) <= 1);
+        QVERIFY(qAbs(pin.bottom() + 1 - (map.top() + map.height() / 2)) <= 1);
+    }
+
     void searchForms_data()
     {
         QTest::addColumn<QString>("typed");
