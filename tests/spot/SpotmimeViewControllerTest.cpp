@@ -3,7 +3,11 @@
 
 #include "app/ProgressHUD.h"
 #include "location/LocationDelegate.h"
+#include "settings/FavoriteEntry.h"
 #include "settings/MasterRecord.h"
+#include "settings/TMPreferenceUtil.h"
+#include "spot/FavoritesTableView.h"
+#include "spot/FavoritesViewController.h"
 #include "ui/Accessibility.h"
 #include "ui/FlatSwitch.h"
 #include "ui/MapView.h"
@@ -317,6 +321,24 @@ private slots:
             QCOMPARE(entry.value(QStringLiteral("longitude")).toString(),
                      QStringLiteral("-43.172897"));
         }
+    }
+
+    void choosingAFavourite()
+    {
+        TMPreferenceUtil::addFavorite(
+            FavoriteEntry::make(QStringLiteral("Tower"), 48.8584, 2.2945));
+        m->open({10, 10});
+        QTest::mouseClick(child<QPushButton>("favoritesButton"), Qt::LeftButton);
+        auto *list = m->window->findChild<FavoritesViewController *>();
+        QVERIFY(list);
+        QCOMPARE(presentedViewController(m->screen), list);
+        FavoritesTableView *table = list->tableView();
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
+                          table->visualRect(table->model()->index(0, 0)).center());
+        SpotWorld::settle();
+        QVERIFY(child<FlatSwitch>("enableSwitch")->isOn());
+        verifyNear(centre(), {48.8584, 2.2945});
+        QCOMPARE(presentedViewController(m->screen), nullptr);
     }
 
     void exchange_data()
