@@ -8,6 +8,7 @@
 #include <QNetworkReply>
 #include <QSignalSpy>
 #include <QTest>
+#include <QThread>
 
 #include <memory>
 #include <optional>
@@ -119,7 +120,9 @@ private slots:
 
     void answers_data()
     {
-        QTest::addColumn<int>("status"); // 0: never answers, -1: nobody listening
+        // 0: never answers, -1: nobody listening, -2: a 200 whose connection
+        // drops in the middle of the body
+        QTest::addColumn<int>("status");
         QTest::addColumn<QByteArray>("contentType");
         QTest::addColumn<QByteArray>("body");
         QTest::addColumn<int>("places"); // -1: no list at all
@@ -157,6 +160,8 @@ private slots:
         row("timeout", 0, json, "", -1, url, -1001, "The operation timed out.");
         row("connection refused", -1, json, "", -1, "QNetworkReply",
             int(QNetworkReply::ConnectionRefusedError), "*");
+        row("dropped after the head", -2, json, twoResults, -1, "QNetworkReply",
+            int(QNetworkReply::RemoteHostClosedError), "*");
     }
     void answers()
     {
@@ -167,20 +172,21 @@ private slots:
         QFETCH(QString, errorDomain);
         QFETCH(int, errorCode);
         QFETCH(QString, errorText);
-        m_answer = {status, contentType, body, {}};
+        m_answer = {status == -2 ? 200 : status, contentType, body, {}};
+        m_server->setCutShort(status == -2);
         Outcome outcome;
         WebGeocoder operation(endpoint(), QStringLiteral("x"), outcome.completion());
         QCOMPARE(operation.timeoutInterval(), 20000);
         operation.setTimeoutInterval(150);
-        if (status < 0)
+        if (status == -1)
             m_server.reset(); // the port closes
         operation.start();
         QTRY_VERIFY_WITH_TIMEOUT(operation.isFinished(), 1000);
         QCOMPARE(outcome.calls, 1);
         QCOMPARE(outcome.placemarks ? int(outcome.placemarks->size()) : -1, places);
-        QCOMPARE(outcome.response.has_value(), status > 0);
+        QCOMPARE(outcome.response.has_value(), status > 0 || status == -2);
         if (outcome.response)
-            QCOMPARE(outcome.response->statusCode, status);
+            QCOMPARE(outcome.response->statusCode, m_answer.status);
         if (places == 2)
             QCOMPARE(outcome.placemarks->at(1).formattedAddress, QStringLiteral("2 B Road"));
         QCOMPARE(outcome.error ? outcome.error->domain : QString(), errorDomain);
@@ -190,6 +196,8 @@ private slots:
             QCOMPARE(outcome.error ? outcome.error->code : 0, errorCode);
         if (errorText != QLatin1String("*"))
             QCOMPARE(outcome.error ? outcome.error->localizedDescription : QString(), errorText);
+        else // the connection's own words
+            QVERIFY(!outcome.error->localizedDescription.isEmpty());
         if (errorDomain == QLatin1String("NSURLErrorDomain")) {
             QCOMPARE(outcome.error->failingURL, operation.requestURL());
             QCOMPARE(outcome.error->failingURLString,
@@ -229,8 +237,8 @@ private slots:
     void classOperationAnswersLaterAndDeletesItself()
     {
         Outcome outcome;
-        QPointer<WebGeocoder> operation =
-            WebGeocoder::reverseGeocode(endpoint(), Coordinate{1.0, 2.0}, outcome.completion());
+        QPointer<WebGeocoder> operation = WebGeocoder::reverseGeocode(
+            endpoint(), Coordinate{1.0, 2.0}, this, outcome.completion());
         QVERIFY(operation && operation->isExecuting());
         QCOMPARE(outcome.calls, 0);
         QSignalSpy state(operation.data(), &WebGeocoder::stateChanged);
@@ -241,6 +249,47 @@ private slots:
         QCOMPARE(outcome.placemarks->size(), 2);
         QCOMPARE((QList<qsizetype>{state.size(), executing.size(), finished.size()}),
                  (QList<qsizetype>{1, 1, 1}));
+    }
+
+    void goneCallerGetsNothing()
+    {
+        m_answer.status = 0; // held until the caller is gone
+        Outcome gone;
+        auto caller = std::make_unique<QObject>();
+        WebGeocoderEndpoint quick = endpoint();
+        quick.timeoutInterval = 100; // would answer the caller if it were still asked to
+        QPointer<WebGeocoder> operation =
+            WebGeocoder::geocode(quick, QStringLiteral("x"), caller.get(), gone.completion());
+        QTRY_COMPARE_WITH_TIMEOUT(m_server->requests().size(), 1, 1000);
+        caller.reset();
+        QTRY_VERIFY_WITH_TIMEOUT(operation.isNull(), 1000); // cancelled itself and went
+        QTest::qWait(150);
+        QCOMPARE(gone.calls, 0);
+
+        m_answer.status = 200;
+        Outcome next;
+        WebGeocoder::geocode(endpoint(), QStringLiteral("y"), this, next.completion());
+        QTRY_COMPARE_WITH_TIMEOUT(next.calls, 1, 1000);
+        QCOMPARE(next.placemarks->size(), 2);
+        QCOMPARE(gone.calls, 0);
+    }
+
+    void watchdogFollowsTheOperationToTheGuiThread()
+    {
+        m_answer.status = 0;
+        Outcome outcome;
+        WebGeocoder *made = nullptr;
+        std::unique_ptr<QThread> worker(QThread::create([&] {
+            made = new WebGeocoder(endpoint(), QStringLiteral("x"), outcome.completion());
+            made->setTimeoutInterval(100);
+            made->start(); // moves itself over and starts there
+        }));
+        worker->start();
+        QVERIFY(worker->wait(1000));
+        const std::unique_ptr<WebGeocoder> operation(made);
+        QCOMPARE(operation->thread(), thread());
+        QTRY_COMPARE_WITH_TIMEOUT(outcome.calls, 1, 1000);
+        QCOMPARE(outcome.error->code, int(WebGeocoder::TimedOut));
     }
 };
 
