@@ -2,6 +2,7 @@
 
 #include "location/PreferredLanguage.h"
 #include "location/UrlParameterString.h"
+#include "platform/Clock.h"
 #include "platform/Services.h"
 
 #include <QCoreApplication>
@@ -82,8 +83,10 @@ QUrl endpointUrl(const QUrl &host)
 
 WebGeocoderEndpoint WebGeocoderEndpoint::fromServices(const Services &services)
 {
-    return {services.network, services.configuration.geocodingUrl,
-            services.configuration.userAgent()};
+    WebGeocoderEndpoint endpoint{services.network, services.configuration.geocodingUrl,
+                                 services.configuration.userAgent()};
+    endpoint.clock = services.clock;
+    return endpoint;
 }
 
 WebGeocoder *WebGeocoder::launch(WebGeocoder *operation, QObject *receiver)
@@ -173,9 +176,10 @@ void WebGeocoder::build(const WebGeocoderEndpoint &endpoint, Parameters &paramet
     m_operationCompletionBlock = std::move(completion);
     m_network = endpoint.network;
     m_timeoutInterval = endpoint.timeoutInterval;
-    m_timeoutTimer = new QTimer(this);
+    const Clock *clock = endpoint.clock ? endpoint.clock : SystemClock::instance();
+    m_timeoutTimer = clock->createTimer(this);
     m_timeoutTimer->setSingleShot(true);
-    connect(m_timeoutTimer, &QTimer::timeout, this, &WebGeocoder::requestTimeout);
+    connect(m_timeoutTimer, &ClockTimer::timeout, this, &WebGeocoder::requestTimeout);
 
     setParameter(parameters, QStringLiteral("sensor"), QStringLiteral("true"));
     setParameter(parameters, QStringLiteral("language"), preferredLanguage());

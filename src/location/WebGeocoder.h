@@ -9,13 +9,14 @@
 #include <QObject>
 #include <QPair>
 #include <QPointer>
-#include <QTimer>
 #include <QUrl>
 #include <QVariant>
 
 #include <functional>
 #include <optional>
 
+class Clock;
+class ClockTimer;
 class QNetworkAccessManager;
 class QNetworkReply;
 struct Services;
@@ -53,8 +54,10 @@ struct WebGeocoderEndpoint
     QNetworkAccessManager *network = nullptr; // not owned
     QUrl host;
     QString userAgent;
-    // The watchdog of each operation, in milliseconds; tests shorten it.
+    // The watchdog of each operation, in milliseconds, on this clock (the
+    // system's when null); tests shorten it or run a clock of their own.
     int timeoutInterval = 20000;
+    const Clock *clock = nullptr;
 
     static WebGeocoderEndpoint fromServices(const Services &services);
 };
@@ -167,7 +170,7 @@ private:
     std::optional<WebGeocoderResponse> m_operationURLResponse;
     int m_state = Ready;
     Completion m_operationCompletionBlock;
-    QTimer *m_timeoutTimer; // a child, so that it follows the operation to its thread
+    ClockTimer *m_timeoutTimer; // a child, so that it follows the operation to its thread
     int m_timeoutInterval = 20000;
     bool m_cancelled = false;
     bool m_delivering = false;

@@ -1,6 +1,7 @@
 #include "StubHttpServer.h"
 #include "TestMain.h"
 
+#include "fakes/ManualClock.h"
 #include "location/WebGeocoder.h"
 
 #include <QJsonParseError>
@@ -48,13 +49,17 @@ class WebGeocoderTest : public QObject
     Q_OBJECT
 
 private:
+    ManualClock m_clock;
     QNetworkAccessManager m_network;
     std::unique_ptr<StubHttpServer> m_server;
     StubHttpServer::Response m_answer;
 
     WebGeocoderEndpoint endpoint()
     {
-        return {&m_network, m_server->baseUrl(), QStringLiteral("TrekmimeTest/1")};
+        WebGeocoderEndpoint result{&m_network, m_server->baseUrl(),
+                                   QStringLiteral("TrekmimeTest/1")};
+        result.clock = &m_clock; // the watchdog fires when the test says
+        return result;
     }
 
 private slots:
@@ -177,10 +182,15 @@ private slots:
         Outcome outcome;
         WebGeocoder operation(endpoint(), QStringLiteral("x"), outcome.completion());
         QCOMPARE(operation.timeoutInterval(), 20000);
-        operation.setTimeoutInterval(150);
         if (status == -1)
             m_server.reset(); // the port closes
         operation.start();
+        if (status == 0) {
+            QTRY_COMPARE_WITH_TIMEOUT(m_server->requests().size(), 1, 1000);
+            m_clock.advance(19999);
+            QVERIFY(!operation.isFinished());
+            m_clock.advance(1);
+        }
         QTRY_VERIFY_WITH_TIMEOUT(operation.isFinished(), 1000);
         QCOMPARE(outcome.calls, 1);
         QCOMPARE(outcome.placemarks ? int(outcome.placemarks->size()) : -1, places);
@@ -217,7 +227,6 @@ private slots:
         m_answer.status = 0;
         Outcome outcome;
         WebGeocoder operation(endpoint(), QStringLiteral("x"), outcome.completion());
-        operation.setTimeoutInterval(100);
         if (started) {
             operation.start();
             QTRY_COMPARE_WITH_TIMEOUT(m_server->requests().size(), 1, 1000);
@@ -227,7 +236,7 @@ private slots:
         if (!started)
             operation.start();
         QTRY_VERIFY_WITH_TIMEOUT(operation.isFinished(), 1000);
-        QTest::qWait(200); // past the watchdog too
+        m_clock.advance(operation.timeoutInterval()); // past the watchdog too
         QCOMPARE(outcome.calls, 0);
         QCOMPARE(m_server->requests().size(), started ? 1 : 0);
         operation.cancel(); // finished: ignored
@@ -256,14 +265,12 @@ private slots:
         m_answer.status = 0; // held until the caller is gone
         Outcome gone;
         auto caller = std::make_unique<QObject>();
-        WebGeocoderEndpoint quick = endpoint();
-        quick.timeoutInterval = 100; // would answer the caller if it were still asked to
         QPointer<WebGeocoder> operation =
-            WebGeocoder::geocode(quick, QStringLiteral("x"), caller.get(), gone.completion());
+            WebGeocoder::geocode(endpoint(), QStringLiteral("x"), caller.get(), gone.completion());
         QTRY_COMPARE_WITH_TIMEOUT(m_server->requests().size(), 1, 1000);
         caller.reset();
         QTRY_VERIFY_WITH_TIMEOUT(operation.isNull(), 1000); // cancelled itself and went
-        QTest::qWait(150);
+        m_clock.advance(20000); // a watchdog left behind would answer now
         QCOMPARE(gone.calls, 0);
 
         m_answer.status = 200;
@@ -280,7 +287,9 @@ private slots:
         Outcome outcome;
         WebGeocoder *made = nullptr;
         std::unique_ptr<QThread> worker(QThread::create([&] {
-            made = new WebGeocoder(endpoint(), QStringLiteral("x"), outcome.completion());
+            WebGeocoderEndpoint real = endpoint();
+            real.clock = nullptr; // Qt's own timer, which has a thread
+            made = new WebGeocoder(real, QStringLiteral("x"), outcome.completion());
             made->setTimeoutInterval(100);
             made->start(); // moves itself over and starts there
         }));
