@@ -35,6 +35,7 @@ struct SpotWorld
     FakeGeocoder geocoder;
     FakePositionSourceFactory positions;
     RecordingShell shell;
+    std::unique_ptr<Location::Registration> registration;
     std::unique_ptr<QWidget> window;
     SpotmimeViewController *screen = nullptr;
 
@@ -42,14 +43,13 @@ struct SpotWorld
     {
         world.services().geocoder = &geocoder;
         world.services().positionSources = &positions;
-        Location::setServices(world.services());
+        registration = std::make_unique<Location::Registration>(world.services());
         setModalAnimationsEnabled(false);
     }
     ~SpotWorld()
     {
         window.reset();
-        Location::resetSharedInstance();
-        Location::setServices(Services{});
+        registration.reset();
     }
 
     // The screen, loaded and shown at phone size. The device reports

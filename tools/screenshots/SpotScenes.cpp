@@ -28,8 +28,8 @@ namespace {
 class SilentGeocoder : public QObject, public Geocoder
 {
 public:
-    void reverseGeocodeLocation(const Coordinate &, Completion) override {}
-    void geocodeAddressString(const QString &, Completion) override {}
+    void reverseGeocodeLocation(const Coordinate &, QObject *, Completion) override {}
+    void geocodeAddressString(const QString &, QObject *, Completion) override {}
 };
 
 // The real window in the fixed-location mode, as a user sees it after starting.
@@ -111,11 +111,12 @@ TREKMIME_SCENE(
         {
             SilentGeocoder geocoder;
             Services services;
+            std::unique_ptr<Location::Registration> location;
         };
         Holder *holder = world.keep(new Holder);
         holder->services = world.services();
         holder->services.geocoder = &holder->geocoder;
-        Location::setServices(holder->services);
+        holder->location = std::make_unique<Location::Registration>(holder->services);
         return spotWindow(world, holder->services);
     },
     [](ScreenshotWorld &, QWidget *window) {
