@@ -95,7 +95,7 @@ void SpotmimeViewController::refreshViewByStatusWithLocation(bool withLocation)
         return;
     if (!enabled) {
         // the map is centred when the position arrives
-        Location::sharedInstacneWithDelegate(this)->startLocation();
+        startLocating();
         return;
     }
     m_longitude = TMPreferenceUtil::locationLongitude();
@@ -165,7 +165,15 @@ void SpotmimeViewController::mineLocationButtonClicked()
 {
     // shown wherever the overlay is now; see the class comment
     HUD()->show(true);
-    Location::sharedInstacneWithDelegate(this)->startLocation();
+    startLocating();
+}
+
+void SpotmimeViewController::startLocating()
+{
+    // the shell registers the location service; without one (a test of
+    // something else) there is simply no position to wait for
+    if (Location *location = Location::sharedInstacneWithDelegate(this))
+        location->startLocation();
 }
 
 void SpotmimeViewController::locationSuccess(Location *, double, double)
