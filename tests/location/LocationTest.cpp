@@ -2,9 +2,9 @@
 #include "TestServices.h"
 
 #include "fakes/FakeGeocoder.h"
+#include "fakes/FakePositionSourceFactory.h"
 #include "location/Location.h"
 #include "location/LocationDelegate.h"
-#include "fakes/FakePositionSourceFactory.h"
 
 #include <QSettings>
 #include <QTemporaryDir>

@@ -1,9 +1,9 @@
 #include "TestMain.h"
 #include "TestServices.h"
 
+#include "fakes/FakePositionSourceFactory.h"
 #include "location/Location.h"
 #include "location/LocationDelegate.h"
-#include "fakes/FakePositionSourceFactory.h"
 #include "shell/HiddenUserLocationMapView.h"
 #include "ui/MapView.h"
 
