@@ -9,6 +9,7 @@
 #include <QPainterPath>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -29,7 +30,7 @@ DateTimePicker::DateTimePicker(QWidget *parent) : QWidget(parent)
 
 QDateTime DateTimePicker::distantFuture()
 {
-    return QDateTime(QDate(4001, 1, 1), QTime(0, 0), QTimeZone::UTC);
+    return QDateTime(QDate(4001, 1, 1), QTime(0, 0), Qt::UTC);
 }
 
 void DateTimePicker::setDate(const QDateTime &value)
@@ -166,9 +167,8 @@ void DateTimePicker::paintEvent(QPaintEvent *)
         QPen pen(ColorPalette::turquoiseColor(), 2);
         painter.setPen(pen);
         painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF(area.left() + 10, band.top() + 1, area.width() - 20,
-                                       band.height() - 2),
-                                7, 7);
+        painter.drawRoundedRect(
+            QRectF(area.left() + 10, band.top() + 1, area.width() - 20, band.height() - 2), 7, 7);
     }
 }
 

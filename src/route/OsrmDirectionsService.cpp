@@ -69,7 +69,8 @@ QUrl OsrmDirectionsService::requestUrl(const Coordinate &source,
         base.chop(1);
     url.setPath(base + QStringLiteral("/route/v1/") + m_profile + QLatin1Char('/') +
                 coordinateText(source) + QLatin1Char(';') + coordinateText(destination));
-    url.setQuery(QStringLiteral("alternatives=true&overview=full&steps=false&geometries=polyline6"));
+    url.setQuery(
+        QStringLiteral("alternatives=true&overview=full&steps=false&geometries=polyline6"));
     return url;
 }
 
@@ -80,16 +81,15 @@ void OsrmDirectionsService::calculateDirections(const Coordinate &source,
     // a null receiver asks for an unguarded answer
     const bool guarded = receiver != nullptr;
     QPointer<QObject> guard(receiver);
-    auto deliver = [guarded, guard, completion = std::move(completion)](
-                       const DirectionsAnswer &answer) {
+    auto deliver = [guarded, guard,
+                    completion = std::move(completion)](const DirectionsAnswer &answer) {
         if (!guarded || guard)
             completion(answer);
     };
 
     if (!m_network) {
-        QTimer::singleShot(0, this, [deliver] {
-            deliver(DirectionsAnswer::failure(tr("No network access.")));
-        });
+        QTimer::singleShot(
+            0, this, [deliver] { deliver(DirectionsAnswer::failure(tr("No network access."))); });
         return;
     }
     QNetworkRequest request(requestUrl(source, destination));

@@ -20,8 +20,7 @@ public:
     OsrmDirectionsService(QNetworkAccessManager *network, const QUrl &endpoint,
                           const QString &profile, const QString &userAgent,
                           QObject *parent = nullptr);
-    static OsrmDirectionsService *fromServices(const Services &services,
-                                               QObject *parent = nullptr);
+    static OsrmDirectionsService *fromServices(const Services &services, QObject *parent = nullptr);
 
     void calculateDirections(const Coordinate &source, const Coordinate &destination,
                              QObject *receiver, Completion completion) override;

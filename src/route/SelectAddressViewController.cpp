@@ -20,6 +20,8 @@
 #include <QPainter>
 #include <QPushButton>
 
+#include <utility>
+
 namespace {
 
 constexpr int StatusHeight = 20;
@@ -246,9 +248,10 @@ void SelectAddressViewController::regionDidChangeAnimated(MapView *mapView, bool
     m_longitude = centre.longitude;
     // every settled move asks; a relay keeps a late answer from a closed screen
     Location::addressWithCoordinate(
-        centre, RelayLocationDelegate::forAddress(
-                    this, [this](const QString &address) { reverseGeocoderSuccess(nullptr, address); },
-                    [this](const QString &error) { reverseGeocoderFailed(nullptr, error); }));
+        centre,
+        RelayLocationDelegate::forAddress(
+            this, [this](const QString &address) { reverseGeocoderSuccess(nullptr, address); },
+            [this](const QString &error) { reverseGeocoderFailed(nullptr, error); }));
 }
 
 void SelectAddressViewController::addressFound(const QString &address)

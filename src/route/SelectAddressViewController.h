@@ -30,8 +30,7 @@ class SelectAddressViewController : public BaseViewController,
 public:
     using Block = std::function<void(double latitude, double longitude, const QString &address)>;
 
-    SelectAddressViewController(const Services &services, Block block,
-                                QWidget *parent = nullptr);
+    SelectAddressViewController(const Services &services, Block block, QWidget *parent = nullptr);
     ~SelectAddressViewController() override;
 
     void viewWillAppear(bool animated) override;

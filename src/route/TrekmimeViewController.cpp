@@ -17,9 +17,9 @@
 #include "settings/RouteSwitch.h"
 #include "settings/StoredValue.h"
 #include "settings/TMPreferenceUtil.h"
+#include "ui/ColorPalette.h"
 #include "ui/CoordinateRegion.h"
 #include "ui/FlatSwitch.h"
-#include "ui/ColorPalette.h"
 #include "ui/MapView.h"
 
 #include <QLabel>
@@ -269,7 +269,7 @@ QImage TrekmimeViewController::viewForAnnotation(MapView *, const MapPointAnnota
 }
 
 std::optional<MapPolylineRenderer> TrekmimeViewController::rendererForOverlay(MapView *,
-                                                                             const MapPolyline &)
+                                                                              const MapPolyline &)
 {
     return MapPolylineRenderer{2.5, QColor(Qt::green)};
 }
@@ -393,7 +393,9 @@ void TrekmimeViewController::chooseAddress(bool start)
                 self->endChosen(latitude, longitude, address);
         });
     m_picker = picker;
+    picker->loadViewIfNeeded();
     presentViewController(this, picker, ModalTransition::CoverVertical);
+    picker->viewWillAppear(true);
 }
 
 void TrekmimeViewController::startChosen(double latitude, double longitude, const QString &address)
@@ -435,8 +437,8 @@ void TrekmimeViewController::chooseEndTime()
 // --- the date picker ----------------------------------------------------------
 
 namespace {
-void animate(QVariantAnimation *&animation, QObject *owner, int msecs, std::function<void(double)> step,
-             std::function<void()> done = {})
+void animate(QVariantAnimation *&animation, QObject *owner, int msecs,
+             std::function<void(double)> step, std::function<void()> done = {})
 {
     if (animation)
         animation->stop();

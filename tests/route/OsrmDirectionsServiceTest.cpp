@@ -21,9 +21,9 @@ QByteArray okBody(const QList<QByteArray> &geometries)
     for (const QByteArray &geometry : geometries) {
         if (!routes.isEmpty())
             routes += ',';
-        routes += "{\"geometry\":\"" + geometry + "\",\"distance\":" +
-                  QByteArray::number(distance) + ",\"duration\":" +
-                  QByteArray::number(distance / 10) + "}";
+        routes += "{\"geometry\":\"" + geometry +
+                  "\",\"distance\":" + QByteArray::number(distance) +
+                  ",\"duration\":" + QByteArray::number(distance / 10) + "}";
         distance += 1000;
     }
     return "{\"code\":\"Ok\",\"routes\":[" + routes + "],\"waypoints\":[]}";
@@ -69,9 +69,8 @@ private slots:
     void requestAndRoutesInOrder()
     {
         m_server->setHandler([](const StubHttpServer::Request &) {
-            return StubHttpServer::Response{200, "application/json",
-                                            okBody({ThreePoints, "f`er_A_tal_HgoVavJ"}),
-                                            {}};
+            return StubHttpServer::Response{
+                200, "application/json", okBody({ThreePoints, "f`er_A_tal_HgoVavJ"}), {}};
         });
         QUrl base = m_server->baseUrl();
         base.setPath(QStringLiteral("/osrm/"));
@@ -104,15 +103,15 @@ private slots:
         QTest::newRow("six digits")
             << ThreePoints << 6 << true
             << QList<Coordinate>{{22.284681, 114.1588}, {22.29, 114.16}, {22.2988, 114.1722}};
-        QTest::newRow("negative")
-            << QByteArray("f`er_A_tal_HgoVavJ") << 6 << true
-            << QList<Coordinate>{{-33.86882, 151.209296}, {-33.856784, 151.215297}};
+        QTest::newRow("negative") << QByteArray("f`er_A_tal_HgoVavJ") << 6 << true
+                                  << QList<Coordinate>{{-33.86882, 151.209296},
+                                                       {-33.856784, 151.215297}};
         QTest::newRow("extremes and one millionth")
             << QByteArray("@|niivI_gdtjD_oiivI") << 6 << true
             << QList<Coordinate>{{-0.000001, -179.999999}, {89.999999, 0.000001}};
-        QTest::newRow("five digits") << QByteArray("_p~iF~ps|U_ulLnnqC_mqNvxq`@") << 5 << true
-                                     << QList<Coordinate>{
-                                            {38.5, -120.2}, {40.7, -120.95}, {43.252, -126.453}};
+        QTest::newRow("five digits")
+            << QByteArray("_p~iF~ps|U_ulLnnqC_mqNvxq`@") << 5 << true
+            << QList<Coordinate>{{38.5, -120.2}, {40.7, -120.95}, {43.252, -126.453}};
         QTest::newRow("latitude without longitude")
             << QByteArray("_p~iF") << 5 << false << QList<Coordinate>{};
         QTest::newRow("cut inside a number")
@@ -137,14 +136,15 @@ private slots:
         QTest::addColumn<int>("status");
         QTest::addColumn<QByteArray>("body");
         QTest::addColumn<QString>("error");
-        QTest::newRow("no route") << 200
-                                  << QByteArray(R"({"code":"NoRoute","message":"Impossible route between points"})")
-                                  << QStringLiteral("Impossible route between points");
+        QTest::newRow("no route")
+            << 200
+            << QByteArray(R"({"code":"NoRoute","message":"Impossible route between points"})")
+            << QStringLiteral("Impossible route between points");
         QTest::newRow("refused, service's words")
             << 400 << QByteArray(R"({"code":"InvalidQuery","message":"Query string malformed"})")
             << QStringLiteral("Query string malformed");
-        QTest::newRow("code without message") << 200 << QByteArray(R"({"code":"NoSegment"})")
-                                              << QStringLiteral("NoSegment");
+        QTest::newRow("code without message")
+            << 200 << QByteArray(R"({"code":"NoSegment"})") << QStringLiteral("NoSegment");
         QTest::newRow("HTTP error") << 502 << QByteArray("<html>Bad gateway</html>")
                                     << QStringLiteral("The routing service answered with HTTP "
                                                       "status 502.");

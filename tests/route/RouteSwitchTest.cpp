@@ -49,23 +49,19 @@ private slots:
         QTest::newRow("nothing chosen") << RouteSwitch::Choices{} << start;
         QTest::newRow("start on the equator")
             << with([](auto &c) { c.startLatitude = 0.0; }) << start;
-        QTest::newRow("start on the prime meridian, all else missing")
-            << with([](auto &c) {
-                   c.startLongitude = 0.0;
-                   c.endLatitude = 0.0;
-                   c.startTime = 0;
-               })
-            << start;
+        QTest::newRow("start on the prime meridian, all else missing") << with([](auto &c) {
+            c.startLongitude = 0.0;
+            c.endLatitude = 0.0;
+            c.startTime = 0;
+        }) << start;
         QTest::newRow("end") << with([](auto &c) {
             c.endLongitude = 0.0;
             c.startTime = -5;
         }) << QStringLiteral("Please choose End");
-        QTest::newRow("start time before end time check")
-            << with([](auto &c) {
-                   c.startTime = 0;
-                   c.endTime = 0;
-               })
-            << QStringLiteral("Please choose Start Time");
+        QTest::newRow("start time before end time check") << with([](auto &c) {
+            c.startTime = 0;
+            c.endTime = 0;
+        }) << QStringLiteral("Please choose Start Time");
         QTest::newRow("end time") << with([](auto &c) {
             c.endTime = -1;
             c.points.clear();
@@ -74,8 +70,8 @@ private slots:
             c.endTime = c.startTime - 1;
             c.routeError = true;
         }) << QStringLiteral("End Time must later than Start Time");
-        QTest::newRow("equal times pass") << with([](auto &c) { c.endTime = c.startTime; })
-                                          << QString();
+        QTest::newRow("equal times pass")
+            << with([](auto &c) { c.endTime = c.startTime; }) << QString();
         QTest::newRow("no points") << with([](auto &c) { c.points.clear(); }) << path;
         QTest::newRow("route error despite points")
             << with([](auto &c) { c.routeError = true; }) << path;
@@ -94,10 +90,10 @@ private slots:
         QTest::addColumn<double>("end");
         QTest::addColumn<double>("expected");
         const qint32 now = 1700000000;
-        QTest::newRow("future start kept") << double(now + 60) << double(now + 120)
-                                           << double(now + 60);
-        QTest::newRow("past start becomes now") << double(now - 60) << double(now + 120)
-                                                << double(now);
+        QTest::newRow("future start kept")
+            << double(now + 60) << double(now + 120) << double(now + 60);
+        QTest::newRow("past start becomes now")
+            << double(now - 60) << double(now + 120) << double(now);
         QTest::newRow("both past: one second before the end")
             << double(now - 600) << double(now - 60) << double(now - 61);
         QTest::newRow("end is now") << double(now - 600) << double(now) << double(now);
@@ -119,8 +115,10 @@ private slots:
         QVERIFY(RouteSwitch::writeOn(record, c));
         QVariantMap stored = TMPreferenceUtil::routePreference();
         QCOMPARE(stored.value(QStringLiteral("enable")), QVariant(QStringLiteral("1")));
-        QCOMPARE(stored.value(QStringLiteral("start")), QVariant(QStringLiteral("1900000000.750000")));
-        QCOMPARE(stored.value(QStringLiteral("end")), QVariant(QStringLiteral("1900003600.000000")));
+        QCOMPARE(stored.value(QStringLiteral("start")),
+                 QVariant(QStringLiteral("1900000000.750000")));
+        QCOMPARE(stored.value(QStringLiteral("end")),
+                 QVariant(QStringLiteral("1900003600.000000")));
         QCOMPARE(stored.value(QStringLiteral("s")), QVariant(QStringLiteral("Central")));
         QCOMPARE(stored.value(QStringLiteral("e")), QVariant(QStringLiteral("Tsim Sha Tsui")));
         QCOMPARE(stored.value(QStringLiteral("points")).toList(), c.points);

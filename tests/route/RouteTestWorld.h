@@ -29,6 +29,7 @@ struct RouteTestWorld : TestServices
         services().geocoder = &geocoder;
         services().positionSources = &positionSources;
         Location::setServices(services());
+        setModalAnimationsEnabled(false);
     }
     ~RouteTestWorld() { Location::resetSharedInstance(); }
 

@@ -108,12 +108,14 @@ private slots:
         QTest::addColumn<int>("answer");    // 0 empty text, 1 reverse failure, 2 forward failure
         QTest::addColumn<QString>("label");
         QTest::addColumn<QString>("handed");
-        QTest::newRow("empty text") << QString() << 0 << QStringLiteral("Unknow")
-                                    << QStringLiteral("Unknow");
+        QTest::newRow("empty text")
+            << QString() << 0 << QStringLiteral("Unknow") << QStringLiteral("Unknow");
         QTest::newRow("reverse failure forgets")
-            << QStringLiteral("Pier 7") << 1 << QStringLiteral("Unknow") << QStringLiteral("Unknow");
+            << QStringLiteral("Pier 7") << 1 << QStringLiteral("Unknow")
+            << QStringLiteral("Unknow");
         QTest::newRow("forward failure keeps")
-            << QStringLiteral("Pier 7") << 2 << QStringLiteral("Unknow") << QStringLiteral("Pier 7");
+            << QStringLiteral("Pier 7") << 2 << QStringLiteral("Unknow")
+            << QStringLiteral("Pier 7");
     }
     void answers()
     {

@@ -86,10 +86,7 @@ private:
     }
 
 private slots:
-    void init()
-    {
-        m_world = std::make_unique<RouteTestWorld>();
-    }
+    void init() { m_world = std::make_unique<RouteTestWorld>(); }
     void cleanup()
     {
         m_screen.reset();
@@ -120,8 +117,8 @@ private slots:
         QCOMPARE(renderer->lineWidth, 2.5);
         QCOMPARE(renderer->strokeColor, QColor(Qt::green));
         // framed on the two places
-        QVERIFY(near(screen.mapView()->region().center,
-                     {(Central.latitude + Tst.latitude) / 2, (Central.longitude + Tst.longitude) / 2}));
+        QVERIFY(near(screen.mapView()->region().center, {(Central.latitude + Tst.latitude) / 2,
+                                                         (Central.longitude + Tst.longitude) / 2}));
     }
 
     void failedPlanKeepsPointsAndLastAnswerWins()
@@ -169,7 +166,8 @@ private slots:
         auto *enable = screen.findChild<FlatSwitch *>(QStringLiteral("enableSwitch"));
         enable->setOn(false);
         enable->toggle();
-        QCOMPARE(m_world->alerts.alerts().last().message, QStringLiteral("Please choose Start Time"));
+        QCOMPARE(m_world->alerts.alerts().last().message,
+                 QStringLiteral("Please choose Start Time"));
         QVERIFY(!enable->isOn());
         QVERIFY(TMPreferenceUtil::routePreference().isEmpty());
 
@@ -182,6 +180,8 @@ private slots:
         QCOMPARE(screen.startTime(), double(Now + 60));
         QCOMPARE(screen.endTime(), double(Now + 180));
 
+        // the switch plans again; its answer comes after the write
+        m_world->directions.setAnswer(route({Central, {22.29, 114.16}, {22.295, 114.17}, Tst}));
         enable->toggle();
         QVERIFY(enable->isOn());
         QVERIFY(screen.timer() && screen.timer()->isActive());
@@ -194,11 +194,10 @@ private slots:
         QCOMPARE(written.value(QStringLiteral("s")).toString(), QStringLiteral("Central"));
         QCOMPARE(written.value(QStringLiteral("points")).toList().size(), 3);
 
-        // the re-plan answers after the write: memory changes, the file does not
-        m_world->directions.setAnswer(route({Central, {22.29, 114.16}, {22.295, 114.17}, Tst}));
+        // memory takes the new route, the file keeps the one written
         QTRY_COMPARE(screen.preferences().value(QStringLiteral("points")).toList().size(), 4);
-        QCOMPARE(TMPreferenceUtil::routePreference().value(QStringLiteral("points")).toList().size(),
-                 3);
+        QCOMPARE(
+            TMPreferenceUtil::routePreference().value(QStringLiteral("points")).toList().size(), 3);
 
         // the preview: the first point before the start, then in proportion, then the last
         MapView *map = screen.mapView();
@@ -210,9 +209,9 @@ private slots:
         QVERIFY(near(map->centerCoordinate(), Tst));
 
         // while on: every choice and the mode button are refused
-        for (auto choose : {&TrekmimeViewController::chooseStart, &TrekmimeViewController::chooseEnd,
-                            &TrekmimeViewController::chooseStartTime,
-                            &TrekmimeViewController::chooseEndTime}) {
+        for (auto choose :
+             {&TrekmimeViewController::chooseStart, &TrekmimeViewController::chooseEnd,
+              &TrekmimeViewController::chooseStartTime, &TrekmimeViewController::chooseEndTime}) {
             (screen.*choose)();
         }
         QVERIFY(hintShown(Busy));
@@ -294,7 +293,7 @@ private slots:
         DateTimePicker *picker = screen.datePicker();
         QCOMPARE(picker->date().toSecsSinceEpoch(), qint64(Now));
         QCOMPARE(picker->minimumDate().toSecsSinceEpoch(), qint64(Now));
-        QTest::keyClick(picker, Qt::Key_Up); // already at the minimum
+        QTest::keyClick(picker, Qt::Key_Up);   // already at the minimum
         QTest::keyClick(picker, Qt::Key_Down); // a day later
         QTest::keyClick(picker, Qt::Key_Right);
         QTest::keyClick(picker, Qt::Key_Down); // an hour later

@@ -8,9 +8,9 @@
 #include "platform/Clock.h"
 #include "route/DirectionsService.h"
 #include "route/RoutePreview.h"
-#include "settings/RouteSwitch.h"
 #include "settings/PreferenceFiles.h"
 #include "settings/RecordKeys.h"
+#include "settings/RouteSwitch.h"
 #include "settings/StoredValue.h"
 #include "settings/TMPreferenceUtil.h"
 
@@ -19,6 +19,9 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QTimer>
+
+#include <functional>
+#include <optional>
 
 namespace {
 
@@ -124,9 +127,9 @@ int routePlan(CtlContext &context, QStringList args)
 
 int routeOn(CtlContext &context, QStringList args)
 {
-    const QString usage = QStringLiteral(
-        "route on FROM_LAT FROM_LNG TO_LAT TO_LNG --start TIME --end TIME "
-        "[--from-address TEXT] [--to-address TEXT]");
+    const QString usage =
+        QStringLiteral("route on FROM_LAT FROM_LNG TO_LAT TO_LNG --start TIME --end TIME "
+                       "[--from-address TEXT] [--to-address TEXT]");
     const bool json = takeJsonFlag(args) || context.json;
     QStringList numbers;
     std::optional<QString> startText, endText, fromAddress, toAddress;
@@ -148,7 +151,8 @@ int routeOn(CtlContext &context, QStringList args)
     if (numbers.size() != 4 || !startText || !endText)
         return context.fail(CtlBadInput, QStringLiteral("usage: %1").arg(usage));
     const auto fromLatitude = CtlArgs::latitude(context, numbers[0]);
-    const auto fromLongitude = fromLatitude ? CtlArgs::longitude(context, numbers[1]) : std::nullopt;
+    const auto fromLongitude =
+        fromLatitude ? CtlArgs::longitude(context, numbers[1]) : std::nullopt;
     const auto toLatitude = fromLongitude ? CtlArgs::latitude(context, numbers[2]) : std::nullopt;
     const auto toLongitude = toLatitude ? CtlArgs::longitude(context, numbers[3]) : std::nullopt;
     if (!toLongitude)
