@@ -103,21 +103,21 @@ void TrekmimeViewController::viewDidLoad()
 
 void TrekmimeViewController::restore()
 {
-    using namespace RecordKeys;
     m_preferences = TMPreferenceUtil::routePreference();
     m_recordFollowsPoints = false;
-    if (!m_preferences.isEmpty() && StoredValue::boolValue(m_preferences.value(enable()))) {
+    if (!m_preferences.isEmpty() &&
+        StoredValue::boolValue(m_preferences.value(RecordKeys::enable()))) {
         enableSwitch->setOn(true);
         setTip(tr("Trekmime is working"));
-        mStartTime = StoredValue::intValue(m_preferences.value(start()));
-        mEndTime = StoredValue::intValue(m_preferences.value(end()));
-        mPoints = m_preferences.value(points()).toList();
+        mStartTime = StoredValue::intValue(m_preferences.value(RecordKeys::start()));
+        mEndTime = StoredValue::intValue(m_preferences.value(RecordKeys::end()));
+        mPoints = m_preferences.value(RecordKeys::points()).toList();
         mStartCoordinate = mPoints.isEmpty() ? Coordinate{} : pointCoordinate(mPoints.first());
         mEndCoordinate = mPoints.isEmpty() ? Coordinate{} : pointCoordinate(mPoints.last());
         drawMapLine();
         up();
-        lb_start->setText(m_preferences.value(startAddress()).toString());
-        lb_end->setText(m_preferences.value(endAddress()).toString());
+        lb_start->setText(m_preferences.value(RecordKeys::startAddress()).toString());
+        lb_end->setText(m_preferences.value(RecordKeys::endAddress()).toString());
         lb_startTime->setText(timeText(mStartTime));
         lb_endTime->setText(timeText(mEndTime));
         refreshLocation();

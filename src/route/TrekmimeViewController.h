@@ -3,6 +3,7 @@
 #include "app/BaseViewController.h"
 #include "location/LocationDelegate.h"
 #include "platform/Coordinate.h"
+#include "route/SelectAddressViewController.h"
 #include "ui/MapViewDelegate.h"
 
 #include <QPointer>
@@ -17,7 +18,6 @@ class MapView;
 class QLabel;
 class QPushButton;
 class QVariantAnimation;
-class SelectAddressViewController;
 struct DirectionsAnswer;
 struct Services;
 

@@ -97,6 +97,7 @@ void TrekmimeViewController::buildViews()
     v_top = new QWidget(this);
     v_top->setObjectName(QStringLiteral("v_top"));
     v_top->setAttribute(Qt::WA_StyledBackground);
+    v_top->setFixedHeight(PanelHeight);
     struct RowSpec
     {
         const char *row;

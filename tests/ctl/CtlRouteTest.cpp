@@ -78,7 +78,7 @@ private slots:
                 return StubHttpServer::Response{
                     200,
                     "application/json",
-                    R"({"lat":"22.28","lon":"114.15","display_name":"Queen's Road Central"})",
+                    "{\"lat\":\"22.28\",\"lon\":\"114.15\",\"display_name\":\"Queen's Road Central\"}",
                     {}};
             return StubHttpServer::Response{404, "text/plain", "no", {}};
         });

@@ -117,8 +117,9 @@ private slots:
         QCOMPARE(renderer->lineWidth, 2.5);
         QCOMPARE(renderer->strokeColor, QColor(Qt::green));
         // framed on the two places
-        QVERIFY(near(screen.mapView()->region().center, {(Central.latitude + Tst.latitude) / 2,
-                                                         (Central.longitude + Tst.longitude) / 2}));
+        QTRY_VERIFY(
+            near(screen.mapView()->region().center,
+                 {(Central.latitude + Tst.latitude) / 2, (Central.longitude + Tst.longitude) / 2}));
     }
 
     void failedPlanKeepsPointsAndLastAnswerWins()
@@ -154,8 +155,13 @@ private slots:
         QVERIFY(map->overlays().isEmpty());
         // a single-point route puts both markers on it
         m_world->directions.setAnswer(route({{5, 6}}));
-        plan(screen);
-        QCOMPARE(screen.points().size(), 1);
+        screen.startChosen(Central.latitude, Central.longitude, QStringLiteral("Central"));
+        screen.endChosen(Tst.latitude, Tst.longitude, QStringLiteral("Tsim Sha Tsui"));
+        QTRY_COMPARE(screen.points().size(), 1);
+        // the answer cleared one of each tag, then marked both ends on the one point
+        QCOMPARE(tags(map), (QList<int>{0, 111111, 222222}));
+        QCOMPARE(map->annotations()[1]->coordinate(), (Coordinate{5, 6}));
+        QCOMPARE(map->annotations()[2]->coordinate(), (Coordinate{5, 6}));
     }
 
     void switchOnWritesAndPreviews()
@@ -332,6 +338,35 @@ private slots:
         QAccessibleInterface *access = QAccessible::queryAccessibleInterface(row);
         QCOMPARE(access->text(QAccessible::Name), QStringLiteral("Start"));
         QCOMPARE(access->text(QAccessible::Description), QStringLiteral("Kowloon"));
+
+        QTest::mouseClick(screen.findChild<QPushButton *>(QStringLiteral("btn_info")),
+                          Qt::LeftButton);
+        QCOMPARE(m_world->shell.infoViews, 1);
+    }
+
+    void panelOnTallScreen_data()
+    {
+        QTest::addColumn<int>("pixelHeight");
+        QTest::addColumn<int>("visible"); // of the panel once up
+        QTest::newRow("ordinary") << 1334 << 54;
+        QTest::newRow("tall") << 2532 << 78;
+    }
+    void panelOnTallScreen()
+    {
+        QFETCH(int, pixelHeight);
+        QFETCH(int, visible);
+        m_world->deviceMetrics = FixedDeviceMetrics(QStringLiteral("16.0"), pixelHeight);
+        TrekmimeViewController &screen = open();
+        auto *arrow = screen.findChild<QPushButton *>(QStringLiteral("btn_upDown"));
+        QCOMPARE(arrow->text(), QStringLiteral("\u2b06\ufe0f"));
+        QTest::mouseClick(arrow, Qt::LeftButton);
+        const QWidget *panel = screen.findChild<QWidget *>(QStringLiteral("v_top"));
+        QCOMPARE(panel->y() + panel->height(), visible);
+        QCOMPARE(arrow->text(), QStringLiteral("\u2b07\ufe0f"));
+        QTest::mouseClick(arrow, Qt::LeftButton);
+        QCOMPARE(panel->y(), 0);
+        const int bottom = screen.findChild<QWidget *>(QStringLiteral("bottomView"))->height();
+        QCOMPARE(bottom, pixelHeight > 2400 ? 104 : 70);
     }
 
     // a screen closed while its route is being planned hears nothing
