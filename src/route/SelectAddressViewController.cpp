@@ -147,7 +147,6 @@ void SelectAddressViewController::viewDidLoad()
     searchButton->setText(tr("Search"));
     btn_cancel->setText(tr("CANCEL"));
     btn_ok->setText(tr("OK"));
-    addressLabel->setAccessibleName(tr("Address"));
     if (m_services.deviceMetrics && m_services.deviceMetrics->isVersion7OrLater())
         bgLabel->show();
     layoutViews();

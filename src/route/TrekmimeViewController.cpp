@@ -99,6 +99,7 @@ void TrekmimeViewController::viewDidLoad()
     btn_upDown->setAccessibleName(tr("Hide choices"));
     restore();
     layoutViews();
+    mv_main->setFocus(); // a person starts on the map, not inside the panel
 }
 
 void TrekmimeViewController::restore()
@@ -539,7 +540,10 @@ void TrekmimeViewController::movePanel(int top, bool animated)
     const int from = m_panelTop;
     m_panelTop = top;
     animate(m_panelAnimation, this, animated ? m_animationDuration : 0,
-            [this, from, top](double t) { v_top->move(0, int(from + (top - from) * t)); });
+            [this, from, top](double t) {
+                v_top->move(0, int(from + (top - from) * t));
+                fitMapToPanel();
+            });
 }
 
 void TrekmimeViewController::up()

@@ -119,6 +119,7 @@ protected:
 private:
     void buildViews();
     void layoutViews();
+    void fitMapToPanel();
     bool guardChoice();
     void routeAnswered(const DirectionsAnswer &answer, const Coordinate &from,
                        const Coordinate &to);

@@ -72,12 +72,13 @@ void TrekmimeViewController::buildViews()
         " border: none; border-radius: 17px; font-size: 17px; font-weight: 700; }"
         "QPushButton#btn_upDown:pressed, QPushButton#btn_info:pressed { background: #1abc9c; }"
         "QPushButton#btn_upDown:focus, QPushButton#btn_info:focus { border: 2px solid #1abc9c; }"
-        "QWidget#bottomView { background: #2c3e50; }"
-        "QLabel#lb_tip { color: #1abc9c; font-size: 13px; font-weight: 600; }"
+        "QWidget#bottomView { background: white; border-top: 1px solid #bdc3c7; }"
+        "QLabel#statusBacking { background: #2c3e50; }"
+        "QLabel#lb_tip { color: #16a085; font-size: 13px; font-weight: 600; }"
         "QPushButton#btn_exchange { background: #1abc9c; color: #ecf0f1; border: none;"
-        " border-radius: 8px; font-size: 15px; font-weight: 600; padding: 8px 14px; }"
+        " border-radius: 8px; font-size: 15px; font-weight: 600; padding: 8px 12px; }"
         "QPushButton#btn_exchange:pressed { background: #16a085; }"
-        "QPushButton#btn_exchange:focus { border: 2px solid #ecf0f1; }"
+        "QPushButton#btn_exchange:focus { border: 2px solid #2c3e50; }"
         "QPushButton#btn_mine { background: white; border: 1px solid #bdc3c7;"
         " border-radius: 24px; }"
         "QPushButton#btn_mine:pressed { background: #ecf0f1; }"
@@ -98,6 +99,7 @@ void TrekmimeViewController::buildViews()
     v_top->setObjectName(QStringLiteral("v_top"));
     v_top->setAttribute(Qt::WA_StyledBackground);
     v_top->setFixedHeight(PanelHeight);
+    label(v_top, "statusBacking", QString())->setGeometry(0, 0, 4096, StatusHeight);
     struct RowSpec
     {
         const char *row;
@@ -155,6 +157,7 @@ void TrekmimeViewController::buildViews()
     enableSwitch->setAccessibleName(tr("Trekmime"));
     connect(enableSwitch, &FlatSwitch::valueChanged, this, &TrekmimeViewController::setEnable);
     lb_tip = label(bottomView, "lb_tip", QString());
+    lb_tip->setWordWrap(true);
     btn_exchange = new QPushButton(QStringLiteral("\u21c4 ") + tr("Spotmime"), bottomView);
     btn_exchange->setObjectName(QStringLiteral("btn_exchange"));
     btn_exchange->setAccessibleName(ModeScreenLayout::modeName());
@@ -208,8 +211,6 @@ void TrekmimeViewController::layoutViews()
     const int w = width();
     const int h = height();
     const bool tall = m_services.deviceMetrics && m_services.deviceMetrics->isTallScreen();
-    mv_main->setGeometry(0, 0, w, h);
-
     v_top->setGeometry(0, m_panelTop, w, PanelHeight);
     for (int i = 0; i < m_choiceRows.size(); ++i) {
         QPushButton *row = m_choiceRows[i];
@@ -235,8 +236,9 @@ void TrekmimeViewController::layoutViews()
     enableSwitch->setGeometry(16, 20, 80, 30);
     const int exchangeWidth = std::max(btn_exchange->sizeHint().width(), 120);
     btn_exchange->setGeometry(w - 16 - exchangeWidth, 15, exchangeWidth, 40);
-    lb_tip->setGeometry(106, 15, std::max(0, w - 106 - exchangeWidth - 24), 40);
+    lb_tip->setGeometry(108, 13, std::max(0, w - 108 - exchangeWidth - 24), 44);
     btn_mine->setGeometry(w - 16 - 48, h - bottomHeight - 16 - 48, 48, 48);
+    fitMapToPanel();
 
     v_picker->setGeometry(0, 0, w, h);
     btn_picker->setGeometry(0, 0, w, h);
@@ -246,6 +248,15 @@ void TrekmimeViewController::layoutViews()
     if (auto *done = m_pickerSheet->findChild<QPushButton *>(QStringLiteral("pickerDone")))
         done->setGeometry(w - 100, 4, 90, 36);
     dp_drive->setGeometry(0, 44, w, 216);
+}
+
+void TrekmimeViewController::fitMapToPanel()
+{
+    // the map shows what the panel and the bottom bar leave free, so that
+    // what it is framed on is in sight
+    const int top = std::max(0, v_top->y() + v_top->height());
+    mv_main->setGeometry(0, top, width(), std::max(0, bottomView->y() - top));
+    mv_main->lower();
 }
 
 int TrekmimeViewController::panelTop() const

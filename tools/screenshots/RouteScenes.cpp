@@ -91,13 +91,15 @@ TREKMIME_SCENE(QStringLiteral("route-date-picker"), routeWindow,
                    screenIn(window)->datePicker()->step(DateTimePicker::Minute, 5);
                })
 TREKMIME_SCENE(QStringLiteral("route-running"), routeWindow,
-               [](ScreenshotWorld &, QWidget *window) {
+               [](ScreenshotWorld &world, QWidget *window) {
                    TrekmimeViewController *screen = screenIn(window);
                    planRoute(window);
                    chooseTimes(screen);
-                   // once the route has answered, as a person turns the switch on
-                   QTimer::singleShot(300, screen, [screen] {
+                   // once the route has answered, as a person turns the switch on; a
+                   // second later the preview shows where the trip stands
+                   QTimer::singleShot(300, screen, [&world, screen] {
                        screen->findChild<FlatSwitch *>(QStringLiteral("enableSwitch"))->toggle();
+                       world.clock.advance(1000);
                    });
                })
 TREKMIME_SCENE(QStringLiteral("address-picker-loading"), routeWindow,
