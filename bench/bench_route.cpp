@@ -7,6 +7,7 @@
 #include "fakes/FixedDeviceMetrics.h"
 #include "fakes/ManualClock.h"
 #include "fakes/RecordingAlertPresenter.h"
+#include "platform/Services.h"
 #include "route/DateTimePicker.h"
 #include "route/OsrmDirectionsService.h"
 #include "route/TrekmimeViewController.h"

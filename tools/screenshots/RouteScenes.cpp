@@ -99,7 +99,7 @@ TREKMIME_SCENE(QStringLiteral("route-running"), routeWindow,
                    // second later the preview shows where the trip stands
                    QTimer::singleShot(300, screen, [&world, screen] {
                        screen->findChild<FlatSwitch *>(QStringLiteral("enableSwitch"))->toggle();
-                       world.clock.advance(1000);
+                       QTimer::singleShot(300, screen, [&world] { world.clock.advance(1000); });
                    });
                })
 TREKMIME_SCENE(QStringLiteral("address-picker-loading"), routeWindow,
