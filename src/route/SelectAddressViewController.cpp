@@ -209,7 +209,10 @@ void SelectAddressViewController::mineLocationButtonClicked()
 {
     showHUDView();
     m_location = Location::sharedInstacneWithDelegate(this);
-    m_location->startLocation();
+    if (m_location)
+        m_location->startLocation();
+    else
+        hideHUDView(); // no location service to ask
 }
 
 void SelectAddressViewController::locationSuccess(Location *, double, double)

@@ -571,16 +571,20 @@ void TrekmimeViewController::upDown()
 
 // --- own position -------------------------------------------------------------
 
-void TrekmimeViewController::startLocating()
+bool TrekmimeViewController::startLocating()
 {
     m_location = Location::sharedInstacneWithDelegate(this);
+    if (!m_location)
+        return false; // no location service to ask
     m_location->startLocation();
+    return true;
 }
 
 void TrekmimeViewController::mineLocationButtonClicked()
 {
     showHUDView();
-    startLocating();
+    if (!startLocating())
+        hideHUDView();
 }
 
 void TrekmimeViewController::locationSuccess(Location *, double, double)

@@ -130,7 +130,7 @@ private:
     void chooseAddress(bool start);
     void setTip(const QString &text);
     void restore();
-    void startLocating();
+    bool startLocating();
 
     const Services &m_services;
     ApplicationShell &m_shell;
