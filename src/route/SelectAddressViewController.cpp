@@ -58,12 +58,7 @@ SelectAddressViewController::SelectAddressViewController(const Services &service
     buildViews();
 }
 
-SelectAddressViewController::~SelectAddressViewController()
-{
-    // the shared location service must not call a screen that is gone
-    if (m_location && m_location->delegate() == static_cast<LocationDelegate *>(this))
-        m_location->setDelegate(nullptr);
-}
+SelectAddressViewController::~SelectAddressViewController() = default;
 
 void SelectAddressViewController::buildViews()
 {

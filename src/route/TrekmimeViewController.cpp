@@ -60,12 +60,7 @@ TrekmimeViewController::TrekmimeViewController(const Services &services, Applica
     buildViews();
 }
 
-TrekmimeViewController::~TrekmimeViewController()
-{
-    // the shared location service must not call a screen that is gone
-    if (m_location && m_location->delegate() == static_cast<LocationDelegate *>(this))
-        m_location->setDelegate(nullptr);
-}
+TrekmimeViewController::~TrekmimeViewController() = default;
 
 void TrekmimeViewController::viewDidLoad()
 {

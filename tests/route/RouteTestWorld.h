@@ -10,6 +10,8 @@
 
 #include <QWidget>
 
+#include <memory>
+
 // The fakes a route screen needs, wired into the location service, and a
 // shell that records what the screens ask of it.
 struct RouteTestWorld : TestServices
@@ -28,13 +30,14 @@ struct RouteTestWorld : TestServices
         services().directions = &directions;
         services().geocoder = &geocoder;
         services().positionSources = &positionSources;
-        Location::setServices(services());
+        registration = std::make_unique<Location::Registration>(services());
         setModalAnimationsEnabled(false);
     }
-    ~RouteTestWorld() { Location::resetSharedInstance(); }
 
     FakeDirectionsService directions;
     FakeGeocoder geocoder;
     FakePositionSourceFactory positionSources;
     Shell shell;
+    // last: the location service goes before the fakes it uses
+    std::unique_ptr<Location::Registration> registration;
 };

@@ -67,10 +67,9 @@ QString addressOf(CtlContext &context, const Coordinate &coordinate)
         }
         void reverseGeocoderFailed(Location *, const QString &) override { answered = true; }
     } listener;
-    Location::setServices(context.services);
+    const Location::Registration registration(context.services);
     Location::addressWithCoordinate(coordinate, &listener);
     waitUntil([&] { return listener.answered; });
-    Location::setServices(Services{});
     return listener.address.isEmpty() ? QStringLiteral("Unknow") : listener.address;
 }
 
