@@ -1,5 +1,6 @@
 #include "shell/CoreServices.h"
 
+#include "apps/GioApplicationRegistry.h"
 #include "location/ConfiguredPositionSourceFactory.h"
 #include "location/NominatimGeocoder.h"
 #include "platform/Clock.h"
@@ -12,6 +13,7 @@ struct CoreServices::Owned
     QNetworkAccessManager network;
     std::unique_ptr<ConfiguredPositionSourceFactory> positionSources;
     std::unique_ptr<NominatimGeocoder> geocoder; // after the network it uses
+    GioApplicationRegistry applications;
 };
 
 CoreServices::CoreServices(const Configuration &configuration) : m_owned(std::make_unique<Owned>())
@@ -23,6 +25,7 @@ CoreServices::CoreServices(const Configuration &configuration) : m_owned(std::ma
     m_services.positionSources = m_owned->positionSources.get();
     m_owned->geocoder.reset(NominatimGeocoder::fromServices(m_services));
     m_services.geocoder = m_owned->geocoder.get();
+    m_services.applications = &m_owned->applications;
 }
 
 CoreServices::~CoreServices() = default;
