@@ -5,8 +5,9 @@
 #include <QGuiApplication>
 #include <QScreen>
 
-QList<ApplicationModel> ApplicationModel::appModelListWithAppList(
-    const ApplicationRegistry &registry, const QStringList &appList)
+QList<ApplicationModel>
+ApplicationModel::appModelListWithAppList(const ApplicationRegistry &registry,
+                                          const QStringList &appList)
 {
     QList<ApplicationModel> models;
     models.reserve(appList.size());

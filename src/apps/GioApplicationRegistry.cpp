@@ -144,9 +144,10 @@ QStringList GioApplicationRegistry::sessionBusNames()
         g_clear_error(&error);
         return {};
     }
-    GVariant *reply = g_dbus_connection_call_sync(
-        connection.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-        "ListNames", nullptr, G_VARIANT_TYPE("(as)"), G_DBUS_CALL_FLAGS_NONE, 2000, nullptr, &error);
+    GVariant *reply = g_dbus_connection_call_sync(connection.get(), "org.freedesktop.DBus",
+                                                  "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                                                  "ListNames", nullptr, G_VARIANT_TYPE("(as)"),
+                                                  G_DBUS_CALL_FLAGS_NONE, 2000, nullptr, &error);
     QStringList names;
     if (reply) {
         GVariantIter *iter = nullptr;

@@ -38,8 +38,8 @@ void WhitelistRow::paintEvent(QPaintEvent *)
     if (!m_icon.isNull()) {
         const qreal ratio = devicePixelRatioF();
         if (m_iconPixmap.isNull()) {
-            m_iconPixmap = QPixmap::fromImage(
-                m_icon.scaled(QSize(30, 30) * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+            m_iconPixmap = QPixmap::fromImage(m_icon.scaled(
+                QSize(30, 30) * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation));
             m_iconPixmap.setDevicePixelRatio(ratio);
         }
         const QSizeF drawn = m_iconPixmap.deviceIndependentSize();
@@ -61,8 +61,8 @@ void WhitelistRow::paintEvent(QPaintEvent *)
         mark.moveTo(origin + QPointF(0, 0));
         mark.lineTo(origin + QPointF(5, 5));
         mark.lineTo(origin + QPointF(15, -6));
-        painter.setPen(QPen(ColorPalette::turquoiseColor(), 2.5, Qt::SolidLine, Qt::RoundCap,
-                            Qt::RoundJoin));
+        painter.setPen(
+            QPen(ColorPalette::turquoiseColor(), 2.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter.drawPath(mark);
     }
 

@@ -110,8 +110,7 @@ void WhitelistViewController::buildRows()
         if (model.appName().isEmpty())
             cell->setAccessibleName(model.appBundle());
         cell->setAccessibleDescription(model.appBundle());
-        cell->setChecked(
-            WhitelistRecord::isWhitelisted(whiteListPreferences_, model.appBundle()));
+        cell->setChecked(WhitelistRecord::isWhitelisted(whiteListPreferences_, model.appBundle()));
         connect(cell, &QAbstractButton::toggled, this, [this, row] { didSelectRow(row); });
         connect(cell, &WhitelistRow::moveFocus, this, [this, row](int step) {
             if (WhitelistRow *next = rowAt(row + step)) {

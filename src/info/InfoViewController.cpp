@@ -92,8 +92,7 @@ InfoViewController::InfoViewController(const Services &services, QWidget *parent
 
     connect(wihteListButton, &QAbstractButton::clicked, this, &InfoViewController::wihteList);
     connect(visitButton, &QAbstractButton::clicked, this, &InfoViewController::visitVelmora);
-    connect(contactButton, &QAbstractButton::clicked, this,
-            &InfoViewController::contactTheAuthor);
+    connect(contactButton, &QAbstractButton::clicked, this, &InfoViewController::contactTheAuthor);
     connect(backButton, &QAbstractButton::clicked, this, &InfoViewController::done);
 
     viewDidLoad();
@@ -132,10 +131,10 @@ void InfoViewController::wihteList()
 QUrl InfoViewController::contactUrl() const
 {
     // room to write above a line that tells support what the user runs
-    const QString body = QStringLiteral("\n\n\n%1 %2, %3")
-                             .arg(QGuiApplication::applicationDisplayName(),
-                                  QCoreApplication::applicationVersion(),
-                                  QSysInfo::prettyProductName());
+    const QString body =
+        QStringLiteral("\n\n\n%1 %2, %3")
+            .arg(QGuiApplication::applicationDisplayName(), QCoreApplication::applicationVersion(),
+                 QSysInfo::prettyProductName());
     const QByteArray mail =
         QUrl::toPercentEncoding(m_services.configuration.supportMail, QByteArrayLiteral("@"));
     return QUrl::fromEncoded("mailto:" + mail + "?body=" + QUrl::toPercentEncoding(body),

@@ -117,7 +117,8 @@ QString languageList(Configuration &configuration, const QString &text)
 
 QString localeName(Configuration &configuration, const QString &text)
 {
-    static const QRegularExpression name(QStringLiteral("^([A-Za-z]{1,8}([_-][A-Za-z0-9]{1,8})*)?$"));
+    static const QRegularExpression name(
+        QStringLiteral("^([A-Za-z]{1,8}([_-][A-Za-z0-9]{1,8})*)?$"));
     if (!name.match(text.trimmed()).hasMatch())
         return QStringLiteral("not a language such as zh_CN or en");
     configuration.language = text.trimmed();
@@ -167,8 +168,8 @@ const QList<Configuration::Option> &Configuration::options()
         {WebsiteUrl, "TREKMIME_WEBSITE_URL", "URL", "Page the visit button opens otherwise.",
          "https://www.velmora.invalid/", webAddress<&Configuration::websiteUrl>},
         {Languages, "TREKMIME_LANGUAGES", "LIST",
-         "Preferred languages, most preferred first (e.g. zh-Hans,en); empty for the system's.",
-         "", languageList},
+         "Preferred languages, most preferred first (e.g. zh-Hans,en); empty for the system's.", "",
+         languageList},
         {Language, "TREKMIME_LANGUAGE", "LANGUAGE",
          "Language of the texts shown (e.g. zh_CN, en, or C for the original texts); empty for "
          "the system's.",

@@ -37,8 +37,8 @@ void DesktopEntryFolder::addEntry(const QString &bundle, const QByteArray &conte
 void DesktopEntryFolder::addApplication(const QString &bundle, const QString &name,
                                         const QString &icon, bool noDisplay) const
 {
-    QByteArray contents = "[Desktop Entry]\nType=Application\nExec=true\nName=" + name.toUtf8() +
-                          "\n";
+    QByteArray contents =
+        "[Desktop Entry]\nType=Application\nExec=true\nName=" + name.toUtf8() + "\n";
     if (!icon.isEmpty())
         contents += "Icon=" + icon.toUtf8() + "\n";
     if (noDisplay)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apps/GioApplicationRegistry.h"
 #include "fakes/FakeGeocoder.h"
 #include "fakes/FakePositionSourceFactory.h"
 #include "fakes/FixedDeviceMetrics.h"
@@ -42,6 +43,8 @@ public:
     FakePositionSourceFactory positionSources;
     FakeGeocoder geocoder;
     SketchTileSource tiles;
+    // the desktop entries of the data folders a scene points XDG_DATA_DIRS at
+    GioApplicationRegistry applications;
 
 private:
     QTemporaryDir m_dir;
