@@ -61,7 +61,9 @@ public:
     QString routingProfile;  // one path word, e.g. "driving"
     QUrl nominatimUrl;
     QUrl geocodingUrl;
-    QString nmeaFile;      // an existing file, or empty
+    QString nmeaFile; // an existing file, or empty
+
+    // the information screen and the texts' language
     QString supportMail;   // the maker's support address, for the contact mail
     QUrl shopUrl;          // the maker's page for users whose first language is "zh-Hans"
     QUrl websiteUrl;       // the maker's page for everyone else
