@@ -1,5 +1,6 @@
 #include "apps/GioApplicationRegistry.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QIcon>
@@ -50,11 +51,37 @@ QImage imageFromFile(const QString &path, int pixels)
     return reader.read();
 }
 
+// Platforms without a desktop (offscreen, some phone shells) give Qt no
+// icon theme and no folders to look in; desktop entries still name theme
+// icons, so give Qt what the freedesktop icon theme rules say: the "hicolor"
+// theme in the icons folder of every XDG data folder, then the pixmaps.
+void useFreedesktopIconDefaults()
+{
+    if (QIcon::themeName().isEmpty())
+        QIcon::setThemeName(QStringLiteral("hicolor"));
+    const QStringList qtOwn{QStringLiteral(":/icons")};
+    if (QIcon::themeSearchPaths() != qtOwn)
+        return;
+    QString home = qEnvironmentVariable("XDG_DATA_HOME");
+    if (home.isEmpty())
+        home = QDir::homePath() + QStringLiteral("/.local/share");
+    QString dirs = qEnvironmentVariable("XDG_DATA_DIRS");
+    if (dirs.isEmpty())
+        dirs = QStringLiteral("/usr/local/share:/usr/share");
+    QStringList paths;
+    for (const QString &dir : QStringList{home} + dirs.split(QLatin1Char(':'), Qt::SkipEmptyParts))
+        paths.append(dir + QStringLiteral("/icons"));
+    QIcon::setThemeSearchPaths(paths + qtOwn);
+    if (QIcon::fallbackSearchPaths().isEmpty())
+        QIcon::setFallbackSearchPaths({QStringLiteral("/usr/share/pixmaps")});
+}
+
 QImage imageFromTheme(const QString &name, int points, qreal scale)
 {
     // QIcon needs a QGuiApplication; trekmime-ctl has a QCoreApplication
     if (!qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
         return {};
+    useFreedesktopIconDefaults();
     const QIcon icon = QIcon::fromTheme(name);
     if (icon.isNull())
         return {};
@@ -89,9 +116,12 @@ QString GioApplicationRegistry::localizedName(const QString &bundle) const
     const GObjectPtr<GDesktopAppInfo> entry = desktopEntry(bundle);
     if (!entry)
         return {};
-    const char *name = g_app_info_get_name(G_APP_INFO(entry.get()));
-    // an installed application always answers a string, if only an empty one
-    return name ? QString::fromUtf8(name) : QLatin1String("");
+    // read the key itself: GIO names an entry without a usable Name (none,
+    // or not UTF-8) "Unnamed", which is no application's name
+    char *name = g_desktop_app_info_get_locale_string(entry.get(), "Name");
+    const QString answer = name ? QString::fromUtf8(name) : QLatin1String("");
+    g_free(name);
+    return answer;
 }
 
 QImage GioApplicationRegistry::iconImage(const QString &bundle, int format, qreal scale) const

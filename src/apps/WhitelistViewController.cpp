@@ -4,6 +4,7 @@
 #include "apps/ApplicationList.h"
 #include "apps/ModalScreenFrame.h"
 #include "apps/WhitelistRow.h"
+#include "platform/DeviceMetrics.h"
 #include "platform/Services.h"
 #include "settings/TMPreferenceUtil.h"
 #include "settings/WhitelistRecord.h"

@@ -57,8 +57,10 @@ private slots:
     {
         QStringList shown = m_registry.displayIdentifiers(false, false);
         shown.sort();
-        QCOMPARE(shown, (QStringList{id("org.example.BrokenIcon"), id("org.example.Chat"),
-                                     id("org.example.Localised"), id("org.example.Maps")}));
+        // GIO shows entries without a usable name too (as "Unnamed")
+        QCOMPARE(shown, (QStringList{id("org.example.BadText"), id("org.example.BrokenIcon"),
+                                     id("org.example.Chat"), id("org.example.Localised"),
+                                     id("org.example.Maps"), id("org.example.Nameless")}));
     }
 
     void namesInTheUsersLanguage_data()
@@ -72,8 +74,9 @@ private slots:
         QTest::newRow("localised") << id("org.example.Localised") << id("de") << id("Weltatlas");
         QTest::newRow("not installed") << id("org.example.Gone") << id("C") << QString();
         QTest::newRow("empty identifier") << QString() << id("C") << QString();
-        QTest::newRow("no name") << id("org.example.Nameless") << id("C") << QString();
-        QTest::newRow("invalid text") << id("org.example.BadText") << id("C") << QString();
+        // installed, so an empty name rather than none
+        QTest::newRow("no name") << id("org.example.Nameless") << id("C") << id("");
+        QTest::newRow("invalid text") << id("org.example.BadText") << id("C") << id("");
     }
     void namesInTheUsersLanguage()
     {
@@ -91,13 +94,13 @@ private slots:
     {
         QTest::addColumn<QString>("bundle");
         QTest::addColumn<qreal>("scale");
-        QTest::addColumn<QSize>("pixels"); // empty: no icon
+        QTest::addColumn<QSize>("pixels"); // 0 x 0: no icon
         QTest::newRow("theme icon") << id("org.example.Maps") << 1.0 << QSize(30, 30);
         QTest::newRow("theme icon, scale 2") << id("org.example.Maps") << 2.0 << QSize(60, 60);
         QTest::newRow("icon file, scale 3") << id("org.example.Chat") << 3.0 << QSize(90, 90);
-        QTest::newRow("broken path") << id("org.example.BrokenIcon") << 1.0 << QSize();
-        QTest::newRow("no icon") << id("org.example.Hidden") << 1.0 << QSize();
-        QTest::newRow("not installed") << id("org.example.Gone") << 1.0 << QSize();
+        QTest::newRow("broken path") << id("org.example.BrokenIcon") << 1.0 << QSize(0, 0);
+        QTest::newRow("no icon") << id("org.example.Hidden") << 1.0 << QSize(0, 0);
+        QTest::newRow("not installed") << id("org.example.Gone") << 1.0 << QSize(0, 0);
     }
     void iconsAtTheRequestedSizeAndScale()
     {

@@ -123,6 +123,8 @@ private slots:
     void keyboardAndScreenReaderToggleToo()
     {
         WhitelistViewController *screen = present();
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window));
         screen->rowAt(0)->setFocus();
         QTest::keyClick(screen->rowAt(0), Qt::Key_Down);
         QVERIFY(screen->rowAt(1)->hasFocus());

@@ -4,6 +4,7 @@
 #include "Scene.h"
 #include "ScreenshotWorld.h"
 
+#include "app/BaseViewController.h"
 #include "app/ModalPresentation.h"
 #include "fakes/DesktopEntryFolder.h"
 #include "info/InfoViewController.h"
