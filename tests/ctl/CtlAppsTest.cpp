@@ -60,9 +60,10 @@ private slots:
                               true);
         PreferenceFiles::setDirectory(m_dir.filePath(QStringLiteral("prefs")));
         QDir().mkpath(PreferenceFiles::directory());
-        QVERIFY(PropertyList::write(PreferenceFiles::whitelistFile(),
-                                    {{QStringLiteral("org.example.Maps"), true},
-                                     {QStringLiteral("org.example.Secret"), QStringLiteral("1")}}));
+        QVERIFY(PropertyList::write(
+            PreferenceFiles::whitelistFile(),
+            QVariantMap{{QStringLiteral("org.example.Maps"), true},
+                        {QStringLiteral("org.example.Secret"), QStringLiteral("1")}}));
     }
 
     void listsWhatTheWhitelistShows_data()
@@ -86,9 +87,9 @@ private slots:
         QFETCH(QStringList, arguments);
         QFETCH(QStringList, lines);
         QVERIFY(PropertyList::write(PreferenceFiles::hideListFile(),
-                                    {{QStringLiteral("org.example.Secret"), true},
-                                     {QStringLiteral("org.example.Maps"), true},
-                                     {QStringLiteral("org.example.Gone"), true}}));
+                                    QVariantMap{{QStringLiteral("org.example.Secret"), true},
+                                                {QStringLiteral("org.example.Maps"), true},
+                                                {QStringLiteral("org.example.Gone"), true}}));
         const Run run = ctl(QStringList{QStringLiteral("apps")} + arguments);
         QCOMPARE(run.status, 0);
         QStringList shown = run.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);

@@ -98,11 +98,12 @@ TREKMIME_SCENE(
     QStringLiteral("whitelist"),
     [](ScreenshotWorld &world) {
         makeApplications();
-        PropertyList::write(PreferenceFiles::whitelistFile(),
-                            {{QStringLiteral("org.gnome.Maps"), true},
-                             {QStringLiteral("org.example.RideShare"), true},
-                             {QStringLiteral("org.example.Chat"), false},
-                             {QStringLiteral("org.example.Fitness"), QStringLiteral("1")}});
+        PropertyList::write(
+            PreferenceFiles::whitelistFile(),
+            QVariantMap{{QStringLiteral("org.gnome.Maps"), true},
+                        {QStringLiteral("org.example.RideShare"), true},
+                        {QStringLiteral("org.example.Chat"), false},
+                        {QStringLiteral("org.example.Fitness"), QStringLiteral("1")}});
         return launchedWindow(world);
     },
     [](ScreenshotWorld &, QWidget *window) {
