@@ -9,6 +9,7 @@
 
 #include <QColor>
 #include <QGuiApplication>
+#include <QPixmapCache>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
@@ -41,6 +42,11 @@ void BM_InstalledAppModel(benchmark::State &state)
     const GioApplicationRegistry registry;
     qsizetype listed = 0;
     for (auto _ : state) {
+        // Qt keeps drawn icons in its pixmap cache; a user opening the
+        // screen after a while finds it empty
+        state.PauseTiming();
+        QPixmapCache::clear();
+        state.ResumeTiming();
         const QList<ApplicationModel> models = ApplicationList::installedAppModel(registry);
         listed = models.size();
         benchmark::DoNotOptimize(models);

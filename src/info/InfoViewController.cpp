@@ -12,6 +12,8 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLocale>
+#include <QPainter>
+#include <QPainterPath>
 #include <QSysInfo>
 #include <QVBoxLayout>
 
@@ -28,6 +30,31 @@ void styleButton(FlatButton *button, int pixelSize, bool bold)
     button->setFont(font);
     button->setTitleColor(ColorPalette::cloudsColor(), false);
     button->setTitleColor(ColorPalette::cloudsColor(), true);
+}
+
+// The application's mark: a map pin on a turquoise tile.
+QPixmap emblemPixmap(qreal ratio)
+{
+    const int side = 88;
+    QPixmap pixmap(QSize(side, side) * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPainterPath tile;
+    tile.addRoundedRect(QRectF(0, 0, side, side), 20, 20);
+    painter.fillPath(tile, ColorPalette::turquoiseColor());
+    QPainterPath pin;
+    const QPointF top(side / 2.0, 18);
+    pin.moveTo(side / 2.0, 72);
+    pin.cubicTo(30, 54, 24, 46, 24, 38);
+    pin.arcTo(QRectF(24, top.y(), 40, 40), 180, -180);
+    pin.cubicTo(64, 46, 58, 54, side / 2.0, 72);
+    painter.fillPath(pin, ColorPalette::cloudsColor());
+    painter.setBrush(ColorPalette::turquoiseColor());
+    painter.setPen(Qt::NoPen);
+    painter.drawEllipse(QPointF(side / 2.0, 38), 8, 8);
+    return pixmap;
 }
 
 } // namespace
@@ -62,6 +89,11 @@ InfoViewController::InfoViewController(const Services &services, QWidget *parent
     column->setContentsMargins(32, 24, 32, 24);
     column->setSpacing(18);
     column->addStretch(2);
+    auto *emblem = new QLabel(body);
+    emblem->setObjectName(QStringLiteral("emblem"));
+    emblem->setPixmap(emblemPixmap(devicePixelRatioF()));
+    emblem->setAlignment(Qt::AlignCenter);
+    column->addWidget(emblem);
     titleLabel = new QLabel(body);
     titleLabel->setObjectName(QStringLiteral("titleLabel"));
     titleLabel->setAlignment(Qt::AlignCenter);

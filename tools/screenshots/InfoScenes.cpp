@@ -15,6 +15,7 @@
 #include "shell/AppWindow.h"
 #include "shell/Translations.h"
 
+#include <QGuiApplication>
 #include <QIcon>
 #include <QTemporaryDir>
 #include <QWidget>
@@ -42,6 +43,9 @@ InfoViewController *showInfo(QWidget *window)
 
 QWidget *launchedWindow(ScreenshotWorld &world)
 {
+    // the information screen shows the running program's name and version
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Trekmime"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(TREKMIME_VERSION));
     AppDelegate *delegate = launch(world);
     delegate->window()->setProperty("shell", QVariant::fromValue(delegate));
     return delegate->window();
