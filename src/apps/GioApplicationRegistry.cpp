@@ -46,7 +46,7 @@ QImage imageFromFile(const QString &path, int pixels)
 {
     QImageReader reader(path);
     const QSize size = reader.size();
-    if (size.isValid() && (size.width() > pixels || size.height() > pixels))
+    if (size.isValid() && size != QSize(pixels, pixels))
         reader.setScaledSize(size.scaled(pixels, pixels, Qt::KeepAspectRatio));
     return reader.read();
 }
@@ -85,7 +85,13 @@ QImage imageFromTheme(const QString &name, int points, qreal scale)
     const QIcon icon = QIcon::fromTheme(name);
     if (icon.isNull())
         return {};
-    return icon.pixmap(QSize(points, points), scale).toImage();
+    // a theme may hold only smaller pictures than asked for; the rows expect
+    // the size they asked for
+    const QImage image = icon.pixmap(QSize(points, points), scale).toImage();
+    const int pixels = qRound(points * scale);
+    if (image.isNull() || image.size() == QSize(pixels, pixels))
+        return image;
+    return image.scaled(pixels, pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
 }
 
 } // namespace

@@ -49,10 +49,12 @@ void DesktopEntryFolder::addApplication(const QString &bundle, const QString &na
 QString DesktopEntryFolder::addThemeIcon(const QString &name, const QColor &color,
                                          const QString &glyph) const
 {
-    QImage image(96, 96, QImage::Format_ARGB32_Premultiplied);
+    // the size its folder says, as an installed theme has it
+    QImage image(48, 48, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     {
         QPainter painter(&image);
+        painter.scale(0.5, 0.5);
         painter.setRenderHint(QPainter::Antialiasing);
         QPainterPath square;
         square.addRoundedRect(QRectF(4, 4, 88, 88), 20, 20);
