@@ -10,6 +10,9 @@ WhitelistRow::WhitelistRow(const QString &name, const QImage &icon, QWidget *par
     : QAbstractButton(parent), m_icon(icon)
 {
     setText(name);
+    QFont font = this->font();
+    font.setPixelSize(15);
+    setFont(font);
     setCheckable(true);
     setFocusPolicy(Qt::StrongFocus);
     setFixedHeight(RowHeight);
