@@ -17,12 +17,6 @@
 
 namespace {
 
-const Clock *systemClock()
-{
-    static const SystemClock clock;
-    return &clock;
-}
-
 int milliseconds(double seconds)
 {
     return qMax(0, qRound(seconds * 1000.0));
@@ -111,7 +105,7 @@ ProgressHUD::~ProgressHUD()
 
 void ProgressHUD::setUp()
 {
-    m_clock = systemClock();
+    m_clock = SystemClock::instance();
     m_labelFont = boldSystemFont(16);
     m_detailsLabelFont = boldSystemFont(12);
     setAttribute(Qt::WA_NoSystemBackground);
@@ -141,7 +135,7 @@ void ProgressHUD::setUp()
 
 void ProgressHUD::setClock(const Clock *clock)
 {
-    m_clock = clock ? clock : systemClock();
+    m_clock = clock ? clock : SystemClock::instance();
     // a timer already running keeps the time it was started on
     if (!m_graceTimer->isActive() && !m_minShowTimer->isActive())
         makeTimers();

@@ -3,6 +3,8 @@
 #include "platform/Coordinate.h"
 
 #include <QList>
+#include <QObject>
+#include <QPointer>
 #include <QString>
 #include <QStringList>
 
@@ -34,14 +36,37 @@ struct GeocoderAnswer
 };
 
 // Turns coordinates into addresses and addresses into coordinates. Each
-// request gets exactly one answer, later, on the GUI thread; never from
+// request gets at most one answer, later, on the GUI thread; never from
 // inside the call that asked.
+//
+// Every request names a receiver, as a context object does for
+// QTimer::singleShot: the completion runs only while the receiver exists, so
+// a screen or delegate that is destroyed with a lookup still out is simply
+// not answered. A null receiver is never answered. The geocoder itself keeps
+// working for the requests that follow.
 class Geocoder
 {
 public:
     using Completion = std::function<void(const GeocoderAnswer &)>;
 
     virtual ~Geocoder() = default;
-    virtual void reverseGeocodeLocation(const Coordinate &location, Completion completion) = 0;
-    virtual void geocodeAddressString(const QString &address, Completion completion) = 0;
+    virtual void reverseGeocodeLocation(const Coordinate &location, QObject *receiver,
+                                        Completion completion) = 0;
+    virtual void geocodeAddressString(const QString &address, QObject *receiver,
+                                      Completion completion) = 0;
+};
+
+// A completion with the receiver it belongs to, for geocoders that keep
+// requests waiting.
+struct GeocoderRequest
+{
+    QPointer<QObject> receiver;
+    Geocoder::Completion completion;
+
+    // Calls the completion unless its receiver is gone.
+    void answer(const GeocoderAnswer &answer) const
+    {
+        if (receiver && completion)
+            completion(answer);
+    }
 };

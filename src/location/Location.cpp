@@ -10,9 +10,7 @@
 
 namespace {
 
-Services g_services;
-UserLocationMapViewFactory g_mapViewFactory;
-Location *g_shared = nullptr;
+Location::Registration *g_current = nullptr;
 
 const QString latitudeKey = QStringLiteral("LocationLatitudeKey");
 const QString longitudeKey = QStringLiteral("LocationLongitudeKey");
@@ -42,64 +40,103 @@ double readUserDefault(const QString &key)
     return userDefaults().value(key, 0.0).toDouble();
 }
 
-void presentAlert(const QString &title, const QString &message, const QString &button)
+void presentAlert(const Services &services, const QString &title, const QString &message,
+                  const QString &button)
 {
-    if (g_services.alerts)
-        g_services.alerts->present(Alert{title, message, {button}, {}}, nullptr);
+    if (services.alerts)
+        services.alerts->present(Alert{title, message, {button}, {}}, nullptr);
+}
+
+// The services the class-level operations work with.
+Services currentServices()
+{
+    return g_current ? g_current->services() : Services{};
 }
 
 } // namespace
 
-void Location::setServices(const Services &services)
+Location::Registration::Registration(const Services &services, UserLocationMapViewFactory mapViews)
+    : m_services(services), m_mapViews(std::move(mapViews)), m_outer(g_current)
 {
-    g_services = services;
+    g_current = this;
 }
 
-void Location::setMapViewFactory(UserLocationMapViewFactory factory)
+Location::Registration::~Registration()
 {
-    g_mapViewFactory = std::move(factory);
+    // the shared instance goes first, while the services it uses still exist
+    m_shared.reset();
+    for (Registration **link = &g_current; *link; link = &(*link)->m_outer) {
+        if (*link == this) {
+            *link = m_outer;
+            break;
+        }
+    }
 }
 
-Location::Location(QObject *parent) : QObject(parent) {}
-
-Location::~Location()
+void Location::Registration::setMapViewFactory(UserLocationMapViewFactory mapViews)
 {
-    if (g_shared == this)
-        g_shared = nullptr;
+    m_mapViews = std::move(mapViews);
+    if (m_shared)
+        m_shared->m_mapViewFactory = m_mapViews;
+}
+
+Location::Registration *Location::Registration::current()
+{
+    return g_current;
+}
+
+Location::Location(const Services &services, UserLocationMapViewFactory mapViews, QObject *parent)
+    : QObject(parent), m_services(services), m_mapViewFactory(std::move(mapViews))
+{
+}
+
+Location::~Location() = default;
+
+Location *Location::shared()
+{
+    return g_current ? g_current->m_shared.get() : nullptr;
 }
 
 Location *Location::sharedInstacneWithDelegate(LocationDelegate *delegate)
 {
-    if (!g_shared)
-        g_shared = new Location;
-    g_shared->m_delegate = delegate;
-    return g_shared;
+    if (!g_current)
+        return nullptr;
+    if (!g_current->m_shared)
+        g_current->m_shared.reset(new Location(g_current->m_services, g_current->m_mapViews));
+    g_current->m_shared->setDelegate(delegate);
+    return g_current->m_shared.get();
 }
 
 Location *Location::locationWihtDelegate(LocationDelegate *delegate, QObject *parent)
 {
-    auto *location = new Location(parent);
-    location->m_delegate = delegate;
+    auto *location = g_current ? new Location(g_current->m_services, g_current->m_mapViews, parent)
+                               : new Location(Services{}, {}, parent);
+    location->setDelegate(delegate);
     return location;
 }
 
-void Location::resetSharedInstance()
+LocationDelegate *Location::delegate() const
 {
-    delete g_shared;
-    g_shared = nullptr;
+    return m_delegateLifetime ? m_delegate : nullptr;
+}
+
+void Location::setDelegate(LocationDelegate *delegate)
+{
+    m_delegate = delegate;
+    m_delegateLifetime = delegate ? delegate->lifetime() : nullptr;
 }
 
 void Location::setLatitude(double latitude)
 {
-    if (g_shared)
-        g_shared->m_latitude = latitude;
+    if (Location *location = shared())
+        location->m_latitude = latitude;
     storeUserDefault(latitudeKey, latitude);
 }
 
 void Location::setLongitude(double longitude)
 {
-    if (g_shared)
-        g_shared->m_longitude = longitude;
+    if (Location *location = shared())
+        location->m_longitude = longitude;
     storeUserDefault(longitudeKey, longitude);
 }
 
@@ -107,36 +144,41 @@ void Location::setLongitude(double longitude)
 // 0 because no fix has arrived yet.
 double Location::latitude()
 {
-    return g_shared ? g_shared->m_latitude : readUserDefault(latitudeKey);
+    const Location *location = shared();
+    return location ? location->m_latitude : readUserDefault(latitudeKey);
 }
 
 double Location::longitude()
 {
-    return g_shared ? g_shared->m_longitude : readUserDefault(longitudeKey);
+    const Location *location = shared();
+    return location ? location->m_longitude : readUserDefault(longitudeKey);
 }
 
 QString Location::address()
 {
-    return g_shared ? g_shared->m_address : QString();
+    const Location *location = shared();
+    return location ? location->m_address : QString();
 }
 
 bool Location::isLocationOn()
 {
-    if (g_shared && g_shared->m_locationManager)
-        return g_shared->m_locationManager->locationServicesEnabled();
-    if (!g_services.positionSources)
+    const Location *location = shared();
+    if (location && location->m_locationManager)
+        return location->m_locationManager->locationServicesEnabled();
+    const Services services = currentServices();
+    if (!services.positionSources)
         return false;
     // no manager to ask yet: ask a short-lived one
     QObject owner;
-    PositionSource *source = g_services.positionSources->create(&owner);
+    PositionSource *source = services.positionSources->create(&owner);
     return source && source->locationServicesEnabled();
 }
 
 void Location::prepareLocationManager()
 {
-    if (m_locationManager || !g_services.positionSources)
+    if (m_locationManager || !m_services.positionSources)
         return;
-    PositionSource *manager = g_services.positionSources->create(this);
+    PositionSource *manager = m_services.positionSources->create(this);
     if (!manager)
         return;
     m_locationManager = manager;
@@ -165,7 +207,7 @@ void Location::startCoordinate()
         tryToUseLocationManager();
         return;
     }
-    presentAlert(QString(), tr("定位服务未开启"), tr("确定"));
+    presentAlert(m_services, QString(), tr("定位服务未开启"), tr("确定"));
     // a null error: the delegate hears of the failure, but no second alert
     locationManagerDidFailWithError(m_locationManager, std::nullopt);
 }
@@ -184,11 +226,11 @@ void Location::tryToUseLocationManager()
 void Location::tryToUseMapView()
 {
     if (!m_mapView) {
-        if (!g_mapViewFactory) {
+        if (!m_mapViewFactory) {
             tryToUseLocationManager();
             return;
         }
-        m_mapView = g_mapViewFactory(this);
+        m_mapView = m_mapViewFactory(this);
         if (!m_mapView) {
             tryToUseLocationManager();
             return;
@@ -213,8 +255,8 @@ void Location::storeAndReport(const PositionFix &fix)
     Location::setLongitude(longitude);
     m_longitude = longitude;
     m_latitude = latitude;
-    if (m_delegate)
-        m_delegate->locationSuccess(this, m_latitude, m_longitude);
+    if (LocationDelegate *listener = delegate())
+        listener->locationSuccess(this, m_latitude, m_longitude);
 }
 
 void Location::locationManagerDidUpdateToLocation(PositionSource *manager,
@@ -240,10 +282,10 @@ void Location::locationManagerDidFailWithError(PositionSource *manager,
     [[maybe_unused]] const QString failureText = code == PositionSource::AccessDenied
                                                      ? tr("获取数据失败，定位服务未开启")
                                                      : tr("获取地理位置失败");
-    if (m_delegate)
-        m_delegate->locationFailed(this, error ? error->description : QString());
+    if (LocationDelegate *listener = delegate())
+        listener->locationFailed(this, error ? error->description : QString());
     if (code == PositionSource::AccessDenied)
-        presentAlert(tr("定位失败"), tr("请开启定位以保证程序正常运行"), tr("确定"));
+        presentAlert(m_services, tr("定位失败"), tr("请开启定位以保证程序正常运行"), tr("确定"));
     if (manager)
         manager->stopUpdatingLocation();
 }
@@ -293,16 +335,17 @@ bool failed(const GeocoderAnswer &answer)
 
 void Location::addressWithCoordinate(const Coordinate &coordinate, LocationDelegate *delegate)
 {
-    if (!g_services.geocoder) {
+    Geocoder *geocoder = currentServices().geocoder;
+    if (!geocoder) {
         if (delegate)
             delegate->reverseGeocoderFailed(nullptr, QString());
         return;
     }
-    // the closure keeps the delegate until the answer, whatever the caller does
-    g_services.geocoder->reverseGeocodeLocation(
-        coordinate, [delegate](const GeocoderAnswer &answer) {
-            if (!delegate)
-                return;
+    // The delegate's lifetime is the receiver: the answer reaches the
+    // delegate only while it exists, whatever the caller does meanwhile.
+    geocoder->reverseGeocodeLocation(
+        coordinate, delegate ? delegate->lifetime() : nullptr,
+        [delegate](const GeocoderAnswer &answer) {
             if (failed(answer))
                 delegate->reverseGeocoderFailed(nullptr, answer.error.value_or(QString()));
             else
@@ -317,24 +360,25 @@ void Location::reverseGeocoderCoordinate(const Coordinate &coordinate, LocationD
 
 void Location::coordinateWithAddress(const QString &address, LocationDelegate *delegate)
 {
-    if (!g_services.geocoder) {
+    Geocoder *geocoder = currentServices().geocoder;
+    if (!geocoder) {
         if (delegate)
             delegate->geocoderFailed(nullptr, QString());
         return;
     }
-    g_services.geocoder->geocodeAddressString(address, [delegate](const GeocoderAnswer &answer) {
-        if (!delegate)
-            return;
-        if (failed(answer)) {
-            delegate->geocoderFailed(nullptr, answer.error.value_or(QString()));
-            return;
-        }
-        const QList<GeocoderPlacemark> &placemarks = *answer.placemarks;
-        const Coordinate coordinate = placemarks.isEmpty()
-                                          ? Coordinate{}
-                                          : placemarks.first().location.value_or(Coordinate{});
-        delegate->geocoderSuccess(nullptr, coordinate);
-    });
+    geocoder->geocodeAddressString(
+        address, delegate ? delegate->lifetime() : nullptr,
+        [delegate](const GeocoderAnswer &answer) {
+            if (failed(answer)) {
+                delegate->geocoderFailed(nullptr, answer.error.value_or(QString()));
+                return;
+            }
+            const QList<GeocoderPlacemark> &placemarks = *answer.placemarks;
+            const Coordinate coordinate = placemarks.isEmpty()
+                                              ? Coordinate{}
+                                              : placemarks.first().location.value_or(Coordinate{});
+            delegate->geocoderSuccess(nullptr, coordinate);
+        });
 }
 
 void Location::geocoderAddress(const QString &address, LocationDelegate *delegate)
@@ -344,25 +388,25 @@ void Location::geocoderAddress(const QString &address, LocationDelegate *delegat
 
 void Location::startAddress()
 {
-    if (!g_services.geocoder) {
-        if (m_delegate)
-            m_delegate->reverseGeocoderFailed(this, QString());
+    if (!m_services.geocoder) {
+        if (LocationDelegate *listener = delegate())
+            listener->reverseGeocoderFailed(this, QString());
         return;
     }
     const Coordinate coordinate{m_latitude, m_longitude};
-    QPointer<Location> self(this);
-    g_services.geocoder->reverseGeocodeLocation(coordinate, [self](const GeocoderAnswer &answer) {
-        if (!self)
-            return;
-        if (failed(answer)) {
-            if (self->m_delegate)
-                self->m_delegate->reverseGeocoderFailed(self, answer.error.value_or(QString()));
-            return;
-        }
-        self->m_address = firstAddressLine(*answer.placemarks);
-        if (self->m_delegate)
-            self->m_delegate->reverseGeocoderSuccess(self, self->m_address);
-    });
+    // this instance is the receiver; the delegate is looked at when the
+    // answer comes, as it may have changed or gone by then
+    m_services.geocoder->reverseGeocodeLocation(
+        coordinate, this, [this](const GeocoderAnswer &answer) {
+            if (failed(answer)) {
+                if (LocationDelegate *listener = delegate())
+                    listener->reverseGeocoderFailed(this, answer.error.value_or(QString()));
+                return;
+            }
+            m_address = firstAddressLine(*answer.placemarks);
+            if (LocationDelegate *listener = delegate())
+                listener->reverseGeocoderSuccess(this, m_address);
+        });
 }
 
 void Location::startGeocoder()

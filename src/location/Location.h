@@ -9,6 +9,7 @@
 #include <QPointer>
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 class LocationDelegate;
@@ -30,20 +31,27 @@ struct PositionError
 // The class-level `latitude()`/`longitude()`/`address()` read the shared
 // instance; an instance's own values are `ownLatitude()` and friends, as C++
 // cannot give a static and a member function the same name.
+//
+// The service works with the services of a `Location::Registration`, which
+// whoever builds the services (the application, a test, trekmime-ctl)
+// creates and keeps alive; the shared instance belongs to it and goes with
+// it. Without a registration there is no shared instance, the class-level
+// lookups fail at once and the class-level position reads the stored values.
+//
+// A delegate is never called once it is destroyed (see LocationDelegate),
+// whether it asked for a lookup or registered for position fixes.
 class Location : public QObject
 {
     Q_OBJECT
 
 public:
-    // What the service works with: the position sources, the geocoder and
-    // the alert presenter. Set once at start-up (and by tests).
-    static void setServices(const Services &services);
-    // Where hidden map views come from; without one, asking for the map-view
-    // source falls back to the position source at once.
-    static void setMapViewFactory(UserLocationMapViewFactory factory);
+    class Registration;
 
+    // The shared instance of the current registration, made on first use;
+    // null when there is no registration.
     static Location *sharedInstacneWithDelegate(LocationDelegate *delegate);
-    // A separate instance, owned by the caller.
+    // A separate instance, owned by the caller, working with the current
+    // registration's services; it must not outlive them.
     static Location *locationWihtDelegate(LocationDelegate *delegate, QObject *parent = nullptr);
 
     static void setLatitude(double latitude);
@@ -63,10 +71,6 @@ public:
     // Decodes backslash-u escapes (as printed by old-style property list
     // descriptions) into characters; null when the text cannot be decoded.
     static QString replaceUnicode(const QString &text);
-
-    // Drops the process's shared instance. The application never does this;
-    // tests need a process state without one.
-    static void resetSharedInstance();
 
     ~Location() override;
 
@@ -91,18 +95,23 @@ public:
     void setOwnLatitude(double latitude) { m_latitude = latitude; }
     void setOwnLongitude(double longitude) { m_longitude = longitude; }
     void setOwnAddress(const QString &address) { m_address = address; }
-    LocationDelegate *delegate() const { return m_delegate; }
-    void setDelegate(LocationDelegate *delegate) { m_delegate = delegate; }
+    // The registered delegate; null once it has been destroyed.
+    LocationDelegate *delegate() const;
+    void setDelegate(LocationDelegate *delegate);
 
     PositionSource *locationManager() const { return m_locationManager; }
     bool isMapViewShow() const { return m_isMapViewShow; }
 
 private:
-    explicit Location(QObject *parent = nullptr);
+    Location(const Services &services, UserLocationMapViewFactory mapViews,
+             QObject *parent = nullptr);
+    static Location *shared();
 
     void prepareLocationManager();
     void storeAndReport(const PositionFix &fix);
 
+    Services m_services;
+    UserLocationMapViewFactory m_mapViewFactory;
     PositionSource *m_locationManager = nullptr;
     UserLocationMapView *m_mapView = nullptr;
     bool m_isMapViewShow = false;
@@ -110,4 +119,36 @@ private:
     double m_latitude = 0.0;
     QString m_address;
     LocationDelegate *m_delegate = nullptr;
+    QPointer<QObject> m_delegateLifetime; // null once the delegate is gone
+};
+
+// Gives the location service its services for as long as it exists, and owns
+// the shared instance made under it: destroying the registration destroys
+// that instance, so nothing is left to reset. Registrations nest: the newest
+// one is current until it is destroyed.
+class Location::Registration
+{
+public:
+    // Without a map-view factory, asking for the map-view source falls back
+    // to the position source at once.
+    explicit Registration(const Services &services, UserLocationMapViewFactory mapViews = {});
+    ~Registration();
+    Registration(const Registration &) = delete;
+    Registration &operator=(const Registration &) = delete;
+
+    void setMapViewFactory(UserLocationMapViewFactory mapViews);
+    const Services &services() const { return m_services; }
+    // Null until the first `sharedInstacneWithDelegate`.
+    Location *sharedInstance() const { return m_shared.get(); }
+
+    // The newest registration still alive, or null.
+    static Registration *current();
+
+private:
+    friend class Location;
+
+    Services m_services;
+    UserLocationMapViewFactory m_mapViews;
+    std::unique_ptr<Location> m_shared;
+    Registration *m_outer;
 };

@@ -20,6 +20,59 @@ double coordinateValue(const QJsonValue &value)
     return value.isString() ? StoredValue::doubleValue(value.toString()) : value.toDouble();
 }
 
+// How a street line is written: the house number before the road ("10
+// Downing Street"), after it ("Hauptstraße 10"), after it with a comma
+// ("Avenida Paulista, 1000"), or joined to it ("科技园路1号").
+enum class StreetOrder { NumberRoad, RoadNumber, RoadCommaNumber, RoadNumberJoined };
+
+StreetOrder streetOrder(const QString &countryCode)
+{
+    static const QHash<QString, StreetOrder> orders = [] {
+        QHash<QString, StreetOrder> table;
+        for (const char *code : {"de", "at", "ch", "li", "nl", "be", "lu", "dk", "se", "no", "fi",
+                                 "is", "it", "es", "pt", "pl", "cz", "sk", "hu", "si", "hr", "rs",
+                                 "ba", "me", "mk", "al", "bg", "ro", "gr", "tr", "ee", "lv", "lt",
+                                 "il", "ar", "cl", "mx", "co", "pe", "uy", "ve", "bo", "ec", "py"})
+            table.insert(QLatin1String(code), StreetOrder::RoadNumber);
+        for (const char *code : {"br", "ru", "ua", "by", "kz"})
+            table.insert(QLatin1String(code), StreetOrder::RoadCommaNumber);
+        for (const char *code : {"cn", "tw", "hk", "mo", "jp"})
+            table.insert(QLatin1String(code), StreetOrder::RoadNumberJoined);
+        return table;
+    }();
+    return orders.value(countryCode.toLower(), StreetOrder::NumberRoad);
+}
+
+QString streetLine(const QString &number, const QString &road, const QString &countryCode)
+{
+    if (road.isEmpty())
+        return QString();
+    if (number.isEmpty())
+        return road;
+    switch (streetOrder(countryCode)) {
+    case StreetOrder::NumberRoad:
+        return number + u' ' + road;
+    case StreetOrder::RoadNumber:
+        return road + u' ' + number;
+    case StreetOrder::RoadCommaNumber:
+        return road + QLatin1String(", ") + number;
+    case StreetOrder::RoadNumberJoined:
+        return road + number;
+    }
+    return road;
+}
+
+// The first of `keys` that the address details name.
+QString firstOf(const QJsonObject &address, std::initializer_list<const char *> keys)
+{
+    for (const char *key : keys) {
+        const QString value = address.value(QLatin1String(key)).toString().trimmed();
+        if (!value.isEmpty())
+            return value;
+    }
+    return QString();
+}
+
 std::optional<GeocoderPlacemark> placemarkFrom(const QJsonObject &place)
 {
     if (!place.contains(QLatin1String("lat")) || !place.contains(QLatin1String("lon")))
@@ -27,9 +80,7 @@ std::optional<GeocoderPlacemark> placemarkFrom(const QJsonObject &place)
     GeocoderPlacemark placemark;
     placemark.location = Coordinate{coordinateValue(place.value(QLatin1String("lat"))),
                                     coordinateValue(place.value(QLatin1String("lon")))};
-    const QJsonValue name = place.value(QLatin1String("display_name"));
-    if (name.isString())
-        placemark.formattedAddressLines = QStringList{name.toString()};
+    placemark.formattedAddressLines = NominatimGeocoder::addressLines(place);
     return placemark;
 }
 
@@ -53,6 +104,36 @@ NominatimGeocoder::NominatimGeocoder(QNetworkAccessManager *network, const QUrl 
 {
 }
 
+std::optional<QStringList> NominatimGeocoder::addressLines(const QJsonObject &place)
+{
+    const QJsonObject address = place.value(QLatin1String("address")).toObject();
+    const QString countryCode = address.value(QLatin1String("country_code")).toString();
+    const QString name = place.value(QLatin1String("name")).toString().trimmed();
+    const QString street =
+        streetLine(firstOf(address, {"house_number"}),
+                   firstOf(address, {"road", "pedestrian", "footway"}), countryCode);
+    QString first = name.isEmpty() ? street : name;
+    const QJsonValue displayName = place.value(QLatin1String("display_name"));
+    if (first.isEmpty() && displayName.isString())
+        first = displayName.toString().section(QLatin1Char(','), 0, 0).trimmed();
+    if (first.isEmpty())
+        return std::nullopt;
+
+    QStringList lines{first};
+    for (const QString &line :
+         {street,
+          firstOf(address,
+                  {"suburb", "city_district", "district", "borough", "quarter", "neighbourhood"}),
+          firstOf(address, {"city", "town", "village", "municipality", "hamlet"}),
+          firstOf(address, {"postcode"}), firstOf(address, {"country"})}) {
+        // a street that is itself the place, or a town that is its own
+        // district, is written once
+        if (!line.isEmpty() && !lines.contains(line))
+            lines.append(line);
+    }
+    return lines;
+}
+
 NominatimGeocoder *NominatimGeocoder::fromServices(const Services &services, QObject *parent)
 {
     return new NominatimGeocoder(services.network, services.configuration.nominatimUrl,
@@ -74,40 +155,48 @@ QUrl NominatimGeocoder::url(const QString &path, const QList<QPair<QString, QStr
     return QUrl::fromEncoded(url.toEncoded() + '?' + pieces.join('&'), QUrl::StrictMode);
 }
 
-void NominatimGeocoder::reverseGeocodeLocation(const Coordinate &location, Completion completion)
+void NominatimGeocoder::reverseGeocodeLocation(const Coordinate &location, QObject *receiver,
+                                               Completion completion)
 {
     request(url(QStringLiteral("/reverse"),
                 {{QStringLiteral("format"), QStringLiteral("jsonv2")},
+                 {QStringLiteral("addressdetails"), QStringLiteral("1")},
                  {QStringLiteral("lat"), QString::asprintf("%f", location.latitude)},
                  {QStringLiteral("lon"), QString::asprintf("%f", location.longitude)},
                  {QStringLiteral("accept-language"), preferredLanguage()}}),
-            std::move(completion));
+            receiver, std::move(completion));
 }
 
-void NominatimGeocoder::geocodeAddressString(const QString &address, Completion completion)
+void NominatimGeocoder::geocodeAddressString(const QString &address, QObject *receiver,
+                                             Completion completion)
 {
     request(
         url(QStringLiteral("/search"), {{QStringLiteral("format"), QStringLiteral("jsonv2")},
+                                        {QStringLiteral("addressdetails"), QStringLiteral("1")},
                                         {QStringLiteral("q"), address},
                                         {QStringLiteral("accept-language"), preferredLanguage()}}),
-        std::move(completion));
+        receiver, std::move(completion));
 }
 
-void NominatimGeocoder::request(const QUrl &url, Completion completion)
+void NominatimGeocoder::request(const QUrl &url, QObject *receiver, Completion completion)
 {
     if (const GeocoderAnswer *cached = m_cache.object(url)) {
-        // answered later all the same, as callers count on
-        QTimer::singleShot(0, this, [completion = std::move(completion), answer = *cached] {
-            completion(answer);
-        });
+        // answered later all the same, as callers count on, and only to a
+        // receiver that is still there
+        if (receiver) {
+            QTimer::singleShot(0, receiver, [completion = std::move(completion), answer = *cached] {
+                completion(answer);
+            });
+        }
         return;
     }
+    GeocoderRequest waiter{receiver, std::move(completion)};
     auto waiting = m_waiting.find(url);
     if (waiting != m_waiting.end()) {
-        waiting->append(std::move(completion));
+        waiting->append(std::move(waiter));
         return;
     }
-    m_waiting.insert(url, {std::move(completion)});
+    m_waiting.insert(url, {std::move(waiter)});
     m_pacer.schedule([this, url] { send(url); });
 }
 
@@ -157,9 +246,9 @@ void NominatimGeocoder::answer(const QUrl &url, const GeocoderAnswer &result, bo
 {
     if (keep)
         m_cache.insert(url, new GeocoderAnswer(result));
-    const QList<Completion> completions = m_waiting.take(url);
-    for (const Completion &completion : completions)
-        completion(result);
+    const QList<GeocoderRequest> waiters = m_waiting.take(url);
+    for (const GeocoderRequest &waiter : waiters)
+        waiter.answer(result);
 }
 
 GeocoderAnswer NominatimGeocoder::answerFor(int status, const QByteArray &body)

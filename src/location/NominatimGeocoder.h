@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QUrl>
 
+class QJsonObject;
 class QNetworkAccessManager;
 class QNetworkReply;
 struct Services;
@@ -16,7 +17,12 @@ struct Services;
 // version 2, in the user's language). As the public service asks, it names
 // itself in the User-Agent, sends at most one request a second and keeps
 // answers in memory, so a place looked up again costs nothing. Equal
-// requests waiting at the same time share one trip to the service.
+// requests waiting at the same time share one trip to the service; a trip
+// whose askers are all gone still fills the memory for the next one.
+//
+// Each place gets address lines as a person writes them in its country
+// (from the service's address details): the place's name, or its house
+// number and road, first; district, city, postcode and country after.
 class NominatimGeocoder : public QObject, public Geocoder
 {
     Q_OBJECT
@@ -26,19 +32,25 @@ public:
                       const QString &userAgent, QObject *parent = nullptr);
     static NominatimGeocoder *fromServices(const Services &services, QObject *parent = nullptr);
 
-    void reverseGeocodeLocation(const Coordinate &location, Completion completion) override;
-    void geocodeAddressString(const QString &address, Completion completion) override;
+    void reverseGeocodeLocation(const Coordinate &location, QObject *receiver,
+                                Completion completion) override;
+    void geocodeAddressString(const QString &address, QObject *receiver,
+                              Completion completion) override;
 
     RequestPacer &pacer() { return m_pacer; }
     // How long one request may take; 20 seconds unless changed.
     void setTimeout(int msecs) { m_timeout = msecs; }
+
+    // The address lines of one place of a "jsonv2" answer with address
+    // details; without usable details, the first part of its display name.
+    static std::optional<QStringList> addressLines(const QJsonObject &place);
 
     // The answer a service response means: `status` is the HTTP status (0
     // for none), `body` what came with it.
     static GeocoderAnswer answerFor(int status, const QByteArray &body);
 
 private:
-    void request(const QUrl &url, Completion completion);
+    void request(const QUrl &url, QObject *receiver, Completion completion);
     void send(const QUrl &url);
     void answer(const QUrl &url, const GeocoderAnswer &answer, bool keep);
     QUrl url(const QString &path, const QList<QPair<QString, QString>> &query) const;
@@ -49,5 +61,5 @@ private:
     RequestPacer m_pacer;
     int m_timeout = 20000;
     QCache<QUrl, GeocoderAnswer> m_cache{512};
-    QHash<QUrl, QList<Completion>> m_waiting;
+    QHash<QUrl, QList<GeocoderRequest>> m_waiting;
 };

@@ -39,8 +39,10 @@ QtPositionSource *QtPositionSource::createNmeaReplay(const QString &file, QObjec
 
 bool QtPositionSource::locationServicesEnabled() const
 {
-    return m_source && m_source->error() != QGeoPositionInfoSource::AccessError &&
-           m_source->error() != QGeoPositionInfoSource::ClosedError;
+    // Access denied to this application is not positioning switched off:
+    // a denied request must keep being reported as denied, with its own
+    // alert and text, every time it is asked again.
+    return m_source && m_source->error() != QGeoPositionInfoSource::ClosedError;
 }
 
 void QtPositionSource::startUpdatingLocation()

@@ -2,6 +2,7 @@
 
 #include "location/PreferredLanguage.h"
 #include "location/UrlParameterString.h"
+#include "platform/Clock.h"
 #include "platform/Services.h"
 
 #include <QCoreApplication>
@@ -55,6 +56,18 @@ int serviceErrorCode(const QString &status)
     return 0;
 }
 
+// Failures of the connection itself. The reply also reports most HTTP error
+// statuses as errors (400 even as a protocol error), but those still bring
+// an answer to read.
+bool isConnectionError(QNetworkReply::NetworkError error)
+{
+    return (error >= QNetworkReply::ConnectionRefusedError &&
+            error <= QNetworkReply::UnknownNetworkError) ||
+           (error >= QNetworkReply::ProxyConnectionRefusedError &&
+            error <= QNetworkReply::ProxyTimeoutError) ||
+           error == QNetworkReply::ProtocolFailure;
+}
+
 QUrl endpointUrl(const QUrl &host)
 {
     QUrl url = host;
@@ -70,35 +83,43 @@ QUrl endpointUrl(const QUrl &host)
 
 WebGeocoderEndpoint WebGeocoderEndpoint::fromServices(const Services &services)
 {
-    return {services.network, services.configuration.geocodingUrl,
-            services.configuration.userAgent()};
+    WebGeocoderEndpoint endpoint{services.network, services.configuration.geocodingUrl,
+                                 services.configuration.userAgent()};
+    endpoint.clock = services.clock;
+    return endpoint;
+}
+
+WebGeocoder *WebGeocoder::launch(WebGeocoder *operation, QObject *receiver)
+{
+    operation->setDeleteWhenFinished(true);
+    operation->m_hasReceiver = true;
+    operation->m_receiver = receiver;
+    if (receiver)
+        connect(receiver, &QObject::destroyed, operation, &WebGeocoder::cancel);
+    else
+        operation->cancel(); // nobody to answer
+    operation->start();
+    return operation;
 }
 
 WebGeocoder *WebGeocoder::geocode(const WebGeocoderEndpoint &endpoint, const QString &address,
+                                  QObject *receiver, Completion completion)
+{
+    return launch(new WebGeocoder(endpoint, address, std::move(completion)), receiver);
+}
+
+WebGeocoder *WebGeocoder::geocode(const WebGeocoderEndpoint &endpoint, const QString &address,
+                                  const CircularRegion &region, QObject *receiver,
                                   Completion completion)
 {
-    auto *operation = new WebGeocoder(endpoint, address, std::move(completion));
-    operation->setDeleteWhenFinished(true);
-    operation->start();
-    return operation;
-}
-
-WebGeocoder *WebGeocoder::geocode(const WebGeocoderEndpoint &endpoint, const QString &address,
-                                  const CircularRegion &region, Completion completion)
-{
-    auto *operation = new WebGeocoder(endpoint, address, region, std::move(completion));
-    operation->setDeleteWhenFinished(true);
-    operation->start();
-    return operation;
+    return launch(new WebGeocoder(endpoint, address, region, std::move(completion)), receiver);
 }
 
 WebGeocoder *WebGeocoder::reverseGeocode(const WebGeocoderEndpoint &endpoint,
-                                         const Coordinate &coordinate, Completion completion)
+                                         const Coordinate &coordinate, QObject *receiver,
+                                         Completion completion)
 {
-    auto *operation = new WebGeocoder(endpoint, coordinate, std::move(completion));
-    operation->setDeleteWhenFinished(true);
-    operation->start();
-    return operation;
+    return launch(new WebGeocoder(endpoint, coordinate, std::move(completion)), receiver);
 }
 
 namespace {
@@ -154,8 +175,11 @@ void WebGeocoder::build(const WebGeocoderEndpoint &endpoint, Parameters &paramet
 {
     m_operationCompletionBlock = std::move(completion);
     m_network = endpoint.network;
-    m_timeoutTimer.setSingleShot(true);
-    connect(&m_timeoutTimer, &QTimer::timeout, this, &WebGeocoder::requestTimeout);
+    m_timeoutInterval = endpoint.timeoutInterval;
+    const Clock *clock = endpoint.clock ? endpoint.clock : SystemClock::instance();
+    m_timeoutTimer = clock->createTimer(this);
+    m_timeoutTimer->setSingleShot(true);
+    connect(m_timeoutTimer, &ClockTimer::timeout, this, &WebGeocoder::requestTimeout);
 
     setParameter(parameters, QStringLiteral("sensor"), QStringLiteral("true"));
     setParameter(parameters, QStringLiteral("language"), preferredLanguage());
@@ -235,7 +259,7 @@ void WebGeocoder::start()
     setState(Executing);
     emit isExecutingChanged();
     m_operationData.clear();
-    m_timeoutTimer.start(m_timeoutInterval);
+    m_timeoutTimer->start(m_timeoutInterval);
     if (!m_network) {
         failWithError({URLErrorDomain, -1, QStringLiteral("No network access."),
                        m_operationRequest.url(), m_operationRequest.url().toString()});
@@ -249,9 +273,10 @@ void WebGeocoder::start()
     connect(reply, &QNetworkReply::finished, this, [this, reply] {
         m_operationData.append(reply->readAll());
         keepResponse(reply);
-        // an HTTP error status still brings an answer to read; only a
-        // failure to talk to the server at all is a connection failure
-        if (reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid()) {
+        // an HTTP error status still brings an answer to read; a connection
+        // that failed, before the head or after it, is a connection failure
+        if (reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid() &&
+            !isConnectionError(reply->error())) {
             finishedLoading();
         } else {
             failWithError({QStringLiteral("QNetworkReply"), int(reply->error()),
@@ -341,7 +366,7 @@ void WebGeocoder::callCompletionBlockWithResponse(const std::optional<PlacemarkL
     if (m_delivering)
         return;
     m_delivering = true;
-    m_timeoutTimer.stop();
+    m_timeoutTimer->stop();
     QMetaObject::invokeMethod(
         this,
         [this, placemarks, error] {
@@ -349,7 +374,8 @@ void WebGeocoder::callCompletionBlockWithResponse(const std::optional<PlacemarkL
             if (!delivered && m_operationURLResponse && m_operationURLResponse->statusCode == 500)
                 delivered = urlError(BadServerResponse, QStringLiteral("Bad Server Response."));
             if (m_operationCompletionBlock) {
-                if (m_cancelled) {
+                // a receiver that went before this moment gets nothing either
+                if (m_cancelled || (m_hasReceiver && !m_receiver)) {
                     finish();
                     return;
                 }

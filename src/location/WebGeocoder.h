@@ -9,13 +9,14 @@
 #include <QObject>
 #include <QPair>
 #include <QPointer>
-#include <QTimer>
 #include <QUrl>
 #include <QVariant>
 
 #include <functional>
 #include <optional>
 
+class Clock;
+class ClockTimer;
 class QNetworkAccessManager;
 class QNetworkReply;
 struct Services;
@@ -53,6 +54,10 @@ struct WebGeocoderEndpoint
     QNetworkAccessManager *network = nullptr; // not owned
     QUrl host;
     QString userAgent;
+    // The watchdog of each operation, in milliseconds, on this clock (the
+    // system's when null); tests shorten it or run a clock of their own.
+    int timeoutInterval = 20000;
+    const Clock *clock = nullptr;
 
     static WebGeocoderEndpoint fromServices(const Services &services);
 };
@@ -92,12 +97,17 @@ public:
 
     // Each creates an operation, starts it and answers it; the operation
     // deletes itself once finished, so keep it in a QPointer to cancel it.
+    // The receiver is the caller's context, as for QTimer::singleShot: when
+    // it is destroyed first, the operation cancels itself and the completion
+    // is never called. A null receiver is never answered.
     static WebGeocoder *geocode(const WebGeocoderEndpoint &endpoint, const QString &address,
+                                QObject *receiver, Completion completion);
+    static WebGeocoder *geocode(const WebGeocoderEndpoint &endpoint, const QString &address,
+                                const CircularRegion &region, QObject *receiver,
                                 Completion completion);
-    static WebGeocoder *geocode(const WebGeocoderEndpoint &endpoint, const QString &address,
-                                const CircularRegion &region, Completion completion);
     static WebGeocoder *reverseGeocode(const WebGeocoderEndpoint &endpoint,
-                                       const Coordinate &coordinate, Completion completion);
+                                       const Coordinate &coordinate, QObject *receiver,
+                                       Completion completion);
 
     WebGeocoder(const WebGeocoderEndpoint &endpoint, const QString &address, Completion completion,
                 QObject *parent = nullptr);
@@ -122,7 +132,9 @@ public:
     void setState(int state);
 
     QUrl requestURL() const { return m_operationRequest.url(); }
-    // The watchdog: 20 seconds unless changed before `start`.
+    // The watchdog: the endpoint's (20 seconds unless changed) unless
+    // changed before `start`. A caller that owns the operation itself ties
+    // it to its own lifetime by parenting it.
     int timeoutInterval() const { return m_timeoutInterval; }
     void setTimeoutInterval(int msecs) { m_timeoutInterval = msecs; }
     void setDeleteWhenFinished(bool on) { m_deleteWhenFinished = on; }
@@ -139,6 +151,7 @@ signals:
     void isFinishedChanged();
 
 private:
+    static WebGeocoder *launch(WebGeocoder *operation, QObject *receiver);
     void build(const WebGeocoderEndpoint &endpoint, Parameters &parameters, Completion completion);
     void keepResponse(QNetworkReply *reply);
     void finishedLoading();
@@ -157,9 +170,11 @@ private:
     std::optional<WebGeocoderResponse> m_operationURLResponse;
     int m_state = Ready;
     Completion m_operationCompletionBlock;
-    QTimer m_timeoutTimer;
+    ClockTimer *m_timeoutTimer; // a child, so that it follows the operation to its thread
     int m_timeoutInterval = 20000;
     bool m_cancelled = false;
     bool m_delivering = false;
     bool m_deleteWhenFinished = false;
+    bool m_hasReceiver = false;
+    QPointer<QObject> m_receiver;
 };

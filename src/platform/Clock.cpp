@@ -10,24 +10,31 @@ class SystemClockTimer : public ClockTimer
 public:
     explicit SystemClockTimer(QObject *parent) : ClockTimer(parent)
     {
-        m_timer.setTimerType(Qt::PreciseTimer);
-        connect(&m_timer, &QTimer::timeout, this, [this] {
+        m_timer->setTimerType(Qt::PreciseTimer);
+        connect(m_timer, &QTimer::timeout, this, [this] {
             if (isSingleShot())
-                m_timer.stop();
+                m_timer->stop();
             emit timeout();
         });
     }
 
-    void start(int msecs) override { m_timer.start(msecs); }
-    void stop() override { m_timer.stop(); }
-    bool isActive() const override { return m_timer.isActive(); }
-    int interval() const override { return m_timer.interval(); }
+    void start(int msecs) override { m_timer->start(msecs); }
+    void stop() override { m_timer->stop(); }
+    bool isActive() const override { return m_timer->isActive(); }
+    int interval() const override { return m_timer->interval(); }
 
 private:
-    QTimer m_timer;
+    // a child, so that it follows its owner to another thread
+    QTimer *m_timer = new QTimer(this);
 };
 
 } // namespace
+
+const Clock *SystemClock::instance()
+{
+    static const SystemClock clock;
+    return &clock;
+}
 
 ClockTimer *Clock::createTimer(QObject *parent) const
 {

@@ -30,6 +30,9 @@ class SystemClock : public Clock
 {
 public:
     qint64 currentMSecsSinceEpoch() const override { return QDateTime::currentMSecsSinceEpoch(); }
+
+    // The one real clock, for what nobody gave a clock to.
+    static const Clock *instance();
 };
 
 // A timer of a Clock: single-shot or repeating, started and stopped by its

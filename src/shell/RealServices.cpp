@@ -18,6 +18,8 @@ struct RealServices::Owned
     ScreenDeviceMetrics deviceMetrics;
     DesktopUrlOpener urlOpener;
     std::unique_ptr<TileSource> tiles; // after the network it uses
+    // last, so that it goes first and takes the shared location service along
+    std::unique_ptr<Location::Registration> location;
 };
 
 RealServices::RealServices(const Configuration &configuration)
@@ -32,18 +34,11 @@ RealServices::RealServices(const Configuration &configuration)
 
     // the location service is reached through class operations; it gets its
     // services here, once
-    Location::setServices(m_services);
     PositionSourceFactory *sources = m_services.positionSources;
-    Location::setMapViewFactory([sources](QObject *parent) -> UserLocationMapView * {
-        return new HiddenUserLocationMapView(sources, parent);
-    });
+    m_owned->location = std::make_unique<Location::Registration>(
+        m_services, [sources](QObject *parent) -> UserLocationMapView * {
+            return new HiddenUserLocationMapView(sources, parent);
+        });
 }
 
-RealServices::~RealServices()
-{
-    // the screens are gone by now; the shared location service goes with
-    // the services it was given
-    Location::resetSharedInstance();
-    Location::setMapViewFactory({});
-    Location::setServices(Services{});
-}
+RealServices::~RealServices() = default;

@@ -76,10 +76,12 @@ private slots:
                 body = R"({"results":[],"status":"ZERO_RESULTS"})";
             else if (target.startsWith("/search?"))
                 body = R"([{"lat":"22.5431","lon":"114.0579","display_name":"Futian"}])";
-            else if (target.startsWith("/reverse?format=jsonv2&lat=0.")) // the ocean
+            else if (target.startsWith("/reverse?format=jsonv2&addressdetails=1&lat=0.")) // ocean
                 body = R"({"error":"Unable to geocode"})";
             else if (target.startsWith("/reverse?"))
-                body = R"({"lat":"22.5","lon":"114.1","display_name":"Nanshan, Shenzhen"})";
+                body = R"({"lat":"22.5","lon":"114.1","name":"","display_name":"Nanshan, Shenzhen",
+                           "address":{"house_number":"1号","road":"科技园路","suburb":"南山区",
+                                      "country_code":"cn"}})";
             else
                 return StubHttpServer::Response{404, "text/plain", "none", {}};
             return StubHttpServer::Response{200, "application/json", body, {}};
@@ -108,11 +110,14 @@ private slots:
         row("reverse, service error", "reverse 22.5 114.1", 1, "", "Zero results returned",
             "/maps/api/geocode/json?latlng=22.500000%2C114.100000&sensor=true&language=en");
         row("lookup address", "lookup Futian Shenzhen", 0, "22.543100 114.057900\n", "",
-            "/search?format=jsonv2&q=Futian%20Shenzhen&accept-language=en");
-        row("lookup coordinate", "lookup 22.5 114.1", 0, "Nanshan, Shenzhen\n", "",
-            "/reverse?format=jsonv2&lat=22.500000&lon=114.100000&accept-language=en");
+            "/search?format=jsonv2&addressdetails=1&q=Futian%20Shenzhen&accept-language=en");
+        // the first of the address lines, as the screens show it
+        row("lookup coordinate", "lookup 22.5 114.1", 0, "科技园路1号\n", "",
+            "/reverse?format=jsonv2&addressdetails=1&lat=22.500000&lon=114.100000&"
+            "accept-language=en");
         row("lookup in the ocean", "lookup 0 -160", 1, "", "Unable to geocode",
-            "/reverse?format=jsonv2&lat=0.000000&lon=-160.000000&accept-language=en");
+            "/reverse?format=jsonv2&addressdetails=1&lat=0.000000&lon=-160.000000&"
+            "accept-language=en");
         row("position, command option", "position --nmea-file LOG", 0, "22.500000 114.100000\n", "",
             "");
         row("position, global option", "--nmea-file LOG position", 0, "22.500000 114.100000\n", "",

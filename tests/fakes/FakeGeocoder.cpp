@@ -2,18 +2,20 @@
 
 #include <QTimer>
 
-void FakeGeocoder::reverseGeocodeLocation(const Coordinate &location, Completion completion)
+void FakeGeocoder::reverseGeocodeLocation(const Coordinate &location, QObject *receiver,
+                                          Completion completion)
 {
     m_reverseRequests.append(location);
     answerLater(m_reverse.value(location, GeocoderAnswer::failure(QStringLiteral("not found"))),
-                std::move(completion));
+                receiver, std::move(completion));
 }
 
-void FakeGeocoder::geocodeAddressString(const QString &address, Completion completion)
+void FakeGeocoder::geocodeAddressString(const QString &address, QObject *receiver,
+                                        Completion completion)
 {
     m_forwardRequests.append(address);
     answerLater(m_forward.value(address, GeocoderAnswer::failure(QStringLiteral("not found"))),
-                std::move(completion));
+                receiver, std::move(completion));
 }
 
 void FakeGeocoder::setAddress(const Coordinate &location, const QString &addressLine)
@@ -38,8 +40,12 @@ void FakeGeocoder::setForwardAnswer(const QString &address, const GeocoderAnswer
     m_forward.insert(address, answer);
 }
 
-void FakeGeocoder::answerLater(const GeocoderAnswer &answer, Completion completion)
+void FakeGeocoder::answerLater(const GeocoderAnswer &answer, QObject *receiver,
+                               Completion completion)
 {
-    QTimer::singleShot(0, this,
+    if (!receiver)
+        return;
+    // the receiver is the timer's context: if it goes first, so does the answer
+    QTimer::singleShot(0, receiver,
                        [answer, completion = std::move(completion)] { completion(answer); });
 }

@@ -7,7 +7,8 @@
 
 // A geocoder for tests: answers from tables set up beforehand, always later
 // on the event loop, and records what it was asked. Unknown questions get
-// a failure with the text "not found".
+// a failure with the text "not found". A receiver destroyed before the
+// answer gets nothing.
 class FakeGeocoder : public QObject, public Geocoder
 {
     Q_OBJECT
@@ -15,8 +16,10 @@ class FakeGeocoder : public QObject, public Geocoder
 public:
     using QObject::QObject;
 
-    void reverseGeocodeLocation(const Coordinate &location, Completion completion) override;
-    void geocodeAddressString(const QString &address, Completion completion) override;
+    void reverseGeocodeLocation(const Coordinate &location, QObject *receiver,
+                                Completion completion) override;
+    void geocodeAddressString(const QString &address, QObject *receiver,
+                              Completion completion) override;
 
     void setAddress(const Coordinate &location, const QString &addressLine);
     void setCoordinate(const QString &address, const Coordinate &location);
@@ -27,7 +30,7 @@ public:
     const QStringList &forwardRequests() const { return m_forwardRequests; }
 
 private:
-    void answerLater(const GeocoderAnswer &answer, Completion completion);
+    void answerLater(const GeocoderAnswer &answer, QObject *receiver, Completion completion);
 
     QHash<Coordinate, GeocoderAnswer> m_reverse;
     QHash<QString, GeocoderAnswer> m_forward;

@@ -2,13 +2,14 @@
 #include "TestServices.h"
 
 #include "fakes/FakeGeocoder.h"
+#include "fakes/FakePositionSourceFactory.h"
 #include "location/Location.h"
 #include "location/LocationDelegate.h"
-#include "fakes/FakePositionSourceFactory.h"
 
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWidget>
 
 #include <memory>
 
@@ -35,6 +36,7 @@ public:
     void geocoderFailed(Location *l, const QString &t) override { note(l, "coordinate failed", t); }
 
     QStringList events;
+    QStringList *journal = nullptr; // outlives the delegate, if set
     QList<Location *> callers;
     QList<qsizetype> alertsSeen;
     const RecordingAlertPresenter *alerts = nullptr;
@@ -48,6 +50,8 @@ private:
     void note(Location *location, const QString &event)
     {
         events.append(event);
+        if (journal)
+            journal->append(event);
         callers.append(location);
         alertsSeen.append(alerts ? alerts->alerts().size() : 0);
     }
@@ -70,7 +74,13 @@ public:
     int attachCount = 0;
 };
 
+// A screen: a widget that is also a delegate, destroyed on dismissal.
+class ScreenDelegate : public QWidget, public RecordingDelegate
+{
+};
+
 enum Failure { InvalidFix, SourceError, ServicesOff };
+enum Request { ReverseLookup, ForwardLookup, PositionRequest, OwnAddress, SeparateInstance };
 
 } // namespace
 
@@ -83,6 +93,7 @@ class LocationTest : public QObject
 private:
     std::unique_ptr<TestServices> m_world;
     std::unique_ptr<QTemporaryDir> m_defaultsDir;
+    std::unique_ptr<Location::Registration> m_registration;
     FakePositionSourceFactory *m_sources = nullptr;
     FakeGeocoder *m_geocoder = nullptr;
     QPointer<FakeMapView> m_mapView;
@@ -107,13 +118,11 @@ private slots:
         m_geocoder = new FakeGeocoder;
         m_world->services().positionSources = m_sources;
         m_world->services().geocoder = m_geocoder;
-        Location::setServices(m_world->services());
+        m_registration = std::make_unique<Location::Registration>(m_world->services());
     }
     void cleanup()
     {
-        Location::resetSharedInstance();
-        Location::setServices(Services{});
-        Location::setMapViewFactory({});
+        m_registration.reset();
         delete m_sources;
         delete m_geocoder;
         m_world.reset();
@@ -197,7 +206,7 @@ private slots:
         QCOMPARE(source()->startCount(), kind == ServicesOff ? 0 : 1);
         QVERIFY(!source()->deliver(1.0, 1.0)); // no better fix is waited for
         QCOMPARE(location->ownLatitude(), 0.0);
-        Location::resetSharedInstance(); // the stored values are left as they were
+        m_registration.reset(); // the stored values are left as they were
         QCOMPARE(Location::latitude(), 7.0);
         QCOMPARE(Location::longitude(), 8.0);
     }
@@ -240,7 +249,7 @@ private slots:
         QFETCH(int, outcome);
         QFETCH(QStringList, events);
         QFETCH(int, managerStarts);
-        Location::setMapViewFactory([this](QObject *parent) {
+        m_registration->setMapViewFactory([this](QObject *parent) {
             m_mapView = new FakeMapView(parent);
             return m_mapView.data();
         });
@@ -341,6 +350,78 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(delegate.events.size(), 3, 1000);
         QCOMPARE(delegate.events.last(), QStringLiteral("address failed not found"));
         QCOMPARE(Location::address(), QStringLiteral("Somewhere 1"));
+    }
+
+    void goneRequesterGetsNothing_data()
+    {
+        QTest::addColumn<int>("request");
+        QTest::addColumn<bool>("screen");
+        QTest::newRow("address of a coordinate, delegate") << int(ReverseLookup) << false;
+        QTest::newRow("coordinate of an address, screen") << int(ForwardLookup) << true;
+        QTest::newRow("position fix, screen") << int(PositionRequest) << true;
+        QTest::newRow("address of the shared fix, delegate") << int(OwnAddress) << false;
+        QTest::newRow("address of a separate instance's fix, screen")
+            << int(SeparateInstance) << true;
+    }
+    void goneRequesterGetsNothing()
+    {
+        QFETCH(int, request);
+        QFETCH(bool, screen);
+        m_geocoder->setAddress(Coordinate{0.0, 0.0}, QStringLiteral("Null Island"));
+        m_geocoder->setCoordinate(QStringLiteral("Here"), Coordinate{1.0, 2.0});
+        QStringList heard;
+        const auto make = [&] {
+            std::unique_ptr<RecordingDelegate> delegate(screen ? new ScreenDelegate
+                                                               : new RecordingDelegate);
+            delegate->journal = &heard;
+            return delegate;
+        };
+        std::unique_ptr<Location> separate;
+        // asks on the delegate's behalf
+        const auto ask = [&](RecordingDelegate *delegate) {
+            switch (request) {
+            case ReverseLookup:
+                Location::addressWithCoordinate(Coordinate{0.0, 0.0}, delegate);
+                break;
+            case ForwardLookup:
+                Location::coordinateWithAddress(QStringLiteral("Here"), delegate);
+                break;
+            case PositionRequest:
+                Location::sharedInstacneWithDelegate(delegate)->startLocation();
+                break;
+            case OwnAddress:
+                Location::sharedInstacneWithDelegate(delegate)->startAddress();
+                break;
+            case SeparateInstance:
+                separate.reset(Location::locationWihtDelegate(delegate));
+                separate->startAddress();
+                break;
+            }
+        };
+        const auto answer = [&] {
+            if (request == PositionRequest)
+                QVERIFY(source()->deliver(1.0, 2.0));
+            QTest::qWait(20);
+        };
+
+        std::unique_ptr<RecordingDelegate> gone = make();
+        ask(gone.get());
+        gone.reset();
+        answer();
+        QCOMPARE(heard, QStringList());
+
+        std::unique_ptr<RecordingDelegate> next = make();
+        ask(next.get());
+        answer();
+        QCOMPARE(heard.size(), 1);
+        QVERIFY(!heard.first().contains(QLatin1String("failed")));
+
+        if (request == SeparateInstance) { // the instance itself goes with its lookup out
+            ask(next.get());
+            separate.reset();
+            answer();
+            QCOMPARE(heard.size(), 1);
+        }
     }
 };
 

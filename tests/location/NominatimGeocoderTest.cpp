@@ -83,7 +83,7 @@ private slots:
         row("search results", 200,
             R"([{"lat":"22.5431","lon":"114.0579","display_name":"Futian, Shenzhen"},
                 {"lat":"1","lon":"2","display_name":"Other"}])",
-            "Futian, Shenzhen | 22.543100, 114.057900 | 2");
+            "Futian | 22.543100, 114.057900 | 2");
         row("reverse result", 200,
             R"({"lat":"22.5","lon":"114.1","display_name":"Nanshan","place_id":1})",
             "Nanshan | 22.500000, 114.100000 | 1");
@@ -113,7 +113,7 @@ private slots:
         if (status < 0)
             m_server.reset(); // the port closes
         Answers answers;
-        service->geocodeAddressString(QStringLiteral("x"), answers.completion());
+        service->geocodeAddressString(QStringLiteral("x"), this, answers.completion());
         QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 1, 1000);
         const QString actual = describe(answers.received.first());
         QVERIFY2(actual.startsWith(expected), qPrintable(actual));
@@ -125,10 +125,10 @@ private slots:
         auto service = geocoder(QStringLiteral("/nominatim/"));
         service->pacer().setMinimumInterval(150);
         Answers answers;
-        service->geocodeAddressString(QStringLiteral("1+2 Main St&Co"), answers.completion());
-        service->reverseGeocodeLocation(Coordinate{22.5, 114.1}, answers.completion());
-        service->geocodeAddressString(QStringLiteral("2"), answers.completion());
-        service->geocodeAddressString(QStringLiteral("3"), answers.completion());
+        service->geocodeAddressString(QStringLiteral("1+2 Main St&Co"), this, answers.completion());
+        service->reverseGeocodeLocation(Coordinate{22.5, 114.1}, this, answers.completion());
+        service->geocodeAddressString(QStringLiteral("2"), this, answers.completion());
+        service->geocodeAddressString(QStringLiteral("3"), this, answers.completion());
         QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 4, 1500);
         QCOMPARE(m_arrivals.size(), 4);
         QByteArrayList targets;
@@ -141,11 +141,12 @@ private slots:
         }
         QCOMPARE(targets,
                  (QByteArrayList{
-                     "/nominatim/search?format=jsonv2&q=1%2B2%20Main%20St%26Co&accept-language=en",
-                     "/nominatim/reverse?format=jsonv2&lat=22.500000&lon=114.100000&"
+                     "/nominatim/search?format=jsonv2&addressdetails=1&q=1%2B2%20Main%20St%26Co&"
                      "accept-language=en",
-                     "/nominatim/search?format=jsonv2&q=2&accept-language=en",
-                     "/nominatim/search?format=jsonv2&q=3&accept-language=en"}));
+                     "/nominatim/reverse?format=jsonv2&addressdetails=1&lat=22.500000&"
+                     "lon=114.100000&accept-language=en",
+                     "/nominatim/search?format=jsonv2&addressdetails=1&q=2&accept-language=en",
+                     "/nominatim/search?format=jsonv2&addressdetails=1&q=3&accept-language=en"}));
     }
 
     void answersAreSharedAndCachedButFailuresAreNot()
@@ -154,21 +155,90 @@ private slots:
         auto service = geocoder();
         Answers answers;
         // asked twice before the answer: one trip for both
-        service->geocodeAddressString(QStringLiteral("A"), answers.completion());
-        service->geocodeAddressString(QStringLiteral("A"), answers.completion());
+        service->geocodeAddressString(QStringLiteral("A"), this, answers.completion());
+        service->geocodeAddressString(QStringLiteral("A"), this, answers.completion());
         QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 2, 1000);
-        service->geocodeAddressString(QStringLiteral("A"), answers.completion());
+        service->geocodeAddressString(QStringLiteral("A"), this, answers.completion());
         QCOMPARE(answers.received.size(), 2); // even a cached answer comes later
         QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 3, 1000);
         QCOMPARE(m_server->requests().size(), 1);
         QCOMPARE(describe(answers.received[2]), QStringLiteral("A | 1.000000, 2.000000 | 1"));
 
         m_answer = {503, "text/plain", "busy", {}};
-        service->geocodeAddressString(QStringLiteral("B"), answers.completion());
+        service->geocodeAddressString(QStringLiteral("B"), this, answers.completion());
         QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 4, 1000);
-        service->geocodeAddressString(QStringLiteral("B"), answers.completion());
+        service->geocodeAddressString(QStringLiteral("B"), this, answers.completion());
         QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 5, 1000);
         QCOMPARE(m_server->requests().size(), 3);
+    }
+
+    void goneReceiversGetNothingAndTheNextAreAnswered()
+    {
+        m_answer.body = R"([{"lat":"1","lon":"2","display_name":"A"}])";
+        auto service = geocoder();
+        service->pacer().setMinimumInterval(100);
+        Answers gone;
+        Answers next;
+        auto receiver = std::make_unique<QObject>();
+        service->geocodeAddressString(QStringLiteral("A"), receiver.get(), gone.completion());
+        service->geocodeAddressString(QStringLiteral("B"), receiver.get(), gone.completion());
+        receiver.reset(); // "A" is out, "B" waits for its turn
+        service->geocodeAddressString(QStringLiteral("B"), this, next.completion());
+        QTRY_COMPARE_WITH_TIMEOUT(next.received.size(), 1, 1000);
+        {
+            QObject brief; // asks for a remembered answer and goes at once
+            service->geocodeAddressString(QStringLiteral("A"), &brief, gone.completion());
+        }
+        service->geocodeAddressString(QStringLiteral("A"), this, next.completion());
+        QTRY_COMPARE_WITH_TIMEOUT(next.received.size(), 2, 1000);
+        QCOMPARE(describe(next.received[1]), QStringLiteral("A | 1.000000, 2.000000 | 1"));
+        QCOMPARE(m_server->requests().size(), 2); // the gone receiver's trip filled the memory
+        QCOMPARE(gone.received.size(), 0);
+    }
+
+    void addressLines_data()
+    {
+        QTest::addColumn<QByteArray>("place");
+        QTest::addColumn<QString>("lines");
+        const auto row = [](const char *name, const char *place, const char *lines) {
+            QTest::newRow(name) << QByteArray(place) << QString::fromUtf8(lines);
+        };
+        row("a named place, then its street",
+            R"({"name":"Café Einstein","display_name":"x","address":{"house_number":"58",
+                "road":"Unter den Linden","suburb":"Mitte","city":"Berlin","postcode":"10117",
+                "country":"Deutschland","country_code":"de"}})",
+            "Café Einstein/Unter den Linden 58/Mitte/Berlin/10117/Deutschland");
+        row("number before the road", R"({"name":"","address":{"house_number":"1600",
+                "road":"Amphitheatre Parkway","town":"Mountain View","postcode":"94043",
+                "country":"United States","country_code":"us"}})",
+            "1600 Amphitheatre Parkway/Mountain View/94043/United States");
+        row("number after the road, with a comma",
+            R"({"address":{"house_number":"1000","road":"Avenida Paulista",
+                "city_district":"Bela Vista","city":"São Paulo","country_code":"br"}})",
+            "Avenida Paulista, 1000/Bela Vista/São Paulo");
+        row("number joined to the road", R"({"address":{"house_number":"1号","road":"科技园路",
+                "district":"南山区","city":"深圳市","country":"中国","country_code":"cn"}})",
+            "科技园路1号/南山区/深圳市/中国");
+        row("a street that is the place is written once",
+            R"({"name":"Rue de Rivoli","address":{"road":"Rue de Rivoli","city":"Paris",
+                "country_code":"fr"}})",
+            "Rue de Rivoli/Paris");
+        row("no name, no road: the display name's first part",
+            R"({"display_name":"Shenzhen Bay, Nanshan","address":{"suburb":"Nanshan",
+                "country":"China"}})",
+            "Shenzhen Bay/Nanshan/China");
+        row("no details", R"({"display_name":"Nanshan, Shenzhen"})", "Nanshan");
+    }
+    void addressLines()
+    {
+        QFETCH(QByteArray, place);
+        QFETCH(QString, lines);
+        const QByteArray body = place.chopped(1) + R"(,"lat":"1","lon":"2"})";
+        const GeocoderAnswer answer = NominatimGeocoder::answerFor(200, body);
+        QVERIFY(answer.placemarks && answer.placemarks->size() == 1);
+        QCOMPARE(
+            answer.placemarks->first().formattedAddressLines.value_or(QStringList()).join(u'/'),
+            lines);
     }
 };
 

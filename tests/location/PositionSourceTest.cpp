@@ -1,13 +1,64 @@
 #include "NmeaLog.h"
 #include "TestMain.h"
+#include "TestServices.h"
 
 #include "location/ConfiguredPositionSourceFactory.h"
+#include "location/Location.h"
+#include "location/LocationDelegate.h"
 #include "location/QtPositionSource.h"
 
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
+
+namespace {
+
+// A Qt Positioning source whose user refuses this application access, each
+// time it is started.
+class DeniedSource : public QGeoPositionInfoSource
+{
+public:
+    DeniedSource() : QGeoPositionInfoSource(nullptr) {}
+    QGeoPositionInfo lastKnownPosition(bool) const override { return {}; }
+    PositioningMethods supportedPositioningMethods() const override
+    {
+        return AllPositioningMethods;
+    }
+    int minimumUpdateInterval() const override { return 0; }
+    Error error() const override { return m_error; }
+    void startUpdates() override
+    {
+        QTimer::singleShot(0, this, [this] {
+            m_error = AccessError;
+            emit errorOccurred(m_error);
+        });
+    }
+    void stopUpdates() override {}
+    void requestUpdate(int) override {}
+
+private:
+    Error m_error = NoError;
+};
+
+class DeniedSources : public PositionSourceFactory
+{
+public:
+    PositionSource *create(QObject *parent) override
+    {
+        return new QtPositionSource(new DeniedSource, parent);
+    }
+};
+
+class FailureListener : public LocationDelegate
+{
+public:
+    void locationFailed(Location *, const QString &text) override { failures.append(text); }
+    QStringList failures;
+};
+
+} // namespace
 
 // The Qt Positioning sources: how their reports become fixes and failures,
 // and the NMEA replay.
@@ -88,6 +139,24 @@ private slots:
         const qsizetype seen = fixes.size();
         QTest::qWait(50);
         QCOMPARE(fixes.size(), seen);
+    }
+
+    void accessDeniedStaysDeniedOnEveryRequest()
+    {
+        TestServices world;
+        DeniedSources sources;
+        world.services().positionSources = &sources;
+        const Location::Registration registration(world.services());
+        FailureListener listener;
+        for (int request = 1; request <= 2; ++request) {
+            Location::sharedInstacneWithDelegate(&listener)->startLocation();
+            QTRY_COMPARE_WITH_TIMEOUT(listener.failures.size(), request, 1000);
+        }
+        const QString denied = QtPositionSource::describe(QGeoPositionInfoSource::AccessError);
+        QCOMPARE(listener.failures, (QStringList{denied, denied}));
+        QCOMPARE(world.alerts.alerts().size(), 2);
+        for (const Alert &alert : world.alerts.alerts())
+            QCOMPARE(alert.title, QStringLiteral("定位失败"));
     }
 };
 

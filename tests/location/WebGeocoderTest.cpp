@@ -1,6 +1,7 @@
 #include "StubHttpServer.h"
 #include "TestMain.h"
 
+#include "fakes/ManualClock.h"
 #include "location/WebGeocoder.h"
 
 #include <QJsonParseError>
@@ -8,6 +9,7 @@
 #include <QNetworkReply>
 #include <QSignalSpy>
 #include <QTest>
+#include <QThread>
 
 #include <memory>
 #include <optional>
@@ -47,13 +49,17 @@ class WebGeocoderTest : public QObject
     Q_OBJECT
 
 private:
+    ManualClock m_clock;
     QNetworkAccessManager m_network;
     std::unique_ptr<StubHttpServer> m_server;
     StubHttpServer::Response m_answer;
 
     WebGeocoderEndpoint endpoint()
     {
-        return {&m_network, m_server->baseUrl(), QStringLiteral("TrekmimeTest/1")};
+        WebGeocoderEndpoint result{&m_network, m_server->baseUrl(),
+                                   QStringLiteral("TrekmimeTest/1")};
+        result.clock = &m_clock; // the watchdog fires when the test says
+        return result;
     }
 
 private slots:
@@ -119,7 +125,9 @@ private slots:
 
     void answers_data()
     {
-        QTest::addColumn<int>("status"); // 0: never answers, -1: nobody listening
+        // 0: never answers, -1: nobody listening, -2: a 200 whose connection
+        // drops in the middle of the body
+        QTest::addColumn<int>("status");
         QTest::addColumn<QByteArray>("contentType");
         QTest::addColumn<QByteArray>("body");
         QTest::addColumn<int>("places"); // -1: no list at all
@@ -157,6 +165,8 @@ private slots:
         row("timeout", 0, json, "", -1, url, -1001, "The operation timed out.");
         row("connection refused", -1, json, "", -1, "QNetworkReply",
             int(QNetworkReply::ConnectionRefusedError), "*");
+        row("dropped after the head", -2, json, twoResults, -1, "QNetworkReply",
+            int(QNetworkReply::RemoteHostClosedError), "*");
     }
     void answers()
     {
@@ -167,20 +177,26 @@ private slots:
         QFETCH(QString, errorDomain);
         QFETCH(int, errorCode);
         QFETCH(QString, errorText);
-        m_answer = {status, contentType, body, {}};
+        m_answer = {status == -2 ? 200 : status, contentType, body, {}};
+        m_server->setCutShort(status == -2);
         Outcome outcome;
         WebGeocoder operation(endpoint(), QStringLiteral("x"), outcome.completion());
         QCOMPARE(operation.timeoutInterval(), 20000);
-        operation.setTimeoutInterval(150);
-        if (status < 0)
+        if (status == -1)
             m_server.reset(); // the port closes
         operation.start();
+        if (status == 0) {
+            QTRY_COMPARE_WITH_TIMEOUT(m_server->requests().size(), 1, 1000);
+            m_clock.advance(19999);
+            QVERIFY(!operation.isFinished());
+            m_clock.advance(1);
+        }
         QTRY_VERIFY_WITH_TIMEOUT(operation.isFinished(), 1000);
         QCOMPARE(outcome.calls, 1);
         QCOMPARE(outcome.placemarks ? int(outcome.placemarks->size()) : -1, places);
-        QCOMPARE(outcome.response.has_value(), status > 0);
+        QCOMPARE(outcome.response.has_value(), status > 0 || status == -2);
         if (outcome.response)
-            QCOMPARE(outcome.response->statusCode, status);
+            QCOMPARE(outcome.response->statusCode, m_answer.status);
         if (places == 2)
             QCOMPARE(outcome.placemarks->at(1).formattedAddress, QStringLiteral("2 B Road"));
         QCOMPARE(outcome.error ? outcome.error->domain : QString(), errorDomain);
@@ -190,6 +206,8 @@ private slots:
             QCOMPARE(outcome.error ? outcome.error->code : 0, errorCode);
         if (errorText != QLatin1String("*"))
             QCOMPARE(outcome.error ? outcome.error->localizedDescription : QString(), errorText);
+        else // the connection's own words
+            QVERIFY(!outcome.error->localizedDescription.isEmpty());
         if (errorDomain == QLatin1String("NSURLErrorDomain")) {
             QCOMPARE(outcome.error->failingURL, operation.requestURL());
             QCOMPARE(outcome.error->failingURLString,
@@ -209,7 +227,6 @@ private slots:
         m_answer.status = 0;
         Outcome outcome;
         WebGeocoder operation(endpoint(), QStringLiteral("x"), outcome.completion());
-        operation.setTimeoutInterval(100);
         if (started) {
             operation.start();
             QTRY_COMPARE_WITH_TIMEOUT(m_server->requests().size(), 1, 1000);
@@ -219,7 +236,7 @@ private slots:
         if (!started)
             operation.start();
         QTRY_VERIFY_WITH_TIMEOUT(operation.isFinished(), 1000);
-        QTest::qWait(200); // past the watchdog too
+        m_clock.advance(operation.timeoutInterval()); // past the watchdog too
         QCOMPARE(outcome.calls, 0);
         QCOMPARE(m_server->requests().size(), started ? 1 : 0);
         operation.cancel(); // finished: ignored
@@ -229,8 +246,8 @@ private slots:
     void classOperationAnswersLaterAndDeletesItself()
     {
         Outcome outcome;
-        QPointer<WebGeocoder> operation =
-            WebGeocoder::reverseGeocode(endpoint(), Coordinate{1.0, 2.0}, outcome.completion());
+        QPointer<WebGeocoder> operation = WebGeocoder::reverseGeocode(
+            endpoint(), Coordinate{1.0, 2.0}, this, outcome.completion());
         QVERIFY(operation && operation->isExecuting());
         QCOMPARE(outcome.calls, 0);
         QSignalSpy state(operation.data(), &WebGeocoder::stateChanged);
@@ -241,6 +258,47 @@ private slots:
         QCOMPARE(outcome.placemarks->size(), 2);
         QCOMPARE((QList<qsizetype>{state.size(), executing.size(), finished.size()}),
                  (QList<qsizetype>{1, 1, 1}));
+    }
+
+    void goneCallerGetsNothing()
+    {
+        m_answer.status = 0; // held until the caller is gone
+        Outcome gone;
+        auto caller = std::make_unique<QObject>();
+        QPointer<WebGeocoder> operation =
+            WebGeocoder::geocode(endpoint(), QStringLiteral("x"), caller.get(), gone.completion());
+        QTRY_COMPARE_WITH_TIMEOUT(m_server->requests().size(), 1, 1000);
+        caller.reset();
+        QTRY_VERIFY_WITH_TIMEOUT(operation.isNull(), 1000); // cancelled itself and went
+        m_clock.advance(20000); // a watchdog left behind would answer now
+        QCOMPARE(gone.calls, 0);
+
+        m_answer.status = 200;
+        Outcome next;
+        WebGeocoder::geocode(endpoint(), QStringLiteral("y"), this, next.completion());
+        QTRY_COMPARE_WITH_TIMEOUT(next.calls, 1, 1000);
+        QCOMPARE(next.placemarks->size(), 2);
+        QCOMPARE(gone.calls, 0);
+    }
+
+    void watchdogFollowsTheOperationToTheGuiThread()
+    {
+        m_answer.status = 0;
+        Outcome outcome;
+        WebGeocoder *made = nullptr;
+        std::unique_ptr<QThread> worker(QThread::create([&] {
+            WebGeocoderEndpoint real = endpoint();
+            real.clock = nullptr; // Qt's own timer, which has a thread
+            made = new WebGeocoder(real, QStringLiteral("x"), outcome.completion());
+            made->setTimeoutInterval(100);
+            made->start(); // moves itself over and starts there
+        }));
+        worker->start();
+        QVERIFY(worker->wait(1000));
+        const std::unique_ptr<WebGeocoder> operation(made);
+        QCOMPARE(operation->thread(), thread());
+        QTRY_COMPARE_WITH_TIMEOUT(outcome.calls, 1, 1000);
+        QCOMPARE(outcome.error->code, int(WebGeocoder::TimedOut));
     }
 };
 

@@ -1,9 +1,9 @@
 #include "TestMain.h"
 #include "TestServices.h"
 
+#include "fakes/FakePositionSourceFactory.h"
 #include "location/Location.h"
 #include "location/LocationDelegate.h"
-#include "fakes/FakePositionSourceFactory.h"
 #include "shell/HiddenUserLocationMapView.h"
 #include "ui/MapView.h"
 
@@ -38,13 +38,6 @@ private slots:
     void init()
     {
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_defaults.path());
-        Location::resetSharedInstance();
-    }
-    void cleanup()
-    {
-        Location::resetSharedInstance();
-        Location::setMapViewFactory({});
-        Location::setServices(Services{});
     }
 
     void findsTheUserOffScreenThenLetsGo()
@@ -53,13 +46,12 @@ private slots:
         FakePositionSourceFactory sources;
         sources.scriptFix(59.91, 10.75);
         world.services().positionSources = &sources;
-        Location::setServices(world.services());
         QPointer<HiddenUserLocationMapView> hidden;
-        Location::setMapViewFactory([&](QObject *parent) {
+        QWidget window;
+        const Location::Registration registration(world.services(), [&](QObject *parent) {
             hidden = new HiddenUserLocationMapView(&sources, parent);
             return hidden.data();
         });
-        QWidget window;
         window.resize(320, 480);
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));

@@ -1,6 +1,7 @@
 #include "StubHttpServer.h"
 
 #include <QTcpSocket>
+#include <QTimer>
 
 QUrl StubHttpServer::Request::url() const
 {
@@ -71,6 +72,16 @@ void StubHttpServer::serve(QTcpSocket *socket, QByteArray &buffer)
         for (const auto &header : response.extraHeaders)
             reply += header.first + ": " + header.second + "\r\n";
         reply += "Content-Length: " + QByteArray::number(response.body.size()) + "\r\n\r\n";
+        if (m_cutShort) {
+            // the head first, so that the client has taken it in before the cut
+            socket->write(reply);
+            QTimer::singleShot(50, socket,
+                               [socket, half = response.body.left(response.body.size() / 2)] {
+                                   socket->write(half);
+                                   socket->disconnectFromHost();
+                               });
+            return;
+        }
         reply += response.body;
         socket->write(reply);
     }

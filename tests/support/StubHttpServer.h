@@ -40,6 +40,8 @@ public:
     quint16 port() const { return m_server.serverPort(); }
     QUrl baseUrl() const; // http://127.0.0.1:PORT
     void setHandler(Handler handler) { m_handler = std::move(handler); }
+    // Sends the head and only half of each body, then closes the connection.
+    void setCutShort(bool on) { m_cutShort = on; }
 
     const QList<Request> &requests() const { return m_requests; }
     void clearRequests() { m_requests.clear(); }
@@ -54,4 +56,5 @@ private:
     QTcpServer m_server;
     Handler m_handler;
     QList<Request> m_requests;
+    bool m_cutShort = false;
 };

@@ -68,14 +68,15 @@ QJsonObject placemarkJson(const WebPlacemark &placemark)
 }
 
 // Sends one web geocoding request made by `begin` and prints its places.
-int runWebGeocoder(
-    CtlContext &context,
-    const std::function<void(const WebGeocoderEndpoint &, WebGeocoder::Completion)> &begin)
+int runWebGeocoder(CtlContext &context,
+                   const std::function<void(const WebGeocoderEndpoint &, QObject *,
+                                            WebGeocoder::Completion)> &begin)
 {
+    QObject receiver;
     bool answered = false;
     std::optional<WebGeocoder::PlacemarkList> placemarks;
     std::optional<WebGeocoderError> error;
-    begin(WebGeocoderEndpoint::fromServices(context.services),
+    begin(WebGeocoderEndpoint::fromServices(context.services), &receiver,
           [&](const std::optional<WebGeocoder::PlacemarkList> &list,
               const std::optional<WebGeocoderResponse> &,
               const std::optional<WebGeocoderError> &e) {
@@ -149,13 +150,13 @@ int geocode(CtlContext &context, const QStringList &args)
     const QString address = words.join(QLatin1Char(' '));
     if (address.trimmed().isEmpty())
         return context.fail(CtlBadInput, QStringLiteral("usage: %1").arg(usage));
-    return runWebGeocoder(
-        context, [&](const WebGeocoderEndpoint &endpoint, WebGeocoder::Completion completion) {
-            if (region)
-                WebGeocoder::geocode(endpoint, address, *region, std::move(completion));
-            else
-                WebGeocoder::geocode(endpoint, address, std::move(completion));
-        });
+    return runWebGeocoder(context, [&](const WebGeocoderEndpoint &endpoint, QObject *receiver,
+                                       WebGeocoder::Completion completion) {
+        if (region)
+            WebGeocoder::geocode(endpoint, address, *region, receiver, std::move(completion));
+        else
+            WebGeocoder::geocode(endpoint, address, receiver, std::move(completion));
+    });
 }
 
 int reverse(CtlContext &context, const QStringList &args)
@@ -166,11 +167,11 @@ int reverse(CtlContext &context, const QStringList &args)
     const auto longitude = latitude ? CtlArgs::longitude(context, args[1]) : std::nullopt;
     if (!longitude)
         return CtlBadInput;
-    return runWebGeocoder(
-        context, [&](const WebGeocoderEndpoint &endpoint, WebGeocoder::Completion completion) {
-            WebGeocoder::reverseGeocode(endpoint, Coordinate{*latitude, *longitude},
-                                        std::move(completion));
-        });
+    return runWebGeocoder(context, [&](const WebGeocoderEndpoint &endpoint, QObject *receiver,
+                                       WebGeocoder::Completion completion) {
+        WebGeocoder::reverseGeocode(endpoint, Coordinate{*latitude, *longitude}, receiver,
+                                    std::move(completion));
+    });
 }
 
 // Keeps what the location service reports.
@@ -244,7 +245,7 @@ int lookup(CtlContext &context, const QStringList &args)
         }
     }
 
-    Location::setServices(context.services);
+    const Location::Registration registration(context.services);
 
     Listener listener;
     if (coordinate)
@@ -252,7 +253,6 @@ int lookup(CtlContext &context, const QStringList &args)
     else
         Location::coordinateWithAddress(args.join(QLatin1Char(' ')), &listener);
     waitUntil([&] { return listener.answered; }, 0); // the geocoder's own timeout answers
-    Location::setServices(Services{});
 
     if (listener.failed) {
         return context.fail(CtlFailed, listener.error.isNull() ? QStringLiteral("nothing found")
@@ -298,17 +298,16 @@ int position(CtlContext &context, const QStringList &args)
     Services services = context.services;
     if (!nmeaFile.isEmpty())
         services.positionSources = &commandSources;
-    Location::setServices(services);
-
     Listener listener;
-    Location *location = Location::sharedInstacneWithDelegate(&listener);
-    location->startLocation();
-    const bool answered = waitUntil([&] { return listener.answered; }, int(timeoutSeconds * 1000));
-    if (location->locationManager())
-        location->locationManager()->stopUpdatingLocation();
-    location->setDelegate(nullptr);
-    Location::resetSharedInstance();
-    Location::setServices(Services{});
+    bool answered = false;
+    {
+        const Location::Registration registration(services); // the shared instance goes with it
+        Location *location = Location::sharedInstacneWithDelegate(&listener);
+        location->startLocation();
+        answered = waitUntil([&] { return listener.answered; }, int(timeoutSeconds * 1000));
+        if (location->locationManager())
+            location->locationManager()->stopUpdatingLocation();
+    }
 
     if (!answered) {
         return context.fail(CtlFailed,

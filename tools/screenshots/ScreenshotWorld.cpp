@@ -41,13 +41,11 @@ ScreenshotWorld::ScreenshotWorld() : clock(fixedMoment().toMSecsSinceEpoch())
     m_services.geocoder = &geocoder;
     m_services.tiles = &tiles;
     m_services.applications = &applications;
-    Location::setServices(m_services);
+    m_location = std::make_unique<Location::Registration>(m_services);
 }
 
 ScreenshotWorld::~ScreenshotWorld()
 {
     while (!m_kept.empty())
         m_kept.pop_back();
-    Location::resetSharedInstance();
-    Location::setServices(Services{});
 }

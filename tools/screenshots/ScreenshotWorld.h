@@ -8,6 +8,7 @@
 #include "fakes/RecordingAlertPresenter.h"
 #include "fakes/RecordingUrlOpener.h"
 #include "fakes/SketchTileSource.h"
+#include "location/Location.h"
 #include "platform/Services.h"
 
 #include <QNetworkAccessManager>
@@ -48,6 +49,7 @@ public:
 
 private:
     QTemporaryDir m_dir;
+    std::unique_ptr<Location::Registration> m_location;
     std::vector<std::unique_ptr<QObject>> m_kept;
     Services m_services;
 };
