@@ -92,6 +92,39 @@ QString pathWord(Configuration &configuration, const QString &text)
     return {};
 }
 
+QString mailAddress(Configuration &configuration, const QString &text)
+{
+    static const QRegularExpression address(QStringLiteral("^[^@\\s]+@[^@\\s]+$"));
+    if (!address.match(text.trimmed()).hasMatch())
+        return QStringLiteral("not a mail address");
+    configuration.supportMail = text.trimmed();
+    return {};
+}
+
+// BCP 47 tags such as "zh-Hans" or "en-GB", as the system lists them
+QString languageList(Configuration &configuration, const QString &text)
+{
+    static const QRegularExpression tag(QStringLiteral("^[A-Za-z]{1,8}(-[A-Za-z0-9]{1,8})*$"));
+    QStringList languages;
+    for (const QString &part : text.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+        if (!tag.match(part.trimmed()).hasMatch())
+            return QStringLiteral("not a list of language tags such as zh-Hans,en");
+        languages.append(part.trimmed());
+    }
+    configuration.languages = languages;
+    return {};
+}
+
+QString localeName(Configuration &configuration, const QString &text)
+{
+    static const QRegularExpression name(
+        QStringLiteral("^([A-Za-z]{1,8}([_-][A-Za-z0-9]{1,8})*)?$"));
+    if (!name.match(text.trimmed()).hasMatch())
+        return QStringLiteral("not a language such as zh_CN or en");
+    configuration.language = text.trimmed();
+    return {};
+}
+
 } // namespace
 
 const QList<Configuration::Option> &Configuration::options()
@@ -124,6 +157,23 @@ const QList<Configuration::Option> &Configuration::options()
         {NmeaFile, "TREKMIME_NMEA_FILE", "FILE",
          "Replay this NMEA log as the device position instead of the system source.", "",
          readableFileOrNone<&Configuration::nmeaFile>},
+        // the maker's own addresses; the shipped ones are placeholders for a
+        // build to replace
+        {SupportMail, "TREKMIME_SUPPORT_MAIL", "ADDRESS",
+         "Address the information screen's contact button writes to.", "support@velmora.invalid",
+         mailAddress},
+        {ShopUrl, "TREKMIME_SHOP_URL", "URL",
+         "Page the visit button opens when the first preferred language is zh-Hans.",
+         "https://shop.velmora.invalid/", webAddress<&Configuration::shopUrl>},
+        {WebsiteUrl, "TREKMIME_WEBSITE_URL", "URL", "Page the visit button opens otherwise.",
+         "https://www.velmora.invalid/", webAddress<&Configuration::websiteUrl>},
+        {Languages, "TREKMIME_LANGUAGES", "LIST",
+         "Preferred languages, most preferred first (e.g. zh-Hans,en); empty for the system's.", "",
+         languageList},
+        {Language, "TREKMIME_LANGUAGE", "LANGUAGE",
+         "Language of the texts shown (e.g. zh_CN, en, or C for the original texts); empty for "
+         "the system's.",
+         "", localeName},
     };
     return all;
 }

@@ -4,6 +4,7 @@
 #include <QProcessEnvironment>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 #include <QUrl>
 
 class QCommandLineParser;
@@ -44,6 +45,11 @@ public:
     static constexpr const char *NominatimUrl = "nominatim-url";
     static constexpr const char *GeocodingUrl = "geocoding-url";
     static constexpr const char *NmeaFile = "nmea-file";
+    static constexpr const char *SupportMail = "support-mail";
+    static constexpr const char *ShopUrl = "shop-url";
+    static constexpr const char *WebsiteUrl = "website-url";
+    static constexpr const char *Languages = "languages";
+    static constexpr const char *Language = "language";
 
     QString preferencesDir;  // empty: chosen at start-up (choosePreferencesDirectory)
     QString configFile;      // empty: the default one (defaultConfigFile)
@@ -56,6 +62,13 @@ public:
     QUrl nominatimUrl;
     QUrl geocodingUrl;
     QString nmeaFile; // an existing file, or empty
+
+    // the information screen and the texts' language
+    QString supportMail;   // the maker's support address, for the contact mail
+    QUrl shopUrl;          // the maker's page for users whose first language is "zh-Hans"
+    QUrl websiteUrl;       // the maker's page for everyone else
+    QStringList languages; // preferred languages, most preferred first; empty: the system's
+    QString language;      // the language of the texts ("zh_CN", "en", "C"); empty: the system's
 
     // Every setting at its default.
     Configuration();

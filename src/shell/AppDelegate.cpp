@@ -1,5 +1,6 @@
 #include "shell/AppDelegate.h"
 
+#include "info/InfoViewController.h"
 #include "route/TrekmimeViewController.h"
 #include "settings/MasterRecord.h"
 #include "shell/AppWindow.h"
@@ -54,6 +55,12 @@ void AppDelegate::changeToRouter()
 void AppDelegate::changeToLocation()
 {
     m_window->setRootViewController(m_locationController);
+}
+
+void AppDelegate::showInfoView(QWidget *from, ModalTransition transition)
+{
+    // each opening makes a new screen, which reads what is installed afresh
+    presentViewController(from, new InfoViewController(m_services), transition);
 }
 
 void AppDelegate::followApplicationState()

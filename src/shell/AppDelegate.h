@@ -41,6 +41,8 @@ public:
 
     void changeToRouter() override;
     void changeToLocation() override;
+    // A new information screen over `from`, arriving with `transition`.
+    void showInfoView(QWidget *from, ModalTransition transition) override;
 
     // Calls applicationDidBecomeActive() whenever the application becomes
     // the active one.

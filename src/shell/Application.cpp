@@ -5,6 +5,7 @@
 #include "shell/AppWindow.h"
 #include "shell/RealServices.h"
 #include "shell/Startup.h"
+#include "shell/Translations.h"
 #include "ui/Accessibility.h"
 
 #include <QApplication>
@@ -53,6 +54,7 @@ int runApplication(int argc, char **argv)
     if (!startUp(parser, QStringLiteral("trekmime"), err, configuration))
         return 2;
 
+    installTranslations(configuration.language);
     RealServices services(configuration);
     AppDelegate delegate(services.services());
     delegate.followApplicationState();

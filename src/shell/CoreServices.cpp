@@ -1,5 +1,6 @@
 #include "shell/CoreServices.h"
 
+#include "apps/GioApplicationRegistry.h"
 #include "location/ConfiguredPositionSourceFactory.h"
 #include "location/NominatimGeocoder.h"
 #include "platform/Clock.h"
@@ -14,6 +15,7 @@ struct CoreServices::Owned
     std::unique_ptr<ConfiguredPositionSourceFactory> positionSources;
     std::unique_ptr<NominatimGeocoder> geocoder; // after the network it uses
     std::unique_ptr<OsrmDirectionsService> directions;
+    GioApplicationRegistry applications;
 };
 
 CoreServices::CoreServices(const Configuration &configuration) : m_owned(std::make_unique<Owned>())
@@ -27,6 +29,7 @@ CoreServices::CoreServices(const Configuration &configuration) : m_owned(std::ma
     m_services.geocoder = m_owned->geocoder.get();
     m_owned->directions.reset(OsrmDirectionsService::fromServices(m_services));
     m_services.directions = m_owned->directions.get();
+    m_services.applications = &m_owned->applications;
 }
 
 CoreServices::~CoreServices() = default;

@@ -140,6 +140,7 @@ int runCtl(int argc, char **argv)
     addSettingsCommands(table);
     addRouteCommands(table);
     addLocationCommands(table);
+    addAppsCommands(table);
 
     QCommandLineParser parser;
     parser.setApplicationDescription(

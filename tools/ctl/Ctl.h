@@ -48,6 +48,7 @@ using CtlCommandTable = QList<CtlCommand>;
 void addSettingsCommands(CtlCommandTable &table);
 void addRouteCommands(CtlCommandTable &table);
 void addLocationCommands(CtlCommandTable &table);
+void addAppsCommands(CtlCommandTable &table);
 
 // Parses the global options, then runs the named command.
 int runCtl(int argc, char **argv);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fakes/FakeDirectionsService.h"
+#include "apps/GioApplicationRegistry.h"
 #include "fakes/FakeGeocoder.h"
 #include "fakes/FakePositionSourceFactory.h"
 #include "fakes/FixedDeviceMetrics.h"
@@ -45,6 +46,8 @@ public:
     FakeGeocoder geocoder;
     FakeDirectionsService directions;
     SketchTileSource tiles;
+    // the desktop entries of the data folders a scene points XDG_DATA_DIRS at
+    GioApplicationRegistry applications;
 
 private:
     QTemporaryDir m_dir;

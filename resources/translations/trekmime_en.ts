@@ -1,0 +1,204 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en_US">
+<context>
+    <name>FavoriteEntry</name>
+    <message>
+        <source>Unknow</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>FlatSwitch</name>
+    <message>
+        <source>ON</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OFF</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>InfoViewController</name>
+    <message>
+        <source>White List</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Visit Velmora</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Contact Author</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Location</name>
+    <message>
+        <source>定位服务未开启</source>
+        <translation>Location services are off</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>获取数据失败，定位服务未开启</source>
+        <translation>Could not get data: location services are off</translation>
+    </message>
+    <message>
+        <source>获取地理位置失败</source>
+        <translation>Could not get the location</translation>
+    </message>
+    <message>
+        <source>定位失败</source>
+        <translation>Location failed</translation>
+    </message>
+    <message>
+        <source>请开启定位以保证程序正常运行</source>
+        <translation>Please turn on location services so the application can work properly</translation>
+    </message>
+</context>
+<context>
+    <name>MapView</name>
+    <message>
+        <source>Map</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ModeChange</name>
+    <message>
+        <source>Trekmime is working,please turn off the Trekmime first!</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Spotmime is working,please turn off the Spotmime first!</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ModeScreenLayout</name>
+    <message>
+        <source>Mode</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Current location</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>NominatimGeocoder</name>
+    <message>
+        <source>No network access.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The geocoding service did not answer within %1 seconds.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cannot reach the geocoding service: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The geocoding service refused the request (HTTP %1): %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The geocoding service answered with HTTP status %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The geocoding service sent an answer that is not JSON (%1).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The geocoding service found nothing: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The geocoding service found no place for this request.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>QtPositionSource</name>
+    <message>
+        <source>Access to the device position was denied.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The position source is closed or not available.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No position arrived in time.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The position source failed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>SpotmimeViewController</name>
+    <message>
+        <source>Spotmime</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stay at one place</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Trekmime</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TrekmimeViewController</name>
+    <message>
+        <source>Trekmime</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Travel along a route</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Spotmime</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>WhitelistViewController</name>
+    <message>
+        <source>Done</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>White List</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "apps/ApplicationRegistry.h"
+
+// The installed applications as freedesktop desktop entries, through GIO: a
+// bundle identifier is a desktop entry's id without ".desktop", the home
+// screen is what GIO would show in a menu, in GIO's order, and a running
+// application is one whose id owns a name on the session bus (the way
+// D-Bus activatable applications announce themselves).
+//
+// Icons come from the icon theme (or the file the entry names) through
+// QIcon, so they need a QGuiApplication; without one there are no icons.
+class GioApplicationRegistry : public ApplicationRegistry
+{
+public:
+    QStringList displayIdentifiers(bool onlyRunning, bool debuggable) const override;
+    QString localizedName(const QString &bundle) const override;
+    QImage iconImage(const QString &bundle, int format, qreal scale) const override;
+
+    // The names owned on the session bus now; empty without a session bus.
+    static QStringList sessionBusNames();
+};

@@ -1,0 +1,161 @@
+#include "apps/WhitelistViewController.h"
+
+#include "app/ModalPresentation.h"
+#include "apps/ApplicationList.h"
+#include "apps/ModalScreenFrame.h"
+#include "apps/WhitelistRow.h"
+#include "platform/DeviceMetrics.h"
+#include "platform/Services.h"
+#include "settings/TMPreferenceUtil.h"
+#include "settings/WhitelistRecord.h"
+#include "ui/ColorPalette.h"
+#include "ui/FlatButton.h"
+
+#include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+WhitelistViewController::WhitelistViewController(const Services &services, QWidget *parent)
+    : QWidget(parent), m_services(services)
+{
+    setObjectName(QStringLiteral("WhitelistViewController"));
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(QStringLiteral(
+        "WhitelistViewController { background: #ecf0f1; }"
+        "QLabel#bgLabel, QWidget#topView { background: #2c3e50; }"
+        "QLabel#titleTopLabel { color: #ecf0f1; font-size: 19px; font-weight: 600; }"
+        "QLabel#titleLabel { color: #7f8c8d; font-size: 13px; font-weight: 600;"
+        " padding: 14px 16px 6px 16px; background: #ecf0f1; }"
+        "QWidget#bottomView { background: #ecf0f1; border-top: 1px solid #dde3e5; }"
+        "QScrollArea#mainTableView, QWidget#rows { background: #ffffff; border: none; }"));
+
+    bgLabel = new QLabel(this);
+    bgLabel->setObjectName(QStringLiteral("bgLabel"));
+    bgLabel->hide();
+
+    topView = new QWidget(this);
+    topView->setObjectName(QStringLiteral("topView"));
+    titleTopLabel = new QLabel(topView);
+    titleTopLabel->setObjectName(QStringLiteral("titleTopLabel"));
+    titleTopLabel->setAlignment(Qt::AlignCenter);
+    auto *topRow = new QHBoxLayout(topView);
+    topRow->setContentsMargins(16, 0, 16, 0);
+    topRow->addWidget(titleTopLabel);
+
+    mainTableView = new QScrollArea(this);
+    mainTableView->setObjectName(QStringLiteral("mainTableView"));
+    mainTableView->setWidgetResizable(true);
+    mainTableView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    mainTableView->verticalScrollBar()->setSingleStep(WhitelistRow::RowHeight / 2);
+
+    titleLabel = new QLabel;
+    titleLabel->setObjectName(QStringLiteral("titleLabel"));
+
+    bottomView = new QWidget(this);
+    bottomView->setObjectName(QStringLiteral("bottomView"));
+    backButton = new FlatButton(bottomView);
+    backButton->setObjectName(QStringLiteral("backButton"));
+    connect(backButton, &QAbstractButton::clicked, this, &WhitelistViewController::done);
+    auto *bottomRow = new QHBoxLayout(bottomView);
+    bottomRow->setContentsMargins(16, 10, 16, 10);
+    bottomRow->addWidget(backButton);
+    bottomRow->setAlignment(backButton, Qt::AlignTop);
+
+    viewDidLoad();
+}
+
+void WhitelistViewController::viewDidLoad()
+{
+    backButton->setText(tr("Done"));
+    backButton->setButtonColor(ColorPalette::turquoiseColor());
+    backButton->setShadowColor(ColorPalette::greenSeaColor());
+    backButton->setCornerRadius(3.0);
+    QFont font = this->font();
+    font.setPixelSize(15);
+    backButton->setFont(font);
+    backButton->setTitleColor(ColorPalette::cloudsColor(), false);
+    backButton->setTitleColor(ColorPalette::cloudsColor(), true);
+    backButton->setMinimumHeight(40);
+
+    titleLabel->setText(tr("White List"));
+    titleTopLabel->setText(tr("White List"));
+
+    // reading never creates the file: a missing one is an empty record
+    whiteListPreferences_ = TMPreferenceUtil::whitePreference();
+
+    if (m_services.applications)
+        m_appArray = ApplicationList::installedAppModel(*m_services.applications);
+    buildRows();
+
+    if (m_services.deviceMetrics && m_services.deviceMetrics->isVersion7OrLater())
+        bgLabel->show();
+    layoutBars();
+}
+
+void WhitelistViewController::buildRows()
+{
+    auto *content = new QWidget;
+    content->setObjectName(QStringLiteral("rows"));
+    auto *column = new QVBoxLayout(content);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(titleLabel);
+    m_rows.reserve(m_appArray.size());
+    for (int row = 0; row < m_appArray.size(); ++row) {
+        const ApplicationModel &model = m_appArray.at(row);
+        auto *cell = new WhitelistRow(model.appName(), model.appIcon(), content);
+        cell->setObjectName(QStringLiteral("Cell"));
+        // a row without a name is still told apart by a screen reader
+        if (model.appName().isEmpty())
+            cell->setAccessibleName(model.appBundle());
+        cell->setAccessibleDescription(model.appBundle());
+        cell->setChecked(WhitelistRecord::isWhitelisted(whiteListPreferences_, model.appBundle()));
+        connect(cell, &QAbstractButton::toggled, this, [this, row] { didSelectRow(row); });
+        connect(cell, &WhitelistRow::moveFocus, this, [this, row](int step) {
+            if (WhitelistRow *next = rowAt(row + step)) {
+                next->setFocus(Qt::OtherFocusReason);
+                mainTableView->ensureWidgetVisible(next, 0, 0);
+            }
+        });
+        column->addWidget(cell);
+        m_rows.append(cell);
+    }
+    column->addStretch(1);
+    mainTableView->setWidget(content);
+}
+
+void WhitelistViewController::didSelectRow(int row)
+{
+    if (row < 0 || row >= m_appArray.size())
+        return;
+    const QString bundle = m_appArray.at(row).appBundle();
+    // a failed write is not shown: the mark follows the record in memory
+    TMPreferenceUtil::toggleWhitelist(whiteListPreferences_, bundle);
+    const bool on = WhitelistRecord::isWhitelisted(whiteListPreferences_, bundle);
+    WhitelistRow *cell = m_rows.at(row);
+    const QSignalBlocker blocker(cell);
+    cell->setChecked(on);
+    cell->update();
+}
+
+void WhitelistViewController::done()
+{
+    dismissViewController(this);
+}
+
+void WhitelistViewController::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    layoutBars();
+}
+
+void WhitelistViewController::layoutBars()
+{
+    const ModalScreenFrame frame = ModalScreenFrame::forSize(size(), m_services.deviceMetrics);
+    bgLabel->setGeometry(frame.statusStrip);
+    topView->setGeometry(frame.topView);
+    mainTableView->setGeometry(frame.body);
+    bottomView->setGeometry(frame.bottomView);
+}

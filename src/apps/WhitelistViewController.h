@@ -1,0 +1,59 @@
+#pragma once
+
+#include "apps/ApplicationModel.h"
+
+#include <QList>
+#include <QVariantMap>
+#include <QWidget>
+
+class FlatButton;
+class QLabel;
+class QScrollArea;
+class WhitelistRow;
+struct Services;
+
+// Which applications receive the simulated position: every application of
+// the installed list with its icon and name, checked when whitelisted. A
+// tap flips one application and writes the whole whitelist file at once.
+// Presented over the information screen; "Done" dismisses it. The list and
+// the file are read once, when the screen is made.
+class WhitelistViewController : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit WhitelistViewController(const Services &services, QWidget *parent = nullptr);
+
+    const QList<ApplicationModel> &appArray() const { return m_appArray; }
+    const QVariantMap &whiteListPreferences() const { return whiteListPreferences_; }
+
+    int numberOfRows() const { return int(m_appArray.size()); }
+    WhitelistRow *rowAt(int row) const { return m_rows.value(row); }
+    // What a tap on a row does: the record's flag flipped (true when never
+    // tapped), the whole file written, the mark set.
+    void didSelectRow(int row);
+
+public slots:
+    void done();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void viewDidLoad();
+    void buildRows();
+    void layoutBars();
+
+    const Services &m_services;
+    QList<ApplicationModel> m_appArray;
+    QVariantMap whiteListPreferences_;
+    QList<WhitelistRow *> m_rows;
+
+    FlatButton *backButton = nullptr;
+    QLabel *titleLabel = nullptr;
+    QLabel *titleTopLabel = nullptr;
+    QScrollArea *mainTableView = nullptr;
+    QLabel *bgLabel = nullptr;
+    QWidget *topView = nullptr;
+    QWidget *bottomView = nullptr;
+};

@@ -1,0 +1,218 @@
+#include "info/InfoViewController.h"
+
+#include "app/ModalPresentation.h"
+#include "apps/ModalScreenFrame.h"
+#include "apps/WhitelistViewController.h"
+#include "platform/DeviceMetrics.h"
+#include "platform/Services.h"
+#include "platform/UrlOpener.h"
+#include "ui/ColorPalette.h"
+#include "ui/FlatButton.h"
+
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLocale>
+#include <QPainter>
+#include <QPainterPath>
+#include <QSysInfo>
+#include <QVBoxLayout>
+
+namespace {
+
+void styleButton(FlatButton *button, int pixelSize, bool bold)
+{
+    button->setButtonColor(ColorPalette::turquoiseColor());
+    button->setShadowColor(ColorPalette::greenSeaColor());
+    button->setCornerRadius(3);
+    QFont font = button->font();
+    font.setPixelSize(pixelSize);
+    font.setBold(bold);
+    button->setFont(font);
+    button->setTitleColor(ColorPalette::cloudsColor(), false);
+    button->setTitleColor(ColorPalette::cloudsColor(), true);
+}
+
+// The application's mark: a map pin on a turquoise tile.
+QPixmap emblemPixmap(qreal ratio)
+{
+    const int side = 88;
+    QPixmap pixmap(QSize(side, side) * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPainterPath tile;
+    tile.addRoundedRect(QRectF(0, 0, side, side), 20, 20);
+    painter.fillPath(tile, ColorPalette::turquoiseColor());
+    QPainterPath pin;
+    const QPointF top(side / 2.0, 18);
+    pin.moveTo(side / 2.0, 72);
+    pin.cubicTo(30, 54, 24, 46, 24, 38);
+    pin.arcTo(QRectF(24, top.y(), 40, 40), 180, -180);
+    pin.cubicTo(64, 46, 58, 54, side / 2.0, 72);
+    painter.fillPath(pin, ColorPalette::cloudsColor());
+    painter.setBrush(ColorPalette::turquoiseColor());
+    painter.setPen(Qt::NoPen);
+    painter.drawEllipse(QPointF(side / 2.0, 38), 8, 8);
+    return pixmap;
+}
+
+} // namespace
+
+InfoViewController::InfoViewController(const Services &services, QWidget *parent)
+    : QWidget(parent), m_services(services)
+{
+    setObjectName(QStringLiteral("InfoViewController"));
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(QStringLiteral(
+        "InfoViewController { background: #ecf0f1; }"
+        "QLabel#bgLabel, QWidget#topView { background: #2c3e50; }"
+        "QLabel#titleTopLabel { color: #ecf0f1; font-size: 19px; font-weight: 600; }"
+        "QLabel#titleLabel { color: #2c3e50; font-size: 30px; font-weight: 700; }"
+        "QWidget#bottomView { background: #ecf0f1; border-top: 1px solid #dde3e5; }"));
+
+    bgLabel = new QLabel(this);
+    bgLabel->setObjectName(QStringLiteral("bgLabel"));
+    bgLabel->hide();
+    topView = new QWidget(this);
+    topView->setObjectName(QStringLiteral("topView"));
+    titleTopLabel = new QLabel(topView);
+    titleTopLabel->setObjectName(QStringLiteral("titleTopLabel"));
+    titleTopLabel->setAlignment(Qt::AlignCenter);
+    auto *topRow = new QHBoxLayout(topView);
+    topRow->setContentsMargins(16, 0, 16, 0);
+    topRow->addWidget(titleTopLabel);
+
+    body = new QWidget(this);
+    body->setObjectName(QStringLiteral("body"));
+    auto *column = new QVBoxLayout(body);
+    column->setContentsMargins(32, 24, 32, 24);
+    column->setSpacing(18);
+    column->addStretch(2);
+    auto *emblem = new QLabel(body);
+    emblem->setObjectName(QStringLiteral("emblem"));
+    emblem->setPixmap(emblemPixmap(devicePixelRatioF()));
+    emblem->setAlignment(Qt::AlignCenter);
+    column->addWidget(emblem);
+    titleLabel = new QLabel(body);
+    titleLabel->setObjectName(QStringLiteral("titleLabel"));
+    titleLabel->setAlignment(Qt::AlignCenter);
+    titleLabel->setWordWrap(true);
+    column->addWidget(titleLabel);
+    column->addSpacing(18);
+    auto makeButton = [this, column](const char *name) {
+        auto *button = new FlatButton(body);
+        button->setObjectName(QLatin1String(name));
+        button->setMinimumHeight(56);
+        column->addWidget(button);
+        return button;
+    };
+    wihteListButton = makeButton("wihteListButton");
+    visitButton = makeButton("visitButton");
+    contactButton = makeButton("contactButton");
+    column->addStretch(3);
+
+    bottomView = new QWidget(this);
+    bottomView->setObjectName(QStringLiteral("bottomView"));
+    backButton = new FlatButton(bottomView);
+    backButton->setObjectName(QStringLiteral("backButton"));
+    backButton->setMinimumHeight(40);
+    auto *bottomRow = new QHBoxLayout(bottomView);
+    bottomRow->setContentsMargins(16, 10, 16, 10);
+    bottomRow->addWidget(backButton);
+    bottomRow->setAlignment(backButton, Qt::AlignTop);
+
+    connect(wihteListButton, &QAbstractButton::clicked, this, &InfoViewController::wihteList);
+    connect(visitButton, &QAbstractButton::clicked, this, &InfoViewController::visitVelmora);
+    connect(contactButton, &QAbstractButton::clicked, this, &InfoViewController::contactTheAuthor);
+    connect(backButton, &QAbstractButton::clicked, this, &InfoViewController::done);
+
+    viewDidLoad();
+}
+
+void InfoViewController::viewDidLoad()
+{
+    // both values are the running program's: the name it was given at
+    // start-up and the version the build stamped into it
+    titleLabel->setText(QStringLiteral("%1 %2").arg(QGuiApplication::applicationDisplayName(),
+                                                    QCoreApplication::applicationVersion()));
+    wihteListButton->setText(tr("White List"));
+    visitButton->setText(tr("Visit Velmora"));
+    contactButton->setText(tr("Contact Author"));
+    backButton->setText(tr("Back"));
+    for (FlatButton *button : {wihteListButton, visitButton, contactButton})
+        styleButton(button, 24, true);
+    styleButton(backButton, 15, false);
+
+    if (m_services.deviceMetrics && m_services.deviceMetrics->isVersion7OrLater())
+        bgLabel->show();
+    layoutBars();
+}
+
+void InfoViewController::done()
+{
+    dismissViewController(this);
+}
+
+void InfoViewController::wihteList()
+{
+    presentViewController(this, new WhitelistViewController(m_services),
+                          ModalTransition::CoverVertical);
+}
+
+QUrl InfoViewController::contactUrl() const
+{
+    // room to write above a line that tells support what the user runs
+    const QString body =
+        QStringLiteral("\n\n\n%1 %2, %3")
+            .arg(QGuiApplication::applicationDisplayName(), QCoreApplication::applicationVersion(),
+                 QSysInfo::prettyProductName());
+    const QByteArray mail =
+        QUrl::toPercentEncoding(m_services.configuration.supportMail, QByteArrayLiteral("@"));
+    return QUrl::fromEncoded("mailto:" + mail + "?body=" + QUrl::toPercentEncoding(body),
+                             QUrl::StrictMode);
+}
+
+void InfoViewController::contactTheAuthor()
+{
+    // the system's mail program writes the mail; a URL it cannot open is
+    // ignored
+    if (m_services.urlOpener)
+        m_services.urlOpener->openUrl(contactUrl());
+}
+
+void InfoViewController::visitVelmora()
+{
+    const QUrl page =
+        isChinese() ? m_services.configuration.shopUrl : m_services.configuration.websiteUrl;
+    if (m_services.urlOpener)
+        m_services.urlOpener->openUrl(page);
+}
+
+QStringList InfoViewController::preferredLanguages() const
+{
+    if (!m_services.configuration.languages.isEmpty())
+        return m_services.configuration.languages;
+    return QLocale::system().uiLanguages();
+}
+
+bool InfoViewController::isChinese() const
+{
+    const QStringList languages = preferredLanguages();
+    return !languages.isEmpty() && languages.constFirst() == QLatin1String("zh-Hans");
+}
+
+void InfoViewController::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    layoutBars();
+}
+
+void InfoViewController::layoutBars()
+{
+    const ModalScreenFrame frame = ModalScreenFrame::forSize(size(), m_services.deviceMetrics);
+    bgLabel->setGeometry(frame.statusStrip);
+    topView->setGeometry(frame.topView);
+    body->setGeometry(frame.body);
+    bottomView->setGeometry(frame.bottomView);
+}

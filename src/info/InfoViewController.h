@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QStringList>
+#include <QUrl>
+#include <QWidget>
+
+class FlatButton;
+class QLabel;
+struct Services;
+
+// The information screen: the application's name and version, the way to
+// the whitelist, a mail to the maker and the maker's web page. Opened over
+// either main screen; "Back" dismisses it.
+class InfoViewController : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit InfoViewController(const Services &services, QWidget *parent = nullptr);
+
+    // Whether the user's first preferred language is exactly "zh-Hans"; a
+    // region or another script ("zh-Hans-CN", "zh-Hant") does not count.
+    bool isChinese() const;
+    // The user's preferred languages, most preferred first: the configured
+    // ones, else the system's.
+    QStringList preferredLanguages() const;
+    // The mail the contact button opens: the support address and a body.
+    QUrl contactUrl() const;
+
+public slots:
+    void done();
+    void wihteList();
+    void contactTheAuthor();
+    void visitVelmora();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void viewDidLoad();
+    void layoutBars();
+
+    const Services &m_services;
+    FlatButton *wihteListButton = nullptr;
+    FlatButton *visitButton = nullptr;
+    FlatButton *contactButton = nullptr;
+    QLabel *titleLabel = nullptr;
+    FlatButton *backButton = nullptr;
+    QLabel *bgLabel = nullptr;
+    QLabel *titleTopLabel = nullptr;
+    QWidget *topView = nullptr;
+    QWidget *bottomView = nullptr;
+    QWidget *body = nullptr;
+};

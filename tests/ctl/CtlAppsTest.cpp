@@ -1,0 +1,129 @@
+#include "TestMain.h"
+
+#include "fakes/DesktopEntryFolder.h"
+#include "settings/PreferenceFiles.h"
+#include "settings/PropertyList.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+// `trekmime-ctl apps list` over desktop entries made here.
+class CtlAppsTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_dir;
+
+    struct Run
+    {
+        int status = -1;
+        QString out;
+        QString err;
+    };
+    Run ctl(const QStringList &arguments)
+    {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"),
+                           m_dir.filePath(QStringLiteral("config")));
+        environment.insert(QStringLiteral("XDG_DATA_HOME"), m_dir.filePath(QStringLiteral("home")));
+        environment.insert(QStringLiteral("XDG_DATA_DIRS"),
+                           m_dir.filePath(QStringLiteral("system")));
+        environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
+                           QStringLiteral("unix:path=") + m_dir.filePath(QStringLiteral("no-bus")));
+        process.setProcessEnvironment(environment);
+        process.start(QStringLiteral(TREKMIME_CTL),
+                      QStringList{QStringLiteral("--preferences-dir"),
+                                  m_dir.filePath(QStringLiteral("prefs"))} +
+                          arguments);
+        process.waitForFinished(20000);
+        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+                QString::fromUtf8(process.readAllStandardOutput()),
+                QString::fromUtf8(process.readAllStandardError())};
+    }
+
+private slots:
+    void initTestCase()
+    {
+        const DesktopEntryFolder home(m_dir.filePath(QStringLiteral("home")));
+        const DesktopEntryFolder system(m_dir.filePath(QStringLiteral("system")));
+        home.addApplication(QStringLiteral("org.example.Maps"), QStringLiteral("Maps"));
+        system.addApplication(QStringLiteral("com.apple.Notes"), QStringLiteral("Notes"));
+        system.addApplication(QStringLiteral("org.example.Secret"), QStringLiteral("Secret"), {},
+                              true);
+        system.addApplication(QStringLiteral("org.example.Hidden"), QStringLiteral("Hidden"), {},
+                              true);
+        PreferenceFiles::setDirectory(m_dir.filePath(QStringLiteral("prefs")));
+        QDir().mkpath(PreferenceFiles::directory());
+        QVERIFY(PropertyList::write(
+            PreferenceFiles::whitelistFile(),
+            QVariantMap{{QStringLiteral("org.example.Maps"), true},
+                        {QStringLiteral("org.example.Secret"), QStringLiteral("1")}}));
+    }
+
+    void listsWhatTheWhitelistShows_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QStringList>("lines");
+        QTest::newRow("all, hidden one from the hide list last")
+            << QStringList{QStringLiteral("list")}
+            << QStringList{QStringLiteral("com.apple.Notes\tNotes\t-"),
+                           QStringLiteral("org.example.Maps\tMaps\twhitelisted"),
+                           QStringLiteral("org.example.Secret\tSecret\twhitelisted")};
+        QTest::newRow("user's only")
+            << QStringList{QStringLiteral("list"), QStringLiteral("--user")}
+            << QStringList{QStringLiteral("org.example.Maps\tMaps\twhitelisted"),
+                           QStringLiteral("org.example.Secret\tSecret\twhitelisted")};
+        QTest::newRow("running, without a session bus")
+            << QStringList{QStringLiteral("list"), QStringLiteral("--running")} << QStringList();
+    }
+    void listsWhatTheWhitelistShows()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QStringList, lines);
+        QVERIFY(PropertyList::write(PreferenceFiles::hideListFile(),
+                                    QVariantMap{{QStringLiteral("org.example.Secret"), true},
+                                                {QStringLiteral("org.example.Maps"), true},
+                                                {QStringLiteral("org.example.Gone"), true}}));
+        const Run run = ctl(QStringList{QStringLiteral("apps")} + arguments);
+        QCOMPARE(run.status, 0);
+        QStringList shown = run.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        // GIO's own order before the hide list's additions
+        if (!shown.isEmpty() && !arguments.contains(QStringLiteral("--running"))) {
+            QCOMPARE(shown.constLast(), lines.constLast());
+            std::sort(shown.begin(), shown.end());
+        }
+        QCOMPARE(shown, lines);
+    }
+
+    void jsonAndBadArguments()
+    {
+        QFile::remove(PreferenceFiles::hideListFile());
+        const Run run = ctl({QStringLiteral("--json"), QStringLiteral("apps"),
+                             QStringLiteral("list"), QStringLiteral("--user")});
+        QCOMPARE(run.status, 0);
+        const QJsonArray list = QJsonDocument::fromJson(run.out.toUtf8()).array();
+        QCOMPARE(list.size(), 1);
+        QCOMPARE(list.at(0).toObject(),
+                 (QJsonObject{{QStringLiteral("bundle"), QStringLiteral("org.example.Maps")},
+                              {QStringLiteral("name"), QStringLiteral("Maps")},
+                              {QStringLiteral("whitelisted"), true}}));
+
+        for (const QStringList &bad : {QStringList{QStringLiteral("apps")},
+                                       QStringList{QStringLiteral("apps"), QStringLiteral("list"),
+                                                   QStringLiteral("--all")}}) {
+            const Run refused = ctl(bad);
+            QCOMPARE(refused.status, 2);
+            QVERIFY(refused.out.isEmpty());
+            QVERIFY(refused.err.startsWith(QStringLiteral("trekmime-ctl: ")));
+        }
+    }
+};
+
+TREKMIME_TEST(CtlAppsTest)
+#include "CtlAppsTest.moc"

@@ -1,0 +1,49 @@
+#include "fakes/FakeApplicationRegistry.h"
+
+#include <QColor>
+
+void FakeApplicationRegistry::addShown(const QStringList &bundles)
+{
+    for (const QString &bundle : bundles) {
+        QImage icon(30, 30, QImage::Format_ARGB32_Premultiplied);
+        icon.fill(QColor::fromHsv(int(qHash(bundle) % 360), 160, 220));
+        add({bundle, bundle.section(QLatin1Char('.'), -1), icon, true});
+    }
+}
+
+const FakeApplicationRegistry::App *FakeApplicationRegistry::find(const QString &bundle) const
+{
+    for (const App &app : apps) {
+        if (app.bundle == bundle)
+            return &app;
+    }
+    return nullptr;
+}
+
+QStringList FakeApplicationRegistry::displayIdentifiers(bool onlyRunning, bool) const
+{
+    ++identifierQueries;
+    QStringList bundles;
+    for (const App &app : apps) {
+        if (app.shown && (!onlyRunning || running.contains(app.bundle)))
+            bundles.append(app.bundle);
+    }
+    return bundles;
+}
+
+QString FakeApplicationRegistry::localizedName(const QString &bundle) const
+{
+    ++nameQueries[bundle];
+    const App *app = find(bundle);
+    if (!app)
+        return {};
+    return app->name.isNull() ? QLatin1String("") : app->name;
+}
+
+QImage FakeApplicationRegistry::iconImage(const QString &bundle, int, qreal scale) const
+{
+    ++iconQueries[bundle];
+    iconScales.append(scale);
+    const App *app = find(bundle);
+    return app ? app->icon : QImage();
+}

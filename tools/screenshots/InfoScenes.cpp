@@ -1,0 +1,130 @@
+// The information screen, the whitelist over it, and a main screen in
+// Simplified Chinese.
+
+#include "Scene.h"
+#include "ScreenshotWorld.h"
+
+#include "app/BaseViewController.h"
+#include "app/ModalPresentation.h"
+#include "fakes/DesktopEntryFolder.h"
+#include "info/InfoViewController.h"
+#include "settings/MasterRecord.h"
+#include "settings/PreferenceFiles.h"
+#include "settings/PropertyList.h"
+#include "shell/AppDelegate.h"
+#include "shell/AppWindow.h"
+#include "shell/Translations.h"
+
+#include <QGuiApplication>
+#include <QIcon>
+#include <QTemporaryDir>
+#include <QWidget>
+
+namespace {
+
+AppDelegate *launch(ScreenshotWorld &world)
+{
+    AppDelegate *delegate = world.keep(new AppDelegate(world.services()));
+    delegate->didFinishLaunching();
+    return delegate;
+}
+
+// Opens the information screen at once over the screen on display.
+InfoViewController *showInfo(QWidget *window)
+{
+    setModalAnimationsEnabled(false);
+    auto *shell = window->property("shell").value<AppDelegate *>();
+    QWidget *root = static_cast<AppWindow *>(window)->rootViewController();
+    shell->showInfoView(root, ModalTransition::FlipHorizontal);
+    auto *info = qobject_cast<InfoViewController *>(presentedViewController(root));
+    setModalAnimationsEnabled(true);
+    return info;
+}
+
+QWidget *launchedWindow(ScreenshotWorld &world)
+{
+    // the information screen shows the running program's name and version
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Trekmime"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(TREKMIME_VERSION));
+    AppDelegate *delegate = launch(world);
+    delegate->window()->setProperty("shell", QVariant::fromValue(delegate));
+    return delegate->window();
+}
+
+// A dozen applications with an icon theme of their own, made once for the
+// process: GLib reads the data folders the first time it is asked.
+void makeApplications()
+{
+    static QTemporaryDir folder;
+    static bool made = false;
+    if (made)
+        return;
+    made = true;
+    const DesktopEntryFolder data(folder.filePath(QStringLiteral("data")));
+    const struct
+    {
+        const char *bundle;
+        const char *name;
+        const char *glyph;
+        QRgb color;
+    } apps[] = {
+        {"org.gnome.Maps", "Maps", "M", 0x27ae60},
+        {"org.example.RideShare", "Ride Share", "R", 0x2c3e50},
+        {"org.example.Weather", "Weather", "W", 0x3498db},
+        {"org.example.Camera", "Camera", "C", 0x7f8c8d},
+        {"org.example.Chat", "Chat", "\u2709", 0x2ecc71},
+        {"org.example.FoodDelivery", "Food Delivery", "F", 0xe67e22},
+        {"org.example.Fitness", "Fitness Tracker", "\u2665", 0xe74c3c},
+        {"org.example.Photos", "Photos", "P", 0xf1c40f},
+        {"org.example.Social", "Social", "S", 0x9b59b6},
+        {"org.example.Transit", "Transit", "T", 0x16a085},
+        {"org.example.Games", "Treasure Hunt", "\u2605", 0xd35400},
+        {"org.example.Browser", "Browser", "B", 0x2980b9},
+    };
+    for (const auto &app : apps) {
+        const QString bundle = QString::fromLatin1(app.bundle);
+        data.addThemeIcon(bundle, QColor(app.color), QString::fromUtf8(app.glyph));
+        data.addApplication(bundle, QString::fromUtf8(app.name), bundle);
+    }
+    qputenv("XDG_DATA_DIRS", data.root().toLocal8Bit());
+    qputenv("XDG_DATA_HOME", folder.filePath(QStringLiteral("home")).toLocal8Bit());
+    QIcon::setThemeSearchPaths({data.root() + QStringLiteral("/icons")});
+    if (QIcon::themeName().isEmpty())
+        QIcon::setThemeName(QStringLiteral("hicolor"));
+}
+
+} // namespace
+
+TREKMIME_SCENE(QStringLiteral("info"), launchedWindow,
+               [](ScreenshotWorld &, QWidget *window) { showInfo(window); })
+
+TREKMIME_SCENE(
+    QStringLiteral("whitelist"),
+    [](ScreenshotWorld &world) {
+        makeApplications();
+        PropertyList::write(
+            PreferenceFiles::whitelistFile(),
+            QVariantMap{{QStringLiteral("org.gnome.Maps"), true},
+                        {QStringLiteral("org.example.RideShare"), true},
+                        {QStringLiteral("org.example.Chat"), false},
+                        {QStringLiteral("org.example.Fitness"), QStringLiteral("1")}});
+        return launchedWindow(world);
+    },
+    [](ScreenshotWorld &, QWidget *window) {
+        InfoViewController *info = showInfo(window);
+        setModalAnimationsEnabled(false);
+        if (info)
+            info->wihteList();
+        setModalAnimationsEnabled(true);
+    })
+
+TREKMIME_SCENE(
+    QStringLiteral("start-spot-mode-zh"),
+    [](ScreenshotWorld &world) {
+        installTranslations(QStringLiteral("zh_CN"));
+        MasterRecord::write(MasterRecord::LocationMode);
+        return launchedWindow(world);
+    },
+    // the screen keeps the texts it was made with; the scenes after this
+    // one show the texts as written
+    [](ScreenshotWorld &, QWidget *) { installTranslations(QStringLiteral("C")); })
