@@ -95,7 +95,7 @@ void SpotmimeViewController::refreshViewByStatusWithLocation(bool withLocation)
         return;
     if (!enabled) {
         // the map is centred when the position arrives
-        Location::sharedInstacneWithDelegate(this)->startLocation();
+        startLocating();
         return;
     }
     m_longitude = TMPreferenceUtil::locationLongitude();
@@ -165,7 +165,15 @@ void SpotmimeViewController::mineLocationButtonClicked()
 {
     // shown wherever the overlay is now; see the class comment
     HUD()->show(true);
-    Location::sharedInstacneWithDelegate(this)->startLocation();
+    startLocating();
+}
+
+void SpotmimeViewController::startLocating()
+{
+    if (Location *location = Location::sharedInstacneWithDelegate(this))
+        location->startLocation();
+    else
+        locationFailed(nullptr, QString()); // no location service to ask
 }
 
 void SpotmimeViewController::locationSuccess(Location *, double, double)
