@@ -1,27 +1,111 @@
 #pragma once
 
 #include "app/BaseViewController.h"
+#include "location/LocationDelegate.h"
+#include "platform/Coordinate.h"
+#include "route/SelectAddressViewController.h"
+#include "ui/MapViewDelegate.h"
 
+#include <QPointer>
+#include <QVariantList>
 #include <QVariantMap>
 
 class ApplicationShell;
+class ClockTimer;
+class DateTimePicker;
+class FlatSwitch;
+class MapView;
 class QLabel;
 class QPushButton;
+class QVariantAnimation;
+struct DirectionsAnswer;
 struct Services;
 
-// The screen of the route mode. It keeps its own in-memory copy of the route
-// record (`preferences`), read from the route file when it loads and each
-// time it appears, and trusts that copy when asked to leave the mode.
-class TrekmimeViewController : public BaseViewController
+// The screen of the route mode: a full-screen map under a choice panel
+// (start and end place, start and end time) that slides up out of the way
+// while the trip runs, a bottom bar with the on/off switch and the mode
+// button, and a date-and-time picker that slides up over a dimmed backdrop.
+//
+// It keeps its own in-memory copy of the route record (`preferences`), read
+// from the route file when it loads and each time it appears; the switch
+// writes that copy back whole. After switching on, the record's "points"
+// follow `mPoints`, so a route that answers after the write changes the copy
+// (and the file at the next write).
+class TrekmimeViewController : public BaseViewController,
+                               public LocationDelegate,
+                               public MapViewDelegate
 {
     Q_OBJECT
 
 public:
     TrekmimeViewController(const Services &services, ApplicationShell &shell,
                            QWidget *parent = nullptr);
+    ~TrekmimeViewController() override;
 
     void viewWillAppear(bool animated) override;
     const QVariantMap &preferences() const { return m_preferences; }
+
+    // state, for the screen's own operations and for tests
+    const QVariantList &points() const { return mPoints; }
+    Coordinate startCoordinate() const { return mStartCoordinate; }
+    Coordinate endCoordinate() const { return mEndCoordinate; }
+    double startTime() const { return mStartTime; }
+    double endTime() const { return mEndTime; }
+    bool isRouteError() const { return mIsRouteError; }
+    bool isStart() const { return mIsStart; }
+    ClockTimer *timer() const { return mTimer; }
+    MapView *mapView() const { return mv_main; }
+    SelectAddressViewController *addressPicker() const { return m_picker; }
+
+    // route planning
+    void drawMapLine();
+    void findDirections(const Coordinate &from, const Coordinate &to);
+    void cleanPath();
+    void cleanStart();
+    void cleanEnd();
+    void buildStart();
+    void buildEnd();
+
+    // the switch and the preview
+    void setEnable(bool on);
+    void refreshLocation();
+
+    // the choices: each applies the guard, then opens its picker
+    void chooseStart();
+    void chooseEnd();
+    void chooseStartTime();
+    void chooseEndTime();
+    // what the address picker hands back for the start or the end
+    void startChosen(double latitude, double longitude, const QString &address);
+    void endChosen(double latitude, double longitude, const QString &address);
+
+    // the date picker
+    void showDatePicker();
+    void hideDatePicker();
+    void pickerValueChanged();
+    void pickerButtonClicked();
+    DateTimePicker *datePicker() const { return dp_drive; }
+
+    // the choice panel
+    void up();
+    void down();
+    void upDown();
+    int panelTop() const;
+
+    void mineLocationButtonClicked();
+    void showInfoView();
+
+    // LocationDelegate
+    void locationSuccess(Location *, double latitude, double longitude) override;
+    void locationFailed(Location *, const QString &error) override;
+
+    // MapViewDelegate
+    QImage viewForAnnotation(MapView *mapView, const MapPointAnnotation &annotation) override;
+    std::optional<MapPolylineRenderer> rendererForOverlay(MapView *mapView,
+                                                          const MapPolyline &overlay) override;
+
+    // how long the panel and the picker take to move, in milliseconds
+    void setAnimationDuration(int msecs) { m_animationDuration = msecs; }
 
 public slots:
     // The mode button: refused while the route is on, otherwise stores the
@@ -30,11 +114,68 @@ public slots:
 
 protected:
     void viewDidLoad() override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void buildViews();
+    void layoutViews();
+    void fitMapToPanel();
+    bool guardChoice();
+    void routeAnswered(const DirectionsAnswer &answer, const Coordinate &from,
+                       const Coordinate &to);
+    void setPoints(QVariantList points);
+    void startTimer();
+    void stopTimer();
+    void movePanel(int top, bool animated);
+    void chooseAddress(bool start);
+    void setTip(const QString &text);
+    void restore();
+    bool startLocating();
+
     const Services &m_services;
     ApplicationShell &m_shell;
     QVariantMap m_preferences;
-    QLabel *m_title = nullptr;
+    // whether the record's "points" is `mPoints` (after a switch-on), so that
+    // a new route reaches it
+    bool m_recordFollowsPoints = false;
+
+    QVariantList mPoints;
+    Coordinate mStartCoordinate;
+    Coordinate mEndCoordinate;
+    double mStartTime = 0.0;
+    double mEndTime = 0.0;
+    bool mIsRouteError = false;
+    bool mIsStart = true;
+    ClockTimer *mTimer = nullptr;
+    QPointer<SelectAddressViewController> m_picker;
+    int m_animationDuration = 500;
+    int m_panelTop = 0;
+    QVariantAnimation *m_panelAnimation = nullptr;
+    QVariantAnimation *m_pickerAnimation = nullptr;
+    QPointer<Location> m_location;
+
+    // outlets
+    MapView *mv_main = nullptr;
+    QWidget *v_top = nullptr;
+    QWidget *bottomView = nullptr;
+    QPushButton *btn_upDown = nullptr;
+    QLabel *lb_start = nullptr;
+    QLabel *lb_end = nullptr;
+    QLabel *lb_startTime = nullptr;
+    QLabel *lb_endTime = nullptr;
+    QLabel *lb_startTip = nullptr;
+    QLabel *lb_endTip = nullptr;
+    QLabel *lb_startTimeTip = nullptr;
+    QLabel *lb_endTimeTip = nullptr;
+    QWidget *v_picker = nullptr;
+    QPushButton *btn_picker = nullptr;
+    QWidget *m_pickerSheet = nullptr; // the picker with its title and done button
+    QLabel *m_pickerTitle = nullptr;
+    DateTimePicker *dp_drive = nullptr;
     QPushButton *btn_exchange = nullptr;
+    QPushButton *btn_info = nullptr;
+    QPushButton *btn_mine = nullptr;
+    FlatSwitch *enableSwitch = nullptr;
+    QLabel *lb_tip = nullptr;
+    QList<QPushButton *> m_choiceRows;
 };

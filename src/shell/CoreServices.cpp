@@ -3,6 +3,7 @@
 #include "location/ConfiguredPositionSourceFactory.h"
 #include "location/NominatimGeocoder.h"
 #include "platform/Clock.h"
+#include "route/OsrmDirectionsService.h"
 
 #include <QNetworkAccessManager>
 
@@ -12,6 +13,7 @@ struct CoreServices::Owned
     QNetworkAccessManager network;
     std::unique_ptr<ConfiguredPositionSourceFactory> positionSources;
     std::unique_ptr<NominatimGeocoder> geocoder; // after the network it uses
+    std::unique_ptr<OsrmDirectionsService> directions;
 };
 
 CoreServices::CoreServices(const Configuration &configuration) : m_owned(std::make_unique<Owned>())
@@ -23,6 +25,8 @@ CoreServices::CoreServices(const Configuration &configuration) : m_owned(std::ma
     m_services.positionSources = m_owned->positionSources.get();
     m_owned->geocoder.reset(NominatimGeocoder::fromServices(m_services));
     m_services.geocoder = m_owned->geocoder.get();
+    m_owned->directions.reset(OsrmDirectionsService::fromServices(m_services));
+    m_services.directions = m_owned->directions.get();
 }
 
 CoreServices::~CoreServices() = default;

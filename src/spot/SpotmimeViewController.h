@@ -96,6 +96,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void startLocating();
     void buildViews();
     void styleViews();
     void layoutViews();

@@ -3,20 +3,221 @@
 #include "Ctl.h"
 #include "RecordJson.h"
 
+#include "location/Location.h"
+#include "location/LocationDelegate.h"
 #include "platform/Clock.h"
+#include "route/DirectionsService.h"
 #include "route/RoutePreview.h"
 #include "settings/PreferenceFiles.h"
 #include "settings/RecordKeys.h"
+#include "settings/RouteSwitch.h"
 #include "settings/StoredValue.h"
 #include "settings/TMPreferenceUtil.h"
 
+#include <QDateTime>
+#include <QEventLoop>
+#include <QJsonArray>
 #include <QJsonObject>
+#include <QTimer>
+
+#include <functional>
+#include <optional>
 
 namespace {
 
+// Runs the event loop until `done` says so (the services' own time-outs
+// guarantee an answer).
+void waitUntil(const std::function<bool()> &done)
+{
+    QEventLoop loop;
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
+        if (done())
+            loop.quit();
+    });
+    poll.start(5);
+    if (!done())
+        loop.exec();
+}
+
+// Plans a route as the route screen does and waits for the answer.
+DirectionsAnswer plan(CtlContext &context, const Coordinate &from, const Coordinate &to)
+{
+    if (!context.services.directions)
+        return DirectionsAnswer::failure(QStringLiteral("no route planning service"));
+    std::optional<DirectionsAnswer> answer;
+    context.services.directions->calculateDirections(
+        from, to, nullptr, [&answer](const DirectionsAnswer &a) { answer = a; });
+    waitUntil([&] { return answer.has_value(); });
+    return *answer;
+}
+
+// The first address line of a place, or "Unknow" when the lookup fails, as
+// the address picker shows it.
+QString addressOf(CtlContext &context, const Coordinate &coordinate)
+{
+    struct Listener : LocationDelegate
+    {
+        bool answered = false;
+        QString address;
+        void reverseGeocoderSuccess(Location *, const QString &text) override
+        {
+            address = text;
+            answered = true;
+        }
+        void reverseGeocoderFailed(Location *, const QString &) override { answered = true; }
+    } listener;
+    const Location::Registration registration(context.services);
+    Location::addressWithCoordinate(coordinate, &listener);
+    waitUntil([&] { return listener.answered; });
+    return listener.address.isEmpty() ? QStringLiteral("Unknow") : listener.address;
+}
+
+// Whole seconds since 1970, or an ISO 8601 local date and time.
+std::optional<double> parseTime(const QString &text)
+{
+    bool ok = false;
+    const qlonglong seconds = text.toLongLong(&ok);
+    if (ok)
+        return double(seconds);
+    const QDateTime local = QDateTime::fromString(text, Qt::ISODate);
+    if (!local.isValid())
+        return std::nullopt;
+    return double(local.toSecsSinceEpoch());
+}
+
+// "--json" may also follow the command's own arguments
+bool takeJsonFlag(QStringList &args)
+{
+    return args.removeAll(QStringLiteral("--json")) > 0;
+}
+
+int routePlan(CtlContext &context, QStringList args)
+{
+    const QString usage = QStringLiteral("route plan FROM_LAT FROM_LNG TO_LAT TO_LNG");
+    const bool json = takeJsonFlag(args) || context.json;
+    if (!CtlArgs::count(context, args, 4, 4, usage))
+        return CtlBadInput;
+    const auto fromLatitude = CtlArgs::latitude(context, args[0]);
+    const auto fromLongitude = fromLatitude ? CtlArgs::longitude(context, args[1]) : std::nullopt;
+    const auto toLatitude = fromLongitude ? CtlArgs::latitude(context, args[2]) : std::nullopt;
+    const auto toLongitude = toLatitude ? CtlArgs::longitude(context, args[3]) : std::nullopt;
+    if (!toLongitude)
+        return CtlBadInput;
+    const DirectionsAnswer answer =
+        plan(context, {*fromLatitude, *fromLongitude}, {*toLatitude, *toLongitude});
+    if (answer.isError() || answer.routes.isEmpty())
+        return context.fail(CtlFailed, answer.error.value_or(QStringLiteral("no route")));
+    const DirectionsRoute &route = answer.routes.first();
+    if (json) {
+        QJsonArray points;
+        for (const Coordinate &c : route.coordinates)
+            points.append(QJsonObject{{QStringLiteral("lat"), c.latitude},
+                                      {QStringLiteral("lng"), c.longitude}});
+        context.printJson(QJsonObject{{QStringLiteral("points"), points},
+                                      {QStringLiteral("distance"), route.distance},
+                                      {QStringLiteral("duration"), route.duration}});
+    } else {
+        for (const Coordinate &c : route.coordinates)
+            context.out << QString::asprintf("%.6f %.6f\n", c.latitude, c.longitude);
+    }
+    return CtlOk;
+}
+
+int routeOn(CtlContext &context, QStringList args)
+{
+    const QString usage =
+        QStringLiteral("route on FROM_LAT FROM_LNG TO_LAT TO_LNG --start TIME --end TIME "
+                       "[--from-address TEXT] [--to-address TEXT]");
+    const bool json = takeJsonFlag(args) || context.json;
+    QStringList numbers;
+    std::optional<QString> startText, endText, fromAddress, toAddress;
+    for (qsizetype i = 0; i < args.size(); ++i) {
+        const QString &arg = args[i];
+        std::optional<QString> *option = arg == QLatin1String("--start")          ? &startText
+                                         : arg == QLatin1String("--end")          ? &endText
+                                         : arg == QLatin1String("--from-address") ? &fromAddress
+                                         : arg == QLatin1String("--to-address")   ? &toAddress
+                                                                                  : nullptr;
+        if (option) {
+            if (i + 1 >= args.size())
+                return context.fail(CtlBadInput, QStringLiteral("usage: %1").arg(usage));
+            *option = args[++i];
+        } else {
+            numbers.append(arg);
+        }
+    }
+    if (numbers.size() != 4 || !startText || !endText)
+        return context.fail(CtlBadInput, QStringLiteral("usage: %1").arg(usage));
+    const auto fromLatitude = CtlArgs::latitude(context, numbers[0]);
+    const auto fromLongitude =
+        fromLatitude ? CtlArgs::longitude(context, numbers[1]) : std::nullopt;
+    const auto toLatitude = fromLongitude ? CtlArgs::latitude(context, numbers[2]) : std::nullopt;
+    const auto toLongitude = toLatitude ? CtlArgs::longitude(context, numbers[3]) : std::nullopt;
+    if (!toLongitude)
+        return CtlBadInput;
+    const auto startTime = parseTime(*startText);
+    const auto endTime = parseTime(*endText);
+    if (!startTime || !endTime) {
+        return context.fail(CtlBadInput,
+                            QStringLiteral("\"%1\" is not whole seconds since 1970 or a date and "
+                                           "time like 2026-11-22T09:30")
+                                .arg(startTime ? *endText : *startText));
+    }
+
+    QVariantMap record = TMPreferenceUtil::routePreference();
+    if (StoredValue::boolValue(record.value(RecordKeys::enable())))
+        return context.fail(CtlFailed, RouteSwitch::workingRefusal());
+
+    RouteSwitch::Choices choices;
+    choices.startLatitude = *fromLatitude;
+    choices.startLongitude = *fromLongitude;
+    choices.endLatitude = *toLatitude;
+    choices.endLongitude = *toLongitude;
+    choices.startTime = *startTime;
+    choices.endTime = *endTime;
+    const Coordinate from{*fromLatitude, *fromLongitude};
+    const Coordinate to{*toLatitude, *toLongitude};
+    // a place of exactly 0 is not chosen, and then no route is asked for
+    if (from.isChosen() && to.isChosen()) {
+        const DirectionsAnswer answer = plan(context, from, to);
+        choices.routeError = answer.isError() || answer.routes.isEmpty();
+        if (!choices.routeError) {
+            for (const Coordinate &c : answer.routes.first().coordinates) {
+                choices.points.append(QVariantMap{{RecordKeys::pointLatitude(), c.latitude},
+                                                  {RecordKeys::pointLongitude(), c.longitude}});
+            }
+        }
+    }
+    const QString failure = RouteSwitch::check(choices);
+    if (!failure.isEmpty())
+        return context.fail(CtlFailed, failure);
+
+    choices.startAddress = fromAddress ? *fromAddress : addressOf(context, from);
+    choices.endAddress = toAddress ? *toAddress : addressOf(context, to);
+    choices.startTime = RouteSwitch::normalizedStartTime(
+        choices.startTime, choices.endTime, RoutePreview::nowSeconds(*context.services.clock));
+    if (!RouteSwitch::writeOn(record, choices))
+        return context.writeFailed(PreferenceFiles::routeFile());
+    if (json)
+        context.printJson(RecordJson::route(record));
+    else
+        context.out << RecordJson::describeRoute(record) << Qt::endl;
+    return CtlOk;
+}
+
+const QString RouteUsage =
+    QStringLiteral("route show | route off | route plan FROM_LAT FROM_LNG TO_LAT TO_LNG | "
+                   "route on FROM_LAT FROM_LNG TO_LAT TO_LNG --start TIME --end TIME "
+                   "[--from-address TEXT] [--to-address TEXT]");
+
 int route(CtlContext &context, const QStringList &args)
 {
-    const QString usage = QStringLiteral("route show | route off");
+    const QString usage = RouteUsage;
+    if (!args.isEmpty() && args.first() == QLatin1String("plan"))
+        return routePlan(context, args.mid(1));
+    if (!args.isEmpty() && args.first() == QLatin1String("on"))
+        return routeOn(context, args.mid(1));
     if (!CtlArgs::count(context, args, 1, 1, usage))
         return CtlBadInput;
     QVariantMap record = TMPreferenceUtil::routePreference();
@@ -77,8 +278,9 @@ int where(CtlContext &context, const QStringList &args)
 void addRouteCommands(CtlCommandTable &table)
 {
     table.append(
-        {QStringLiteral("route"), QStringLiteral("route show | route off"),
-         QStringLiteral("Show the route record, or switch the trip off as the switch does."),
+        {QStringLiteral("route"), RouteUsage,
+         QStringLiteral("Show the route record, plan a route, or switch the trip on or off as the "
+                        "route screen does."),
          route});
     table.append({QStringLiteral("where"), QStringLiteral("where [--at EPOCH_SECONDS]"),
                   QStringLiteral("The point the route preview shows at that time (default now)."),

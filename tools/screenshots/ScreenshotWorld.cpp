@@ -40,6 +40,7 @@ ScreenshotWorld::ScreenshotWorld() : clock(fixedMoment().toMSecsSinceEpoch())
     m_services.positionSources = &positionSources;
     m_services.geocoder = &geocoder;
     m_services.tiles = &tiles;
+    m_services.directions = &directions;
     m_location = std::make_unique<Location::Registration>(m_services);
 }
 

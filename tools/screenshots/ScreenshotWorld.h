@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fakes/FakeDirectionsService.h"
 #include "fakes/FakeGeocoder.h"
 #include "fakes/FakePositionSourceFactory.h"
 #include "fakes/FixedDeviceMetrics.h"
@@ -42,6 +43,7 @@ public:
     QNetworkAccessManager network;
     FakePositionSourceFactory positionSources;
     FakeGeocoder geocoder;
+    FakeDirectionsService directions;
     SketchTileSource tiles;
 
 private:

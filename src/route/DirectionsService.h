@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/Coordinate.h"
+
+#include <QList>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+class QObject;
+
+// One road route: its vertices in travel order, every one of them, and the
+// distance (metres) and duration (seconds) the service gives for display.
+struct DirectionsRoute
+{
+    QList<Coordinate> coordinates;
+    double distance = 0.0;
+    double duration = 0.0;
+};
+
+// A directions answer: the routes in the service's order (the first is the
+// one it recommends), or an error with a description a person can read.
+struct DirectionsAnswer
+{
+    QList<DirectionsRoute> routes;
+    std::optional<QString> error;
+
+    bool isError() const { return error.has_value(); }
+    static DirectionsAnswer found(QList<DirectionsRoute> routes) { return {std::move(routes), {}}; }
+    static DirectionsAnswer failure(QString description) { return {{}, std::move(description)}; }
+};
+
+// Plans road routes between two places, asking for alternates too. Each
+// request gets exactly one answer, later, on the GUI thread, and none at all
+// once `receiver` is destroyed (a screen that is gone hears nothing).
+class DirectionsService
+{
+public:
+    using Completion = std::function<void(const DirectionsAnswer &)>;
+
+    virtual ~DirectionsService() = default;
+    virtual void calculateDirections(const Coordinate &source, const Coordinate &destination,
+                                     QObject *receiver, Completion completion) = 0;
+};

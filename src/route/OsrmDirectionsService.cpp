@@ -1,0 +1,198 @@
+#include "route/OsrmDirectionsService.h"
+
+#include "platform/Services.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QPointer>
+#include <QTimer>
+
+#include <cmath>
+#include <memory>
+
+namespace {
+
+QString coordinateText(const Coordinate &c)
+{
+    // longitude first, as OSRM wants; 'g' keeps every digit the user chose
+    return QString::number(c.longitude, 'g', 12) + QLatin1Char(',') +
+           QString::number(c.latitude, 'g', 12);
+}
+
+// Reads one zig-zag encoded number; false when the text ends inside it or
+// holds a character outside the encoding.
+bool readValue(QByteArrayView encoded, qsizetype &at, qint64 &value)
+{
+    quint64 result = 0;
+    int shift = 0;
+    while (at < encoded.size()) {
+        const int chunk = int(uchar(encoded[at++])) - 63;
+        if (chunk < 0 || chunk > 63 || shift > 60)
+            return false;
+        result |= quint64(chunk & 0x1f) << shift;
+        shift += 5;
+        if (!(chunk & 0x20)) {
+            value = (result & 1) ? ~qint64(result >> 1) : qint64(result >> 1);
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+OsrmDirectionsService::OsrmDirectionsService(QNetworkAccessManager *network, const QUrl &endpoint,
+                                             const QString &profile, const QString &userAgent,
+                                             QObject *parent)
+    : QObject(parent), m_network(network), m_endpoint(endpoint), m_profile(profile),
+      m_userAgent(userAgent)
+{
+}
+
+OsrmDirectionsService *OsrmDirectionsService::fromServices(const Services &services,
+                                                           QObject *parent)
+{
+    return new OsrmDirectionsService(services.network, services.configuration.routingUrl,
+                                     services.configuration.routingProfile,
+                                     services.configuration.userAgent(), parent);
+}
+
+QUrl OsrmDirectionsService::requestUrl(const Coordinate &source,
+                                       const Coordinate &destination) const
+{
+    QUrl url = m_endpoint;
+    QString base = url.path();
+    while (base.endsWith(QLatin1Char('/')))
+        base.chop(1);
+    url.setPath(base + QStringLiteral("/route/v1/") + m_profile + QLatin1Char('/') +
+                coordinateText(source) + QLatin1Char(';') + coordinateText(destination));
+    url.setQuery(
+        QStringLiteral("alternatives=true&overview=full&steps=false&geometries=polyline6"));
+    return url;
+}
+
+void OsrmDirectionsService::calculateDirections(const Coordinate &source,
+                                                const Coordinate &destination, QObject *receiver,
+                                                Completion completion)
+{
+    // a null receiver asks for an unguarded answer
+    const bool guarded = receiver != nullptr;
+    QPointer<QObject> guard(receiver);
+    auto deliver = [guarded, guard,
+                    completion = std::move(completion)](const DirectionsAnswer &answer) {
+        if (!guarded || guard)
+            completion(answer);
+    };
+
+    if (!m_network) {
+        QTimer::singleShot(
+            0, this, [deliver] { deliver(DirectionsAnswer::failure(tr("No network access."))); });
+        return;
+    }
+    QNetworkRequest request(requestUrl(source, destination));
+    request.setHeader(QNetworkRequest::UserAgentHeader, m_userAgent);
+    request.setRawHeader("Accept", "application/json");
+    QNetworkReply *reply = m_network->get(request);
+    // the answer is told once, whichever of the reply and the watchdog comes first
+    auto answered = std::make_shared<bool>(false);
+
+    auto *watchdog = new QTimer(reply);
+    watchdog->setSingleShot(true);
+    connect(watchdog, &QTimer::timeout, this, [this, reply, deliver, answered] {
+        *answered = true;
+        reply->abort();
+        deliver(DirectionsAnswer::failure(
+            tr("The routing service did not answer within %1 seconds.").arg(m_timeout / 1000.0)));
+    });
+    watchdog->start(m_timeout);
+    if (guarded) {
+        // nobody waits any more: stop the transfer (its answer is dropped)
+        connect(receiver, &QObject::destroyed, reply, [reply] { reply->abort(); });
+    }
+
+    connect(reply, &QNetworkReply::finished, this, [reply, deliver, answered, watchdog] {
+        watchdog->stop();
+        reply->deleteLater();
+        if (*answered)
+            return;
+        *answered = true;
+        const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
+        if (!status.isValid()) {
+            deliver(DirectionsAnswer::failure(
+                tr("Cannot reach the routing service: %1").arg(reply->errorString())));
+            return;
+        }
+        deliver(answerFor(status.toInt(), reply->readAll()));
+    });
+}
+
+DirectionsAnswer OsrmDirectionsService::answerFor(int status, const QByteArray &body)
+{
+    QJsonParseError parseError;
+    const QJsonDocument document = QJsonDocument::fromJson(body, &parseError);
+    const bool json = parseError.error == QJsonParseError::NoError && document.isObject();
+    const QJsonObject root = document.object();
+    const QString code = root.value(QLatin1String("code")).toString();
+    const QString message = root.value(QLatin1String("message")).toString();
+
+    if (json && !code.isEmpty() && code != QLatin1String("Ok")) {
+        // the service's own words say best what went wrong (no route, bad place)
+        return DirectionsAnswer::failure(message.isEmpty() ? code : message);
+    }
+    if (status != 200) {
+        return DirectionsAnswer::failure(
+            tr("The routing service answered with HTTP status %1.").arg(status));
+    }
+    if (!json || code.isEmpty()) {
+        return DirectionsAnswer::failure(
+            tr("The routing service sent an answer that is not the expected JSON."));
+    }
+    const QJsonValue routesValue = root.value(QLatin1String("routes"));
+    if (!routesValue.isArray()) {
+        return DirectionsAnswer::failure(
+            tr("The routing service sent an answer that is not the expected JSON."));
+    }
+    QList<DirectionsRoute> routes;
+    const QJsonArray list = routesValue.toArray();
+    for (const QJsonValue &value : list) {
+        const QJsonObject object = value.toObject();
+        const QJsonValue geometry = object.value(QLatin1String("geometry"));
+        std::optional<QList<Coordinate>> coordinates;
+        if (geometry.isString())
+            coordinates = decodePolyline(geometry.toString().toLatin1());
+        if (!coordinates) {
+            return DirectionsAnswer::failure(
+                tr("The routing service sent a route whose line cannot be read."));
+        }
+        routes.append({std::move(*coordinates), object.value(QLatin1String("distance")).toDouble(),
+                       object.value(QLatin1String("duration")).toDouble()});
+    }
+    if (routes.isEmpty())
+        return DirectionsAnswer::failure(tr("The routing service found no route."));
+    return DirectionsAnswer::found(std::move(routes));
+}
+
+std::optional<QList<Coordinate>> OsrmDirectionsService::decodePolyline(QByteArrayView encoded,
+                                                                       int precision)
+{
+    const double factor = std::pow(10.0, precision);
+    QList<Coordinate> coordinates;
+    coordinates.reserve(encoded.size() / 4);
+    qint64 latitude = 0;
+    qint64 longitude = 0;
+    qsizetype at = 0;
+    while (at < encoded.size()) {
+        qint64 dLatitude = 0;
+        qint64 dLongitude = 0;
+        if (!readValue(encoded, at, dLatitude) || !readValue(encoded, at, dLongitude))
+            return std::nullopt;
+        latitude += dLatitude;
+        longitude += dLongitude;
+        // integers divided once: the nearest double to the encoded decimal
+        coordinates.append({double(latitude) / factor, double(longitude) / factor});
+    }
+    return coordinates;
+}

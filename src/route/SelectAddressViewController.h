@@ -1,0 +1,103 @@
+#pragma once
+
+#include "app/BaseViewController.h"
+#include "location/LocationDelegate.h"
+#include "ui/MapViewDelegate.h"
+
+#include <QPointer>
+
+#include <functional>
+
+class ActivityIndicatorView;
+class FlatButton;
+class MapView;
+class QLabel;
+class QLineEdit;
+struct Services;
+
+// A place chosen by moving the map under a fixed pin, or by typing an
+// address and searching; the address under the pin is looked up each time
+// the map comes to rest. OK hands (latitude, longitude, address) to the
+// closure given at creation, CANCEL hands back zeros; either way the screen
+// dismisses itself, and the closure runs at most once, right after the
+// dismissal is asked for.
+class SelectAddressViewController : public BaseViewController,
+                                    public LocationDelegate,
+                                    public MapViewDelegate
+{
+    Q_OBJECT
+
+public:
+    using Block = std::function<void(double latitude, double longitude, const QString &address)>;
+
+    SelectAddressViewController(const Services &services, Block block, QWidget *parent = nullptr);
+    ~SelectAddressViewController() override;
+
+    void viewWillAppear(bool animated) override;
+
+    void searchButtonClicked();
+    void mineLocationButtonClicked();
+    void cancelButtonClicked();
+    void okButtonClicked();
+
+    // MapViewDelegate
+    void regionWillChangeAnimated(MapView *mapView, bool animated) override;
+    void regionDidChangeAnimated(MapView *mapView, bool animated) override;
+
+    // LocationDelegate: the own position
+    void locationSuccess(Location *, double latitude, double longitude) override;
+    void locationFailed(Location *, const QString &error) override;
+    // the address under the pin; the two failures differ on purpose: a failed
+    // reverse lookup forgets the address, a failed forward one keeps it
+    void reverseGeocoderSuccess(Location *, const QString &address) override;
+    void reverseGeocoderFailed(Location *, const QString &error) override;
+    void geocoderAddressSuccess(const QString &address);
+    void geocoderFailed(Location *, const QString &error) override;
+    // the place of a typed address
+    void geocoderSuccess(Location *, const Coordinate &coordinate) override;
+    void geocoderCoordinateFailed(const QString &error);
+
+    double latitude() const { return m_latitude; }
+    double longitude() const { return m_longitude; }
+    QString address() const { return m_address; }
+    bool isLoading() const { return mIsLoading; }
+    MapView *mapView() const { return mainMapView; }
+
+    // how long the map takes to move to the own position, in milliseconds
+    void setAnimationDuration(int msecs) { m_animationDuration = msecs; }
+
+protected:
+    void viewDidLoad() override;
+    void resizeEvent(QResizeEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void buildViews();
+    void layoutViews();
+    void addressFound(const QString &address);
+    void finish(double latitude, double longitude, const QString &address);
+
+    const Services &m_services;
+    Block mBlock;
+    double m_latitude = 0.0;
+    double m_longitude = 0.0;
+    QString m_address;
+    bool mIsLoading = false;
+    int m_animationDuration = 500;
+    QPointer<Location> m_location;
+
+    // outlets
+    QLabel *bgLabel = nullptr;
+    QWidget *topView = nullptr;
+    QWidget *bottomView = nullptr;
+    MapView *mainMapView = nullptr;
+    QLabel *locationImageView = nullptr;
+    QLabel *addressLabel = nullptr;
+    ActivityIndicatorView *spinner = nullptr;
+    QLineEdit *searchField = nullptr;
+    FlatButton *searchButton = nullptr;
+    FlatButton *btn_cancel = nullptr;
+    FlatButton *btn_ok = nullptr;
+    QWidget *m_addressCard = nullptr;
+    QWidget *btn_mine = nullptr;
+};

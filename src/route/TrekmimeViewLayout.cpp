@@ -1,0 +1,265 @@
+// The route screen's widgets: what the original kept in its interface file,
+// built in code, and where each goes for the screen's size.
+
+#include "route/TrekmimeViewController.h"
+
+#include "app/ModeScreenLayout.h"
+#include "platform/DeviceMetrics.h"
+#include "platform/Services.h"
+#include "route/DateTimePicker.h"
+#include "ui/ColorPalette.h"
+#include "ui/FlatSwitch.h"
+#include "ui/MapView.h"
+
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+
+namespace {
+
+constexpr int StatusHeight = 20;
+constexpr int RowHeight = 56;
+constexpr int StripHeight = 54;
+constexpr int PanelHeight = StatusHeight + 4 * RowHeight + StripHeight;
+constexpr int BottomHeight = 70;
+constexpr int TallExtra = 34;
+constexpr int SheetHeight = 44 + 216;
+
+QIcon locateIcon()
+{
+    QPixmap pixmap(QSize(48, 48));
+    pixmap.setDevicePixelRatio(2.0);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(ColorPalette::peterRiverColor(), 2.0));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawEllipse(QPointF(12, 12), 6.5, 6.5);
+    painter.drawLine(QPointF(12, 1.5), QPointF(12, 5.5));
+    painter.drawLine(QPointF(12, 18.5), QPointF(12, 22.5));
+    painter.drawLine(QPointF(1.5, 12), QPointF(5.5, 12));
+    painter.drawLine(QPointF(18.5, 12), QPointF(22.5, 12));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ColorPalette::peterRiverColor());
+    painter.drawEllipse(QPointF(12, 12), 3, 3);
+    return QIcon(pixmap);
+}
+
+QLabel *label(QWidget *parent, const char *name, const QString &text)
+{
+    auto *result = new QLabel(text, parent);
+    result->setObjectName(QLatin1String(name));
+    return result;
+}
+
+} // namespace
+
+void TrekmimeViewController::buildViews()
+{
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(QStringLiteral(
+        "QWidget#v_top { background: white; }"
+        "QPushButton[choiceRow=\"true\"] { background: white; border: none;"
+        " border-bottom: 1px solid #ecf0f1; text-align: left; }"
+        "QPushButton[choiceRow=\"true\"]:pressed { background: #ecf0f1; }"
+        "QPushButton[choiceRow=\"true\"]:focus { background: #e8f8f5; }"
+        "QLabel[caption=\"true\"] { color: #95a5a6; font-size: 13px; }"
+        "QLabel[value=\"true\"] { color: #2c3e50; font-size: 16px; font-weight: 600; }"
+        "QLabel#chevron { color: #bdc3c7; font-size: 18px; }"
+        "QWidget#strip { background: #2c3e50; }"
+        "QLabel#titleLabel { color: #ecf0f1; font-size: 19px; font-weight: 700; }"
+        "QPushButton#btn_upDown, QPushButton#btn_info { color: #ecf0f1; background: #34495e;"
+        " border: none; border-radius: 17px; font-size: 17px; font-weight: 700; }"
+        "QPushButton#btn_upDown:pressed, QPushButton#btn_info:pressed { background: #1abc9c; }"
+        "QPushButton#btn_upDown:focus, QPushButton#btn_info:focus { border: 2px solid #1abc9c; }"
+        "QWidget#bottomView { background: white; border-top: 1px solid #bdc3c7; }"
+        "QLabel#statusBacking { background: #2c3e50; }"
+        "QLabel#lb_tip { color: #16a085; font-size: 13px; font-weight: 600; }"
+        "QPushButton#btn_exchange { background: #1abc9c; color: #ecf0f1; border: none;"
+        " border-radius: 8px; font-size: 15px; font-weight: 600; padding: 8px 12px; }"
+        "QPushButton#btn_exchange:pressed { background: #16a085; }"
+        "QPushButton#btn_exchange:focus { border: 2px solid #2c3e50; }"
+        "QPushButton#btn_mine { background: white; border: 1px solid #bdc3c7;"
+        " border-radius: 24px; }"
+        "QPushButton#btn_mine:pressed { background: #ecf0f1; }"
+        "QPushButton#btn_picker { border: none; }"
+        "QWidget#pickerSheet { background: white; border-top-left-radius: 14px;"
+        " border-top-right-radius: 14px; }"
+        "QLabel#pickerTitle { color: #2c3e50; font-size: 16px; font-weight: 700; }"
+        "QPushButton#pickerDone { color: #16a085; background: transparent; border: none;"
+        " font-size: 16px; font-weight: 700; padding: 6px 10px; }"
+        "QPushButton#pickerDone:focus { color: #1abc9c; text-decoration: underline; }"));
+
+    mv_main = new MapView(this);
+    mv_main->setObjectName(QStringLiteral("mv_main"));
+    mv_main->setServices(m_services);
+    mv_main->setDelegate(this);
+
+    v_top = new QWidget(this);
+    v_top->setObjectName(QStringLiteral("v_top"));
+    v_top->setAttribute(Qt::WA_StyledBackground);
+    v_top->setFixedHeight(PanelHeight);
+    label(v_top, "statusBacking", QString())->setGeometry(0, 0, 4096, StatusHeight);
+    struct RowSpec
+    {
+        const char *row;
+        const char *caption;
+        const char *value;
+        QLabel **captionLabel;
+        QLabel **valueLabel;
+        void (TrekmimeViewController::*choose)();
+    };
+    const RowSpec rows[] = {
+        {"row_start", "lb_startTip", "lb_start", &lb_startTip, &lb_start,
+         &TrekmimeViewController::chooseStart},
+        {"row_end", "lb_endTip", "lb_end", &lb_endTip, &lb_end, &TrekmimeViewController::chooseEnd},
+        {"row_startTime", "lb_startTimeTip", "lb_startTime", &lb_startTimeTip, &lb_startTime,
+         &TrekmimeViewController::chooseStartTime},
+        {"row_endTime", "lb_endTimeTip", "lb_endTime", &lb_endTimeTip, &lb_endTime,
+         &TrekmimeViewController::chooseEndTime},
+    };
+    for (const RowSpec &spec : rows) {
+        auto *row = new QPushButton(v_top);
+        row->setObjectName(QLatin1String(spec.row));
+        row->setProperty("choiceRow", true);
+        row->setCursor(Qt::PointingHandCursor);
+        *spec.captionLabel = label(row, spec.caption, QString());
+        (*spec.captionLabel)->setProperty("caption", true);
+        *spec.valueLabel = label(row, spec.value, QString());
+        (*spec.valueLabel)->setProperty("value", true);
+        auto *chevron = label(row, "chevron", QStringLiteral("\u203a"));
+        for (QLabel *part : {*spec.captionLabel, *spec.valueLabel, chevron})
+            part->setAttribute(Qt::WA_TransparentForMouseEvents);
+        connect(row, &QPushButton::clicked, this, spec.choose);
+        m_choiceRows.append(row);
+    }
+
+    auto *strip = new QWidget(v_top);
+    strip->setObjectName(QStringLiteral("strip"));
+    strip->setAttribute(Qt::WA_StyledBackground);
+    auto *title = label(strip, "titleLabel", tr("Trekmime"));
+    title->setGeometry(16, 0, 200, StripHeight);
+    btn_info = new QPushButton(QStringLiteral("i"), strip);
+    btn_info->setObjectName(QStringLiteral("btn_info"));
+    btn_info->setAccessibleName(ModeScreenLayout::informationName());
+    btn_info->setCursor(Qt::PointingHandCursor);
+    connect(btn_info, &QPushButton::clicked, this, &TrekmimeViewController::showInfoView);
+    btn_upDown = new QPushButton(strip);
+    btn_upDown->setObjectName(QStringLiteral("btn_upDown"));
+    btn_upDown->setCursor(Qt::PointingHandCursor);
+    connect(btn_upDown, &QPushButton::clicked, this, &TrekmimeViewController::upDown);
+
+    bottomView = new QWidget(this);
+    bottomView->setObjectName(QStringLiteral("bottomView"));
+    bottomView->setAttribute(Qt::WA_StyledBackground);
+    enableSwitch = new FlatSwitch(bottomView);
+    enableSwitch->setObjectName(QStringLiteral("enableSwitch"));
+    enableSwitch->setAccessibleName(tr("Trekmime"));
+    connect(enableSwitch, &FlatSwitch::valueChanged, this, &TrekmimeViewController::setEnable);
+    lb_tip = label(bottomView, "lb_tip", QString());
+    lb_tip->setWordWrap(true);
+    btn_exchange = new QPushButton(QStringLiteral("\u21c4 ") + tr("Spotmime"), bottomView);
+    btn_exchange->setObjectName(QStringLiteral("btn_exchange"));
+    btn_exchange->setAccessibleName(ModeScreenLayout::modeName());
+    btn_exchange->setAccessibleDescription(tr("Spotmime"));
+    btn_exchange->setCursor(Qt::PointingHandCursor);
+    connect(btn_exchange, &QPushButton::clicked, this, &TrekmimeViewController::exchange);
+
+    btn_mine = new QPushButton(this);
+    btn_mine->setObjectName(QStringLiteral("btn_mine"));
+    btn_mine->setIcon(locateIcon());
+    btn_mine->setIconSize(QSize(24, 24));
+    btn_mine->setAccessibleName(ModeScreenLayout::currentLocationName());
+    btn_mine->setCursor(Qt::PointingHandCursor);
+    connect(btn_mine, &QPushButton::clicked, this,
+            &TrekmimeViewController::mineLocationButtonClicked);
+
+    v_picker = new QWidget(this);
+    v_picker->setObjectName(QStringLiteral("v_picker"));
+    v_picker->hide();
+    btn_picker = new QPushButton(v_picker);
+    btn_picker->setObjectName(QStringLiteral("btn_picker"));
+    btn_picker->setAccessibleName(tr("Confirm time"));
+    btn_picker->setFocusPolicy(Qt::NoFocus);
+    connect(btn_picker, &QPushButton::clicked, this, &TrekmimeViewController::pickerButtonClicked);
+    m_pickerSheet = new QWidget(v_picker);
+    m_pickerSheet->setObjectName(QStringLiteral("pickerSheet"));
+    m_pickerSheet->setAttribute(Qt::WA_StyledBackground);
+    m_pickerTitle = label(m_pickerSheet, "pickerTitle", QString());
+    auto *done = new QPushButton(tr("Done"), m_pickerSheet);
+    done->setObjectName(QStringLiteral("pickerDone"));
+    done->setCursor(Qt::PointingHandCursor);
+    connect(done, &QPushButton::clicked, this, &TrekmimeViewController::pickerButtonClicked);
+    dp_drive = new DateTimePicker(m_pickerSheet);
+    dp_drive->setObjectName(QStringLiteral("dp_drive"));
+    connect(dp_drive, &DateTimePicker::valueChanged, this,
+            &TrekmimeViewController::pickerValueChanged);
+    connect(dp_drive, &DateTimePicker::activated, this,
+            &TrekmimeViewController::pickerButtonClicked);
+    setTabOrder(dp_drive, done);
+
+    setTabOrder(m_choiceRows.last(), btn_info);
+    setTabOrder(btn_info, btn_upDown);
+    setTabOrder(btn_upDown, mv_main);
+    setTabOrder(mv_main, btn_mine);
+    setTabOrder(btn_mine, enableSwitch);
+    setTabOrder(enableSwitch, btn_exchange);
+}
+
+void TrekmimeViewController::layoutViews()
+{
+    const int w = width();
+    const int h = height();
+    const bool tall = m_services.deviceMetrics && m_services.deviceMetrics->isTallScreen();
+    v_top->setGeometry(0, m_panelTop, w, PanelHeight);
+    for (int i = 0; i < m_choiceRows.size(); ++i) {
+        QPushButton *row = m_choiceRows[i];
+        row->setGeometry(0, StatusHeight + i * RowHeight, w, RowHeight);
+        const auto labels = row->findChildren<QLabel *>();
+        for (QLabel *part : labels) {
+            if (part->property("caption").toBool())
+                part->setGeometry(16, 0, 92, RowHeight);
+            else if (part->property("value").toBool())
+                part->setGeometry(108, 0, std::max(0, w - 108 - 36), RowHeight);
+            else
+                part->setGeometry(w - 30, 0, 16, RowHeight);
+        }
+    }
+    QWidget *strip = btn_upDown->parentWidget();
+    strip->setGeometry(0, PanelHeight - StripHeight, w, StripHeight);
+    btn_upDown->setGeometry(w - 16 - 34, (StripHeight - 34) / 2, 34, 34);
+    btn_info->setGeometry(w - 16 - 34 - 12 - 34, (StripHeight - 34) / 2, 34, 34);
+
+    // on tall screens the bar grows up from the bottom edge, over the home indicator
+    const int bottomHeight = BottomHeight + (tall ? TallExtra : 0);
+    bottomView->setGeometry(0, h - bottomHeight, w, bottomHeight);
+    enableSwitch->setGeometry(16, 20, 80, 30);
+    const int exchangeWidth = std::max(btn_exchange->sizeHint().width(), 120);
+    btn_exchange->setGeometry(w - 16 - exchangeWidth, 15, exchangeWidth, 40);
+    lb_tip->setGeometry(108, 13, std::max(0, w - 108 - exchangeWidth - 24), 44);
+    btn_mine->setGeometry(w - 16 - 48, h - bottomHeight - 16 - 48, 48, 48);
+    fitMapToPanel();
+
+    v_picker->setGeometry(0, 0, w, h);
+    btn_picker->setGeometry(0, 0, w, h);
+    const int sheetTop = m_pickerSheet->property("shown").toBool() ? h - SheetHeight : h;
+    m_pickerSheet->setGeometry(0, sheetTop, w, SheetHeight);
+    m_pickerTitle->setGeometry(20, 0, w - 140, 44);
+    if (auto *done = m_pickerSheet->findChild<QPushButton *>(QStringLiteral("pickerDone")))
+        done->setGeometry(w - 100, 4, 90, 36);
+    dp_drive->setGeometry(0, 44, w, 216);
+}
+
+void TrekmimeViewController::fitMapToPanel()
+{
+    // the map shows what the panel and the bottom bar leave free, so that
+    // what it is framed on is in sight
+    const int top = std::max(0, v_top->y() + v_top->height());
+    mv_main->setGeometry(0, top, width(), std::max(0, bottomView->y() - top));
+    mv_main->lower();
+}
+
+int TrekmimeViewController::panelTop() const
+{
+    return m_panelTop;
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "route/DirectionsService.h"
+
+#include <QObject>
+#include <QPointer>
+
+// A directions service for tests: records every request and answers it on
+// the event loop with the answer set beforehand (by default a three-point
+// route from the source to the destination via the corner between them), or,
+// while held, keeps the requests until a test releases them one by one. A
+// request whose receiver is gone is never answered.
+class FakeDirectionsService : public QObject, public DirectionsService
+{
+    Q_OBJECT
+
+public:
+    struct Request
+    {
+        Coordinate source;
+        Coordinate destination;
+        QPointer<QObject> receiver;
+        bool guarded = false;
+        Completion completion;
+    };
+
+    using QObject::QObject;
+
+    void calculateDirections(const Coordinate &source, const Coordinate &destination,
+                             QObject *receiver, Completion completion) override;
+
+    // The answer every request gets from now on; unset: the default route.
+    void setAnswer(const DirectionsAnswer &answer) { m_answer = answer; }
+    void clearAnswer() { m_answer.reset(); }
+    static DirectionsAnswer defaultAnswer(const Coordinate &source, const Coordinate &destination);
+
+    // Held requests wait in `pending()` until released.
+    void setHeld(bool held) { m_held = held; }
+    const QList<Request> &pending() const { return m_pending; }
+    // Answers the held request at `index` now with `answer`; false when its
+    // receiver is gone (nothing is called).
+    bool release(qsizetype index, const DirectionsAnswer &answer);
+
+    const QList<QPair<Coordinate, Coordinate>> &requests() const { return m_requests; }
+
+private:
+    std::optional<DirectionsAnswer> m_answer;
+    bool m_held = false;
+    QList<Request> m_pending;
+    QList<QPair<Coordinate, Coordinate>> m_requests;
+};

@@ -1,0 +1,217 @@
+#include "StubHttpServer.h"
+#include "TestMain.h"
+
+#include "route/OsrmDirectionsService.h"
+
+#include <QNetworkAccessManager>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <memory>
+
+Q_DECLARE_METATYPE(QList<Coordinate>)
+
+namespace {
+const QByteArray ThreePoints = "qwcoi@_luvxEmkI_jA_ePoyV";
+
+QByteArray okBody(const QList<QByteArray> &geometries)
+{
+    QByteArray routes;
+    double distance = 1000;
+    for (const QByteArray &geometry : geometries) {
+        if (!routes.isEmpty())
+            routes += ',';
+        routes += "{\"geometry\":\"" + geometry +
+                  "\",\"distance\":" + QByteArray::number(distance) +
+                  ",\"duration\":" + QByteArray::number(distance / 10) + "}";
+        distance += 1000;
+    }
+    return "{\"code\":\"Ok\",\"routes\":[" + routes + "],\"waypoints\":[]}";
+}
+} // namespace
+
+// The OSRM backend: the request it sends, the polyline it decodes, and the
+// one readable answer it gives whatever the server does.
+class OsrmDirectionsServiceTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    QNetworkAccessManager m_network;
+    std::unique_ptr<StubHttpServer> m_server;
+
+    std::unique_ptr<OsrmDirectionsService> service(const QUrl &url)
+    {
+        return std::make_unique<OsrmDirectionsService>(&m_network, url, QStringLiteral("driving"),
+                                                       QStringLiteral("Trekmime-test/1"));
+    }
+
+    // one request, waiting for its answers (there must be exactly one)
+    DirectionsAnswer ask(OsrmDirectionsService &s, QObject *receiver = nullptr)
+    {
+        QList<DirectionsAnswer> answers;
+        s.calculateDirections({22.2846809, 114.1588}, {22.2988, 114.1722}, receiver,
+                              [&](const DirectionsAnswer &a) { answers.append(a); });
+        if (!QTest::qWaitFor([&] { return !answers.isEmpty(); }, 5000))
+            return DirectionsAnswer::failure(QStringLiteral("no answer"));
+        QTest::qWait(50);
+        return answers.size() == 1 ? answers.first()
+                                   : DirectionsAnswer::failure(QStringLiteral("several answers"));
+    }
+
+private slots:
+    void init()
+    {
+        m_server = std::make_unique<StubHttpServer>();
+        QVERIFY(m_server->listen());
+    }
+
+    void requestAndRoutesInOrder()
+    {
+        m_server->setHandler([](const StubHttpServer::Request &) {
+            return StubHttpServer::Response{
+                200, "application/json", okBody({ThreePoints, "f`er_A_tal_HgoVavJ"}), {}};
+        });
+        QUrl base = m_server->baseUrl();
+        base.setPath(QStringLiteral("/osrm/"));
+        auto s = service(base);
+        const DirectionsAnswer answer = ask(*s);
+        QVERIFY2(!answer.isError(), qPrintable(answer.error.value_or(QString())));
+
+        QCOMPARE(m_server->requests().size(), 1);
+        const StubHttpServer::Request &request = m_server->requests().first();
+        QCOMPARE(request.target, QByteArray("/osrm/route/v1/driving/114.1588,22.2846809;"
+                                            "114.1722,22.2988?alternatives=true&overview=full"
+                                            "&steps=false&geometries=polyline6"));
+        QCOMPARE(request.headers.value("user-agent"), QByteArray("Trekmime-test/1"));
+
+        QCOMPARE(answer.routes.size(), 2);
+        QCOMPARE(answer.routes[0].coordinates.size(), 3);
+        QCOMPARE(answer.routes[0].coordinates.last(), (Coordinate{22.2988, 114.1722}));
+        QCOMPARE(answer.routes[0].distance, 1000.0);
+        QCOMPARE(answer.routes[0].duration, 100.0);
+        QCOMPARE(answer.routes[1].coordinates.first(), (Coordinate{-33.86882, 151.209296}));
+    }
+
+    void decode_data()
+    {
+        QTest::addColumn<QByteArray>("encoded");
+        QTest::addColumn<int>("precision");
+        QTest::addColumn<bool>("valid");
+        QTest::addColumn<QList<Coordinate>>("expected");
+        QTest::newRow("empty") << QByteArray() << 6 << true << QList<Coordinate>{};
+        QTest::newRow("six digits")
+            << ThreePoints << 6 << true
+            << QList<Coordinate>{{22.284681, 114.1588}, {22.29, 114.16}, {22.2988, 114.1722}};
+        QTest::newRow("negative") << QByteArray("f`er_A_tal_HgoVavJ") << 6 << true
+                                  << QList<Coordinate>{{-33.86882, 151.209296},
+                                                       {-33.856784, 151.215297}};
+        QTest::newRow("extremes and one millionth")
+            << QByteArray("@|niivI_gdtjD_oiivI") << 6 << true
+            << QList<Coordinate>{{-0.000001, -179.999999}, {89.999999, 0.000001}};
+        QTest::newRow("five digits")
+            << QByteArray("_p~iF~ps|U_ulLnnqC_mqNvxq`@") << 5 << true
+            << QList<Coordinate>{{38.5, -120.2}, {40.7, -120.95}, {43.252, -126.453}};
+        QTest::newRow("latitude without longitude")
+            << QByteArray("_p~iF") << 5 << false << QList<Coordinate>{};
+        QTest::newRow("cut inside a number")
+            << QByteArray("_p~iF~ps|") << 5 << false << QList<Coordinate>{};
+        QTest::newRow("character below the alphabet")
+            << QByteArray("_p~iF~ps|U !") << 5 << false << QList<Coordinate>{};
+    }
+    void decode()
+    {
+        QFETCH(QByteArray, encoded);
+        QFETCH(int, precision);
+        QFETCH(bool, valid);
+        QFETCH(QList<Coordinate>, expected);
+        const auto decoded = OsrmDirectionsService::decodePolyline(encoded, precision);
+        QCOMPARE(decoded.has_value(), valid);
+        if (valid)
+            QCOMPARE(*decoded, expected); // exact: the nearest doubles to the decimals
+    }
+
+    void errors_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<QString>("error");
+        QTest::newRow("no route")
+            << 200
+            << QByteArray(R"({"code":"NoRoute","message":"Impossible route between points"})")
+            << QStringLiteral("Impossible route between points");
+        QTest::newRow("refused, service's words")
+            << 400 << QByteArray(R"({"code":"InvalidQuery","message":"Query string malformed"})")
+            << QStringLiteral("Query string malformed");
+        QTest::newRow("code without message")
+            << 200 << QByteArray(R"({"code":"NoSegment"})") << QStringLiteral("NoSegment");
+        QTest::newRow("HTTP error") << 502 << QByteArray("<html>Bad gateway</html>")
+                                    << QStringLiteral("The routing service answered with HTTP "
+                                                      "status 502.");
+        QTest::newRow("not JSON") << 200 << QByteArray("hello")
+                                  << QStringLiteral("The routing service sent an answer that is "
+                                                    "not the expected JSON.");
+        QTest::newRow("no code") << 200 << QByteArray(R"({"routes":[]})")
+                                 << QStringLiteral("The routing service sent an answer that is "
+                                                   "not the expected JSON.");
+        QTest::newRow("unreadable line")
+            << 200 << QByteArray(R"({"code":"Ok","routes":[{"geometry":"_p~iF"}]})")
+            << QStringLiteral("The routing service sent a route whose line cannot be read.");
+        QTest::newRow("no routes") << 200 << QByteArray(R"({"code":"Ok","routes":[]})")
+                                   << QStringLiteral("The routing service found no route.");
+    }
+    void errors()
+    {
+        QFETCH(int, status);
+        QFETCH(QByteArray, body);
+        QFETCH(QString, error);
+        m_server->setHandler([&](const StubHttpServer::Request &) {
+            return StubHttpServer::Response{status, "application/json", body, {}};
+        });
+        auto s = service(m_server->baseUrl());
+        QCOMPARE(ask(*s).error.value_or(QString()), error);
+    }
+
+    void noConnection()
+    {
+        const QUrl closed = m_server->baseUrl();
+        m_server.reset(); // nobody listens there any more
+        auto s = service(closed);
+        const DirectionsAnswer answer = ask(*s);
+        QVERIFY(answer.error.value_or(QString()).startsWith(
+            QStringLiteral("Cannot reach the routing service: ")));
+    }
+
+    void timeout()
+    {
+        m_server->setHandler([](const StubHttpServer::Request &) {
+            return StubHttpServer::Response{0, {}, {}, {}}; // never answers
+        });
+        auto s = service(m_server->baseUrl());
+        QCOMPARE(s->timeout(), 30000);
+        s->setTimeout(200);
+        QCOMPARE(ask(*s).error.value_or(QString()),
+                 QStringLiteral("The routing service did not answer within 0.2 seconds."));
+    }
+
+    // a requester that is gone hears nothing, whether the answer is on its
+    // way or still to come
+    void receiverGone()
+    {
+        m_server->setHandler([](const StubHttpServer::Request &) {
+            return StubHttpServer::Response{200, "application/json", okBody({ThreePoints}), {}};
+        });
+        auto s = service(m_server->baseUrl());
+        int calls = 0;
+        auto receiver = std::make_unique<QObject>();
+        s->calculateDirections({22.28, 114.15}, {22.29, 114.17}, receiver.get(),
+                               [&](const DirectionsAnswer &) { ++calls; });
+        QVERIFY(QTest::qWaitFor([&] { return !m_server->requests().isEmpty(); }, 5000));
+        receiver.reset();
+        QTest::qWait(200);
+        QCOMPARE(calls, 0);
+    }
+};
+
+TREKMIME_TEST(OsrmDirectionsServiceTest)
+#include "OsrmDirectionsServiceTest.moc"
