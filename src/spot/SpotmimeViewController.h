@@ -101,7 +101,6 @@ private:
     void styleViews();
     void layoutViews();
     void dismissKeyboard(QLineEdit *field);
-    void startLocating();
 
     const Services &m_services;
     ApplicationShell &m_shell;
