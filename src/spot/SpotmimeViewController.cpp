@@ -171,9 +171,12 @@ void SpotmimeViewController::mineLocationButtonClicked()
 void SpotmimeViewController::startLocating()
 {
     // the shell registers the location service; without one (a test of
-    // something else) there is simply no position to wait for
+    // something else) there is no position to wait for, and an overlay the
+    // current-location button showed must not stay
     if (Location *location = Location::sharedInstacneWithDelegate(this))
         location->startLocation();
+    else
+        locationFailed(nullptr, QString());
 }
 
 void SpotmimeViewController::locationSuccess(Location *, double, double)
