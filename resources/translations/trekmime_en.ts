@@ -2,9 +2,55 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US">
 <context>
+    <name>DateTimePicker</name>
+    <message>
+        <source>Date and time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>FavoriteEntry</name>
     <message>
         <source>Unknow</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>FavoritesTableView</name>
+    <message>
+        <source>Delete</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No saved places yet.
+Choose a place on the map and press “Add To →”.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>FavoritesViewController</name>
+    <message>
+        <source>Favorites</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unknow</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Done</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -134,6 +180,37 @@
     </message>
 </context>
 <context>
+    <name>OsrmDirectionsService</name>
+    <message>
+        <source>No network access.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The routing service did not answer within %1 seconds.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cannot reach the routing service: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The routing service answered with HTTP status %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The routing service sent an answer that is not the expected JSON.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The routing service sent a route whose line cannot be read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The routing service found no route.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>QtPositionSource</name>
     <message>
         <source>Access to the device position was denied.</source>
@@ -153,13 +230,71 @@
     </message>
 </context>
 <context>
-    <name>SpotmimeViewController</name>
+    <name>RouteSwitch</name>
     <message>
-        <source>Spotmime</source>
+        <source>Please choose Start</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Stay at one place</source>
+        <source>Please choose End</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please choose Start Time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please choose End Time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>End Time must later than Start Time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Path planning failure, rechoose Start/End please</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Trekmime is working,please turn off the Trekmime first!</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>SelectAddressViewController</name>
+    <message>
+        <source>Enter Address Here</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>CANCEL</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unknow</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Search Failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Address is loading, please wait</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>SpotmimeViewController</name>
+    <message>
+        <source>Spotmime</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -168,6 +303,54 @@
     </message>
     <message>
         <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unknow</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Searching</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Search Failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Enter Address Here</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Coordinate</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please Enter Favorites Name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add To →</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Favorites</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>CANCEL</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -178,15 +361,67 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Travel along a route</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Spotmime</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Start Time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>End Time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please choose Start</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please choose End</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please choose Start Time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please choose End Time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hide choices</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Trekmime is working</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No route planning service.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show choices</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Confirm time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Done</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -2,10 +2,57 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN">
 <context>
+    <name>DateTimePicker</name>
+    <message>
+        <source>Date and time</source>
+        <translation>日期和时间</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>今天</translation>
+    </message>
+</context>
+<context>
     <name>FavoriteEntry</name>
     <message>
         <source>Unknow</source>
         <translation>未知</translation>
+    </message>
+</context>
+<context>
+    <name>FavoritesTableView</name>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>No saved places yet.
+Choose a place on the map and press “Add To →”.</source>
+        <translation>还没有收藏的地点。
+在地图上选择一个地点，然后点按“收藏 →”。</translation>
+    </message>
+</context>
+<context>
+    <name>FavoritesViewController</name>
+    <message>
+        <source>Favorites</source>
+        <translation>收藏</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>返回</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>编辑</translation>
+    </message>
+    <message>
+        <source>Unknow</source>
+        <translation>未知</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>完成</translation>
     </message>
 </context>
 <context>
@@ -134,6 +181,37 @@
     </message>
 </context>
 <context>
+    <name>OsrmDirectionsService</name>
+    <message>
+        <source>No network access.</source>
+        <translation>无法访问网络。</translation>
+    </message>
+    <message>
+        <source>The routing service did not answer within %1 seconds.</source>
+        <translation>路线规划服务在 %1 秒内没有应答。</translation>
+    </message>
+    <message>
+        <source>Cannot reach the routing service: %1</source>
+        <translation>无法连接路线规划服务：%1</translation>
+    </message>
+    <message>
+        <source>The routing service answered with HTTP status %1.</source>
+        <translation>路线规划服务返回了 HTTP 状态 %1。</translation>
+    </message>
+    <message>
+        <source>The routing service sent an answer that is not the expected JSON.</source>
+        <translation>路线规划服务返回的不是预期的 JSON。</translation>
+    </message>
+    <message>
+        <source>The routing service sent a route whose line cannot be read.</source>
+        <translation>路线规划服务返回的路线无法读取。</translation>
+    </message>
+    <message>
+        <source>The routing service found no route.</source>
+        <translation>路线规划服务没有找到路线。</translation>
+    </message>
+</context>
+<context>
     <name>QtPositionSource</name>
     <message>
         <source>Access to the device position was denied.</source>
@@ -153,14 +231,72 @@
     </message>
 </context>
 <context>
+    <name>RouteSwitch</name>
+    <message>
+        <source>Please choose Start</source>
+        <translation>请选择起点</translation>
+    </message>
+    <message>
+        <source>Please choose End</source>
+        <translation>请选择终点</translation>
+    </message>
+    <message>
+        <source>Please choose Start Time</source>
+        <translation>请选择开始时间</translation>
+    </message>
+    <message>
+        <source>Please choose End Time</source>
+        <translation>请选择结束时间</translation>
+    </message>
+    <message>
+        <source>End Time must later than Start Time</source>
+        <translation>结束时间必须晚于开始时间</translation>
+    </message>
+    <message>
+        <source>Path planning failure, rechoose Start/End please</source>
+        <translation>路线规划失败，请重新选择起点/终点</translation>
+    </message>
+    <message>
+        <source>Trekmime is working,please turn off the Trekmime first!</source>
+        <translation>Trekmime 正在运行，请先关闭 Trekmime！</translation>
+    </message>
+</context>
+<context>
+    <name>SelectAddressViewController</name>
+    <message>
+        <source>Enter Address Here</source>
+        <translation>在此输入地址</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>搜索</translation>
+    </message>
+    <message>
+        <source>CANCEL</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Unknow</source>
+        <translation>未知</translation>
+    </message>
+    <message>
+        <source>Search Failed</source>
+        <translation>搜索失败</translation>
+    </message>
+    <message>
+        <source>Address is loading, please wait</source>
+        <translation>地址加载中，请稍候</translation>
+    </message>
+</context>
+<context>
     <name>SpotmimeViewController</name>
     <message>
         <source>Spotmime</source>
         <translation>Spotmime</translation>
-    </message>
-    <message>
-        <source>Stay at one place</source>
-        <translation>停留在一个地点</translation>
     </message>
     <message>
         <source>Trekmime</source>
@@ -169,6 +305,54 @@
     <message>
         <source>OK</source>
         <translation>确定</translation>
+    </message>
+    <message>
+        <source>Unknow</source>
+        <translation>未知</translation>
+    </message>
+    <message>
+        <source>Searching</source>
+        <translation>正在搜索</translation>
+    </message>
+    <message>
+        <source>Search Failed</source>
+        <translation>搜索失败</translation>
+    </message>
+    <message>
+        <source>Enter Address Here</source>
+        <translation>在此输入地址</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>地址</translation>
+    </message>
+    <message>
+        <source>Coordinate</source>
+        <translation>坐标</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Please Enter Favorites Name</source>
+        <translation>请输入收藏名称</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>搜索</translation>
+    </message>
+    <message>
+        <source>Add To →</source>
+        <translation>收藏 →</translation>
+    </message>
+    <message>
+        <source>Favorites</source>
+        <translation>收藏</translation>
+    </message>
+    <message>
+        <source>CANCEL</source>
+        <translation>取消</translation>
     </message>
 </context>
 <context>
@@ -178,16 +362,68 @@
         <translation>Trekmime</translation>
     </message>
     <message>
-        <source>Travel along a route</source>
-        <translation>沿路线行进</translation>
-    </message>
-    <message>
         <source>Spotmime</source>
         <translation>Spotmime</translation>
     </message>
     <message>
         <source>OK</source>
         <translation>确定</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>起点</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>终点</translation>
+    </message>
+    <message>
+        <source>Start Time</source>
+        <translation>开始时间</translation>
+    </message>
+    <message>
+        <source>End Time</source>
+        <translation>结束时间</translation>
+    </message>
+    <message>
+        <source>Please choose Start</source>
+        <translation>请选择起点</translation>
+    </message>
+    <message>
+        <source>Please choose End</source>
+        <translation>请选择终点</translation>
+    </message>
+    <message>
+        <source>Please choose Start Time</source>
+        <translation>请选择开始时间</translation>
+    </message>
+    <message>
+        <source>Please choose End Time</source>
+        <translation>请选择结束时间</translation>
+    </message>
+    <message>
+        <source>Hide choices</source>
+        <translation>收起选项</translation>
+    </message>
+    <message>
+        <source>Trekmime is working</source>
+        <translation>Trekmime 正在运行</translation>
+    </message>
+    <message>
+        <source>No route planning service.</source>
+        <translation>没有路线规划服务。</translation>
+    </message>
+    <message>
+        <source>Show choices</source>
+        <translation>展开选项</translation>
+    </message>
+    <message>
+        <source>Confirm time</source>
+        <translation>确认时间</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>完成</translation>
     </message>
 </context>
 <context>

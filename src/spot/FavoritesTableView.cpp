@@ -220,6 +220,5 @@ void FavoritesTableView::paintEvent(QPaintEvent *event)
     painter.drawText(
         viewport()->rect().adjusted(32, 0, -32, -viewport()->height() / 3),
         Qt::AlignCenter | Qt::TextWordWrap,
-        tr("No saved places yet.\nChoose a place on the map and press \u201cAdd\u00a0To\u00a0"
-           "\u2192\u201d."));
+        tr("No saved places yet.\nChoose a place on the map and press “Add To →”."));
 }
