@@ -29,7 +29,7 @@
         <source>No saved places yet.
 Choose a place on the map and press “Add To →”.</source>
         <translation>还没有收藏的地点。
-在地图上选择一个地点，然后点按“收藏 →”。</translation>
+在地图上选择一个地点，然后点按“添加 →”。</translation>
     </message>
 </context>
 <context>
@@ -344,7 +344,7 @@ Choose a place on the map and press “Add To →”.</source>
     </message>
     <message>
         <source>Add To →</source>
-        <translation>收藏 →</translation>
+        <translation>添加 →</translation>
     </message>
     <message>
         <source>Favorites</source>
