@@ -217,8 +217,7 @@ void FavoritesTableView::paintEvent(QPaintEvent *event)
     font.setPixelSize(15);
     painter.setFont(font);
     painter.setPen(ColorPalette::asbestosColor());
-    painter.drawText(
-        viewport()->rect().adjusted(32, 0, -32, -viewport()->height() / 3),
-        Qt::AlignCenter | Qt::TextWordWrap,
-        tr("No saved places yet.\nChoose a place on the map and press “Add To →”."));
+    painter.drawText(viewport()->rect().adjusted(32, 0, -32, -viewport()->height() / 3),
+                     Qt::AlignCenter | Qt::TextWordWrap,
+                     tr("No saved places yet.\nChoose a place on the map and press “Add To →”."));
 }

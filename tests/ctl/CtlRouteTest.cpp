@@ -75,11 +75,11 @@ private slots:
             if (r.target.startsWith("/route/v1/driving/"))
                 return StubHttpServer::Response{200, "application/json", m_routeBody, {}};
             if (r.target.startsWith("/reverse?"))
-                return StubHttpServer::Response{
-                    200,
-                    "application/json",
-                    "{\"lat\":\"22.28\",\"lon\":\"114.15\",\"display_name\":\"Queen's Road Central\"}",
-                    {}};
+                return StubHttpServer::Response{200,
+                                                "application/json",
+                                                "{\"lat\":\"22.28\",\"lon\":\"114.15\",\"display_"
+                                                "name\":\"Queen's Road Central\"}",
+                                                {}};
             return StubHttpServer::Response{404, "text/plain", "no", {}};
         });
         QVERIFY(m_server->listen());

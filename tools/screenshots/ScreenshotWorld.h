@@ -1,7 +1,7 @@
 #pragma once
 
-#include "fakes/FakeDirectionsService.h"
 #include "apps/GioApplicationRegistry.h"
+#include "fakes/FakeDirectionsService.h"
 #include "fakes/FakeGeocoder.h"
 #include "fakes/FakePositionSourceFactory.h"
 #include "fakes/FixedDeviceMetrics.h"
