@@ -1,3 +1,4 @@
+#include "CtlRun.h"
 #include "TestMain.h"
 
 #include "fakes/DesktopEntryFolder.h"
@@ -19,32 +20,16 @@ class CtlAppsTest : public QObject
 private:
     QTemporaryDir m_dir;
 
-    struct Run
-    {
-        int status = -1;
-        QString out;
-        QString err;
-    };
     Run ctl(const QStringList &arguments)
     {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"),
-                           m_dir.filePath(QStringLiteral("config")));
-        environment.insert(QStringLiteral("XDG_DATA_HOME"), m_dir.filePath(QStringLiteral("home")));
-        environment.insert(QStringLiteral("XDG_DATA_DIRS"),
-                           m_dir.filePath(QStringLiteral("system")));
-        environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
-                           QStringLiteral("unix:path=") + m_dir.filePath(QStringLiteral("no-bus")));
-        process.setProcessEnvironment(environment);
-        process.start(QStringLiteral(TREKMIME_CTL),
+        return runCtl(m_dir.path(),
                       QStringList{QStringLiteral("--preferences-dir"),
                                   m_dir.filePath(QStringLiteral("prefs"))} +
-                          arguments);
-        process.waitForFinished(20000);
-        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-                QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
+                          arguments,
+                      {{QStringLiteral("XDG_DATA_HOME"), m_dir.filePath(QStringLiteral("home"))},
+                       {QStringLiteral("XDG_DATA_DIRS"), m_dir.filePath(QStringLiteral("system"))},
+                       {QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
+                        QStringLiteral("unix:path=") + m_dir.filePath(QStringLiteral("no-bus"))}});
     }
 
 private slots:

@@ -1,3 +1,4 @@
+#include "CtlRun.h"
 #include "NmeaLog.h"
 #include "StubHttpServer.h"
 #include "TestMain.h"
@@ -13,13 +14,6 @@
 #include <memory>
 
 namespace {
-
-struct Run
-{
-    int status = -1;
-    QString out;
-    QString err;
-};
 
 const QByteArray googleResult = R"({"status":"OK","results":[{
   "formatted_address":"1600 Amphitheatre Pkwy, Mountain View, CA 94043, USA",
@@ -41,26 +35,15 @@ private:
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<StubHttpServer> m_server;
 
-    // Runs the tool while this process keeps serving the stub.
     Run ctl(const QStringList &arguments)
     {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"),
-                           m_dir->filePath(QStringLiteral("config")));
-        environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
-        process.setProcessEnvironment(environment);
         const QString url = m_server->baseUrl().toString();
-        process.start(QStringLiteral(TREKMIME_CTL),
+        return runCtl(m_dir->path(),
                       QStringList{QStringLiteral("--preferences-dir"), m_dir->path(),
                                   QStringLiteral("--geocoding-url"), url,
                                   QStringLiteral("--nominatim-url"), url} +
-                          arguments);
-        const bool ended =
-            QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 10000);
-        return {ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-                QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
+                          arguments,
+                      {{QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8")}});
     }
 
 private slots:

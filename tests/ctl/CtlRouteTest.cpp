@@ -1,3 +1,4 @@
+#include "CtlRun.h"
 #include "StubHttpServer.h"
 #include "TestMain.h"
 
@@ -14,13 +15,6 @@
 #include <memory>
 
 namespace {
-
-struct Run
-{
-    int status = -1;
-    QString out;
-    QString err;
-};
 
 // three vertices: 22.284681,114.1588  22.29,114.16  22.2988,114.1722
 const QByteArray RouteBody =
@@ -42,23 +36,13 @@ private:
 
     Run ctl(const QStringList &arguments)
     {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"),
-                           m_dir->filePath(QStringLiteral("config")));
-        environment.insert(QStringLiteral("TZ"), QStringLiteral("UTC"));
-        process.setProcessEnvironment(environment);
         const QString url = m_server->baseUrl().toString();
-        process.start(QStringLiteral(TREKMIME_CTL),
+        return runCtl(m_dir->path(),
                       QStringList{QStringLiteral("--preferences-dir"), m_dir->path(),
                                   QStringLiteral("--routing-url"), url,
                                   QStringLiteral("--nominatim-url"), url} +
-                          arguments);
-        const bool ended =
-            QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 10000);
-        return {ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-                QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
+                          arguments,
+                      {{QStringLiteral("TZ"), QStringLiteral("UTC")}});
     }
     QVariantMap routeFile() const
     {

@@ -1,3 +1,4 @@
+#include "CtlRun.h"
 #include "TestMain.h"
 
 #include "settings/PreferenceFiles.h"
@@ -22,13 +23,6 @@ QStringList args(std::initializer_list<const char *> words)
         result.append(QString::fromUtf8(word));
     return result;
 }
-
-struct Run
-{
-    int status = -1;
-    QString out;
-    QString err;
-};
 
 QVariantMap routeRecord(qint64 start, qint64 end, int count)
 {
@@ -55,19 +49,10 @@ private:
 
     Run ctl(const QStringList &arguments, const QString &preferences = {})
     {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"),
-                           m_dir->filePath(QStringLiteral("config")));
-        process.setProcessEnvironment(environment);
-        process.start(QStringLiteral(TREKMIME_CTL),
+        return runCtl(m_dir->path(),
                       QStringList{QStringLiteral("--preferences-dir"),
                                   preferences.isEmpty() ? m_dir->path() : preferences} +
                           arguments);
-        process.waitForFinished(20000);
-        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-                QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
     }
     QStringList files() const { return QDir(m_dir->path()).entryList(QDir::Files); }
 

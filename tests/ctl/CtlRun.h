@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QProcess>
+#include <QTest>
+
+// What one run of trekmime-ctl printed and answered (-1: it crashed or hung).
+struct Run
+{
+    int status = -1;
+    QString out;
+    QString err;
+};
+
+// Runs trekmime-ctl with `arguments`, its config home inside `dir` so that
+// the user's own config file never counts, and `extra` added to the
+// environment. The event loop keeps turning meanwhile, so a stub server of
+// this process can answer the tool.
+inline Run runCtl(const QString &dir, const QStringList &arguments,
+                  const QList<QPair<QString, QString>> &extra = {})
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), dir + QStringLiteral("/config"));
+    for (const auto &[name, value] : extra)
+        environment.insert(name, value);
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(TREKMIME_CTL), arguments);
+    const bool ended =
+        QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 20000);
+    return {ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
