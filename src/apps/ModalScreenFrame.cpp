@@ -2,6 +2,9 @@
 
 #include "platform/DeviceMetrics.h"
 
+#include <QHBoxLayout>
+#include <QLabel>
+
 ModalScreenFrame ModalScreenFrame::forSize(const QSize &size, const DeviceMetrics *metrics)
 {
     const int w = size.width();
@@ -21,4 +24,21 @@ ModalScreenFrame ModalScreenFrame::forSize(const QSize &size, const DeviceMetric
         }
     }
     return frame;
+}
+
+ModalScreenFrame::TopBar ModalScreenFrame::buildTopBar(QWidget *screen)
+{
+    TopBar bar;
+    bar.bgLabel = new QLabel(screen);
+    bar.bgLabel->setObjectName(QStringLiteral("bgLabel"));
+    bar.bgLabel->hide();
+    bar.topView = new QWidget(screen);
+    bar.topView->setObjectName(QStringLiteral("topView"));
+    bar.titleTopLabel = new QLabel(bar.topView);
+    bar.titleTopLabel->setObjectName(QStringLiteral("titleTopLabel"));
+    bar.titleTopLabel->setAlignment(Qt::AlignCenter);
+    auto *row = new QHBoxLayout(bar.topView);
+    row->setContentsMargins(16, 0, 16, 0);
+    row->addWidget(bar.titleTopLabel);
+    return bar;
 }

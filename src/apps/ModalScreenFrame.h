@@ -4,6 +4,8 @@
 #include <QSize>
 
 class DeviceMetrics;
+class QLabel;
+class QWidget;
 
 // Where the bars of a modal screen (information, whitelist) go: a top bar, a
 // bottom bar and the body between them. From system version 7.0 on the top
@@ -21,4 +23,15 @@ struct ModalScreenFrame
     static constexpr int BottomBarHeight = 64;
 
     static ModalScreenFrame forSize(const QSize &size, const DeviceMetrics *metrics);
+
+    // The top bar both modal screens share: the status-bar strip (hidden
+    // until the frame places it), the bar, and its centred title, named
+    // "bgLabel", "topView" and "titleTopLabel".
+    struct TopBar
+    {
+        QLabel *bgLabel = nullptr;
+        QWidget *topView = nullptr;
+        QLabel *titleTopLabel = nullptr;
+    };
+    static TopBar buildTopBar(QWidget *screen);
 };

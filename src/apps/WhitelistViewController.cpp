@@ -31,18 +31,10 @@ WhitelistViewController::WhitelistViewController(const Services &services, QWidg
         "QWidget#bottomView { background: #ecf0f1; border-top: 1px solid #dde3e5; }"
         "QScrollArea#mainTableView, QWidget#rows { background: #ffffff; border: none; }"));
 
-    bgLabel = new QLabel(this);
-    bgLabel->setObjectName(QStringLiteral("bgLabel"));
-    bgLabel->hide();
-
-    topView = new QWidget(this);
-    topView->setObjectName(QStringLiteral("topView"));
-    titleTopLabel = new QLabel(topView);
-    titleTopLabel->setObjectName(QStringLiteral("titleTopLabel"));
-    titleTopLabel->setAlignment(Qt::AlignCenter);
-    auto *topRow = new QHBoxLayout(topView);
-    topRow->setContentsMargins(16, 0, 16, 0);
-    topRow->addWidget(titleTopLabel);
+    const ModalScreenFrame::TopBar bar = ModalScreenFrame::buildTopBar(this);
+    bgLabel = bar.bgLabel;
+    topView = bar.topView;
+    titleTopLabel = bar.titleTopLabel;
 
     mainTableView = new QScrollArea(this);
     mainTableView->setObjectName(QStringLiteral("mainTableView"));

@@ -71,17 +71,10 @@ InfoViewController::InfoViewController(const Services &services, QWidget *parent
         "QLabel#titleLabel { color: #2c3e50; font-size: 30px; font-weight: 700; }"
         "QWidget#bottomView { background: #ecf0f1; border-top: 1px solid #dde3e5; }"));
 
-    bgLabel = new QLabel(this);
-    bgLabel->setObjectName(QStringLiteral("bgLabel"));
-    bgLabel->hide();
-    topView = new QWidget(this);
-    topView->setObjectName(QStringLiteral("topView"));
-    titleTopLabel = new QLabel(topView);
-    titleTopLabel->setObjectName(QStringLiteral("titleTopLabel"));
-    titleTopLabel->setAlignment(Qt::AlignCenter);
-    auto *topRow = new QHBoxLayout(topView);
-    topRow->setContentsMargins(16, 0, 16, 0);
-    topRow->addWidget(titleTopLabel);
+    const ModalScreenFrame::TopBar bar = ModalScreenFrame::buildTopBar(this);
+    bgLabel = bar.bgLabel;
+    topView = bar.topView;
+    titleTopLabel = bar.titleTopLabel;
 
     body = new QWidget(this);
     body->setObjectName(QStringLiteral("body"));
