@@ -36,7 +36,6 @@ private slots:
         QTest::newRow("2000 m at the equator") << 0.0 << 2000.0 << 0.0179663 << 0.0179663;
         // a parallel at 60 degrees is half as long as the equator
         QTest::newRow("2000 m at 60 north") << 60.0 << 2000.0 << 0.0179663 << 0.0359326;
-        QTest::newRow("2000 m at 60 south") << -60.0 << 2000.0 << 0.0179663 << 0.0359326;
         QTest::newRow("at the pole the whole width") << 90.0 << 2000.0 << 0.0179663 << 360.0;
     }
     void regionWithDistance()
@@ -66,8 +65,6 @@ private slots:
             << QSizeF(844, 390) << CoordinateRegion{paris, {0.05, 0.05}} << false;
         QTest::newRow("tall region, tall view")
             << QSizeF(390, 844) << CoordinateRegion{paris, {0.5, 0.01}} << false;
-        QTest::newRow("route between two places")
-            << QSizeF(390, 844) << CoordinateRegion{{31.0, 121.0}, {0.8, 1.6}} << true;
         QTest::newRow("southern hemisphere")
             << QSizeF(390, 844) << CoordinateRegion{{-33.8688, 151.2093}, {0.1, 0.02}} << false;
     }
@@ -113,8 +110,6 @@ private slots:
             << CoordinateRegion{{52.52, 13.405}, {1e-6, 1e-6}} << MapCamera::MaximumZoom;
         QTest::newRow("more than the world: the whole world")
             << CoordinateRegion{{0.0, 0.0}, {170.0, 720.0}} << MapCamera::MinimumZoom;
-        QTest::newRow("empty span: the finest level")
-            << CoordinateRegion{{52.52, 13.405}, {0.0, 0.0}} << MapCamera::MaximumZoom;
     }
     void zoomLimits()
     {
@@ -130,7 +125,6 @@ private slots:
     {
         QTest::addColumn<Coordinate>("center");
         QTest::newRow("origin") << Coordinate{0.0, 0.0};
-        QTest::newRow("Beijing") << Coordinate{39.9087, 116.3975};
         QTest::newRow("Sydney") << Coordinate{-33.8688, 151.2093};
         // the hand starts east of the line and drags west: the view looks
         // east across it, and places there are not drawn a world away

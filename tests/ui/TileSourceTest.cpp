@@ -6,7 +6,6 @@
 #include "ui/HttpTileSource.h"
 #include "ui/MBTilesTileSource.h"
 #include "ui/SlippyMap.h"
-#include "ui/TileLayer.h"
 
 #include <QBuffer>
 #include <QNetworkAccessManager>
@@ -199,7 +198,6 @@ private slots:
         QVERIFY(qobject_cast<HttpTileSource *>(web.get()));
         QCOMPARE(static_cast<HttpTileSource *>(web.get())->urlFor(TileId{5, 17, 11}).toString(),
                  QStringLiteral("http://127.0.0.1:9/5/17/11.png"));
-        QCOMPARE(web->attribution(), QStringLiteral("\u00a9 OpenStreetMap contributors"));
 
         configuration.mbtiles = m_cacheDir.filePath(QStringLiteral("none.mbtiles"));
         // a file that cannot be opened is reported, and the map shows its grid
@@ -223,21 +221,8 @@ private slots:
         map.camera().setCenterWorld(QPointF(0.5, 0.5));
         QSignalSpy changed(&map, &SlippyMap::changed);
 
-        // first frame: nothing in memory, tiles asked for, and everywhere a
-        // light background with a few grid lines, nothing black (the credit
-        // line along the bottom aside)
+        // first frame: nothing in memory, the tiles in sight asked for
         QImage frame = map.render();
-        int background = 0, grid = 0;
-        for (int y = 0; y < frame.height() - 20; ++y) {
-            for (int x = 0; x < frame.width(); ++x) {
-                const QRgb pixel = frame.pixel(x, y);
-                QVERIFY(qRed(pixel) > 150 || qGreen(pixel) > 150);
-                background += pixel == TileLayer::BackgroundColor.rgb();
-                grid += pixel == TileLayer::GraticuleColor.rgb();
-            }
-        }
-        QVERIFY(background > 512 * 512 * 3 / 4);
-        QVERIFY(grid > 2 * 512);
         QCOMPARE(source.requested.size(), 4);
         // the middle tiles are asked for last, as sources serve the newest first
         QTRY_VERIFY(changed.size() >= 4);
@@ -252,10 +237,6 @@ private slots:
         frame = map.render();
         QCOMPARE(frame.pixelColor(100, 100), QColor(Qt::blue));
         QVERIFY(!map.tiles().hasTile(TileId{4, 7, 7}));
-
-        // the attribution stands in the bottom-right corner
-        const QColor corner = frame.pixelColor(frame.width() - 40, frame.height() - 7);
-        QVERIFY2(corner != QColor(Qt::blue), qPrintable(corner.name()));
     }
 
     void keptTilesFollowTheLines_data()
