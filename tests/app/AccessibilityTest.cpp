@@ -171,7 +171,6 @@ private slots:
         QTest::newRow("down") << int(Qt::Key_Down) << QString() << -1 << 0 << 0;
         QTest::newRow("plus") << int(Qt::Key_Plus) << QString() << 0 << 0 << 1;
         QTest::newRow("= on the plus key") << int(Qt::Key_Equal) << QString() << 0 << 0 << 1;
-        QTest::newRow("minus") << int(Qt::Key_Minus) << QString() << 0 << 0 << -1;
         QTest::newRow("minus sign") << 0x2212 << QString() << 0 << 0 << -1;
         QTest::newRow("increase action")
             << 0 << QAccessibleActionInterface::increaseAction() << 0 << 0 << 1;

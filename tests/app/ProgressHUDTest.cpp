@@ -10,7 +10,6 @@
 #include <QPointer>
 #include <QTest>
 #include <QThread>
-#include <QTimer>
 
 #include <atomic>
 
@@ -135,15 +134,13 @@ private slots:
     {
         QTest::addColumn<int>("type");
         QTest::addColumn<qreal>("startScale");
-        QTest::addColumn<qreal>("hideScale");
-        QTest::newRow("fade") << int(ProgressHUD::Fade) << 1.0 << 1.0;
-        QTest::newRow("fade with zoom") << int(ProgressHUD::Zoom) << 1.5 << 0.5;
+        QTest::newRow("fade") << int(ProgressHUD::Fade) << 1.0;
+        QTest::newRow("fade with zoom") << int(ProgressHUD::Zoom) << 1.5;
     }
     void animatedFades()
     {
         QFETCH(int, type);
         QFETCH(qreal, startScale);
-        QFETCH(qreal, hideScale);
         ProgressHUD *hud = addedHUD();
         hud->setAnimationType(type);
         hud->show(true);
@@ -151,25 +148,10 @@ private slots:
         QCOMPARE(hud->scale(), startScale);
         QTRY_COMPARE_WITH_TIMEOUT(hud->alpha(), 1.0, 1000);
         QCOMPARE(hud->scale(), 1.0);
-
-        // the animated hide stops at 0.02; finishing takes it to 0
-        qreal lowestAlpha = 1.0;
-        qreal lowestScale = 1.0;
-        QTimer tick;
-        connect(&tick, &QTimer::timeout, hud, [&] {
-            if (hud->isFinished())
-                return;
-            lowestAlpha = qMin(lowestAlpha, hud->alpha());
-            lowestScale = qMin(lowestScale, hud->scale());
-        });
-        tick.start(10);
         hud->hide(true);
-        QVERIFY(m_delegate.hidden.isEmpty());
+        QVERIFY(m_delegate.hidden.isEmpty()); // told once the fade is over
         QTRY_COMPARE_WITH_TIMEOUT(m_delegate.hidden.size(), 1, 1000);
         QCOMPARE(hud->alpha(), 0.0);
-        QVERIFY2(lowestAlpha < 1.0 && lowestAlpha >= 0.02 - 1e-9,
-                 qPrintable(QString::number(lowestAlpha)));
-        QVERIFY(lowestScale <= hideScale + 0.1);
     }
 
     void classOperationsLookAtDirectChildrenInOrder()

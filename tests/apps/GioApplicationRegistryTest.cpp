@@ -95,7 +95,6 @@ private slots:
         QTest::addColumn<QString>("bundle");
         QTest::addColumn<qreal>("scale");
         QTest::addColumn<QSize>("pixels"); // 0 x 0: no icon
-        QTest::newRow("theme icon") << id("org.example.Maps") << 1.0 << QSize(30, 30);
         QTest::newRow("theme icon, scale 2") << id("org.example.Maps") << 2.0 << QSize(60, 60);
         QTest::newRow("icon file, scale 3") << id("org.example.Chat") << 3.0 << QSize(90, 90);
         QTest::newRow("broken path") << id("org.example.BrokenIcon") << 1.0 << QSize(0, 0);

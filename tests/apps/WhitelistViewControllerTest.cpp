@@ -151,30 +151,6 @@ private slots:
         QVERIFY(!presentedViewController(m_window));
         QTRY_VERIFY(screen.isNull());
     }
-
-    void barsLeaveRoomOnNewerAndTallerScreens_data()
-    {
-        QTest::addColumn<QString>("version");
-        QTest::addColumn<int>("pixelHeight");
-        QTest::addColumn<QRect>("table");
-        QTest::addColumn<bool>("strip");
-        QTest::newRow("before 7") << QStringLiteral("6.1") << 1136 << QRect(0, 44, 390, 736)
-                                  << false;
-        QTest::newRow("7 or later")
-            << QStringLiteral("7.0") << 1334 << QRect(0, 64, 390, 716) << true;
-        QTest::newRow("tall") << QStringLiteral("16.0") << 2532 << QRect(0, 74, 390, 672) << true;
-    }
-    void barsLeaveRoomOnNewerAndTallerScreens()
-    {
-        QFETCH(QString, version);
-        QFETCH(int, pixelHeight);
-        QFETCH(QRect, table);
-        QFETCH(bool, strip);
-        m_world->deviceMetrics = FixedDeviceMetrics(version, pixelHeight);
-        WhitelistViewController *screen = present();
-        QCOMPARE(screen->findChild<QWidget *>(QStringLiteral("mainTableView"))->geometry(), table);
-        QCOMPARE(screen->findChild<QWidget *>(QStringLiteral("bgLabel"))->isVisible(), strip);
-    }
 };
 
 TREKMIME_TEST(WhitelistViewControllerTest)

@@ -181,7 +181,6 @@ private slots:
         m_server->setCutShort(status == -2);
         Outcome outcome;
         WebGeocoder operation(endpoint(), QStringLiteral("x"), outcome.completion());
-        QCOMPARE(operation.timeoutInterval(), 20000);
         if (status == -1)
             m_server.reset(); // the port closes
         operation.start();

@@ -101,7 +101,6 @@ private slots:
         QCOMPARE(configuration.routingProfile, QStringLiteral("foot"));
         QCOMPARE(configuration.tileAttribution, QStringLiteral("Data, and more"));
         QCOMPARE(configuration.nmeaFile, log);
-        QCOMPARE(configuration.nominatimUrl.host(), QStringLiteral("nominatim.openstreetmap.org"));
         QVERIFY(configuration.isExplicit(Configuration::TileCacheMB));
         QVERIFY(!configuration.isExplicit(Configuration::NominatimUrl));
     }
