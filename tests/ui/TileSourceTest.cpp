@@ -221,9 +221,12 @@ private slots:
         map.camera().setCenterWorld(QPointF(0.5, 0.5));
         QSignalSpy changed(&map, &SlippyMap::changed);
 
-        // first frame: nothing in memory, the tiles in sight asked for
+        // first frame: nothing in memory, the tiles in sight asked for, and
+        // the gaps light, never black
         QImage frame = map.render();
         QCOMPARE(source.requested.size(), 4);
+        for (const QPoint &point : {QPoint(10, 10), QPoint(256, 256), QPoint(500, 400)})
+            QVERIFY(qGray(frame.pixel(point)) > 150);
         // the middle tiles are asked for last, as sources serve the newest first
         QTRY_VERIFY(changed.size() >= 4);
         frame = map.render();
