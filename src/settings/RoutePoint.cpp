@@ -6,26 +6,24 @@
 #include <QVariantMap>
 
 RoutePoint::RoutePoint(double latitude, double longitude)
-    : m_latitude(latitude), m_longitude(longitude)
+    : m_latitude(latitude), m_longitude(longitude),
+      // reals, not texts: the one place the settings files hold numbers as
+      // numbers. Made once here, so that writing a long route copies no map.
+      m_stored(QVariantMap{{RecordKeys::pointLatitude(), latitude},
+                           {RecordKeys::pointLongitude(), longitude}})
+{
+}
+
+RoutePoint::RoutePoint(double latitude, double longitude, const QVariant &stored)
+    : m_latitude(latitude), m_longitude(longitude), m_stored(stored)
 {
 }
 
 RoutePoint RoutePoint::fromPropertyList(const QVariant &stored)
 {
     const QVariantMap map = stored.toMap();
-    RoutePoint point(StoredValue::doubleValue(map.value(RecordKeys::pointLatitude())),
-                     StoredValue::doubleValue(map.value(RecordKeys::pointLongitude())));
-    point.m_stored = stored;
-    return point;
-}
-
-QVariant RoutePoint::toPropertyList() const
-{
-    if (m_stored.isValid())
-        return m_stored;
-    // reals, not texts: the one place the settings files hold numbers as numbers
-    return QVariantMap{{RecordKeys::pointLatitude(), m_latitude},
-                       {RecordKeys::pointLongitude(), m_longitude}};
+    return RoutePoint(StoredValue::doubleValue(map.value(RecordKeys::pointLatitude())),
+                      StoredValue::doubleValue(map.value(RecordKeys::pointLongitude())), stored);
 }
 
 QList<RoutePoint> RoutePoint::listFromPropertyList(const QVariantList &stored)

@@ -10,14 +10,14 @@
 class RoutePoint
 {
 public:
-    RoutePoint() = default;
+    RoutePoint() : RoutePoint(0.0, 0.0) {}
     RoutePoint(double latitude, double longitude);
 
     // Any stored entry makes a point: one that is not a dictionary, or whose
     // values are missing, reads as 0 where it falls short, as the hooking
     // component reads it. The entry itself is kept.
     static RoutePoint fromPropertyList(const QVariant &stored);
-    QVariant toPropertyList() const;
+    QVariant toPropertyList() const { return m_stored; }
 
     static QList<RoutePoint> listFromPropertyList(const QVariantList &stored);
     static QVariantList listToPropertyList(const QList<RoutePoint> &points);
@@ -26,7 +26,9 @@ public:
     double longitude() const { return m_longitude; }
 
 private:
+    RoutePoint(double latitude, double longitude, const QVariant &stored);
+
     double m_latitude = 0.0;
     double m_longitude = 0.0;
-    QVariant m_stored; // the entry as read; invalid for a point made here
+    QVariant m_stored; // the entry as read, or as made for a new point
 };
