@@ -5,7 +5,7 @@
 #include "apps/ApplicationList.h"
 #include "apps/GioApplicationRegistry.h"
 #include "fakes/DesktopEntryFolder.h"
-#include "settings/PreferenceFiles.h"
+#include "settings/TMPreferenceUtil.h"
 
 #include <QColor>
 #include <QGuiApplication>
@@ -22,6 +22,13 @@ QTemporaryDir *dataFolder()
     return &folder;
 }
 
+// no hide list in the folder: every entry comes from GIO
+const TMPreferenceUtil &preferences()
+{
+    static const TMPreferenceUtil store{PreferenceFiles(dataFolder()->path())};
+    return store;
+}
+
 // GLib reads the data folders once per process: fill them before the first
 // question, with the largest count any run asks for
 void makeEntries(int count)
@@ -34,7 +41,6 @@ void makeEntries(int count)
     }
     qputenv("XDG_DATA_DIRS", entries.root().toLocal8Bit());
     qputenv("XDG_DATA_HOME", dataFolder()->filePath(QStringLiteral("home")).toLocal8Bit());
-    PreferenceFiles::setDirectory(dataFolder()->path());
 }
 
 void BM_InstalledAppModel(benchmark::State &state)
@@ -47,7 +53,8 @@ void BM_InstalledAppModel(benchmark::State &state)
         state.PauseTiming();
         QPixmapCache::clear();
         state.ResumeTiming();
-        const QList<ApplicationModel> models = ApplicationList::installedAppModel(registry);
+        const QList<ApplicationModel> models =
+            ApplicationList::installedAppModel(registry, preferences());
         listed = models.size();
         benchmark::DoNotOptimize(models);
     }
@@ -62,7 +69,7 @@ void BM_InstalledAppNames(benchmark::State &state)
 {
     const GioApplicationRegistry registry;
     for (auto _ : state) {
-        const QStringList bundles = ApplicationList::installedAppBundle(registry);
+        const QStringList bundles = ApplicationList::installedAppBundle(registry, preferences());
         for (const QString &bundle : bundles)
             benchmark::DoNotOptimize(ApplicationModel::appNameWithBundle(registry, bundle));
     }

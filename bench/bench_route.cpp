@@ -11,7 +11,7 @@
 #include "route/DateTimePicker.h"
 #include "route/OsrmDirectionsService.h"
 #include "route/TrekmimeViewController.h"
-#include "settings/PreferenceFiles.h"
+#include "settings/TMPreferenceUtil.h"
 
 #include <benchmark/benchmark.h>
 
@@ -65,7 +65,7 @@ struct NoShell : ApplicationShell
 void BM_SwitchOn(benchmark::State &state)
 {
     QTemporaryDir dir;
-    PreferenceFiles::setDirectory(dir.path());
+    TMPreferenceUtil preferences{PreferenceFiles(dir.path())};
     ManualClock clock(qint64(1700000000) * 1000);
     RecordingAlertPresenter alerts;
     FixedDeviceMetrics metrics;
@@ -75,6 +75,7 @@ void BM_SwitchOn(benchmark::State &state)
     services.alerts = &alerts;
     services.deviceMetrics = &metrics;
     services.directions = &directions;
+    services.preferences = &preferences;
     NoShell shell;
 
     TrekmimeViewController screen(services, shell);

@@ -3,7 +3,6 @@
 // top of the library is the conversion to and from Qt values and the atomic
 // file replacement.
 
-#include "settings/PreferenceFiles.h"
 #include "settings/PropertyList.h"
 #include "settings/TMPreferenceUtil.h"
 
@@ -15,26 +14,26 @@
 
 namespace {
 
-QVariantMap routeRecord(int count)
+RouteRecord routeRecord(int count)
 {
-    QVariantList points;
+    QList<RoutePoint> points;
     points.reserve(count);
-    for (int i = 0; i < count; ++i) {
-        points.append(QVariantMap{{QStringLiteral("lat"), 22.2846809 + i * 1.37e-5},
-                                  {QStringLiteral("lng"), 114.1588 + i * 2.11e-5}});
-    }
-    return {{QStringLiteral("enable"), QStringLiteral("1")},
-            {QStringLiteral("start"), QStringLiteral("1700000000.000000")},
-            {QStringLiteral("end"), QStringLiteral("1700003600.000000")},
-            {QStringLiteral("s"), QStringLiteral("Central, Hong Kong")},
-            {QStringLiteral("e"), QStringLiteral("Tsim Sha Tsui, Kowloon")},
-            {QStringLiteral("points"), points}};
+    for (int i = 0; i < count; ++i)
+        points.append(RoutePoint(22.2846809 + i * 1.37e-5, 114.1588 + i * 2.11e-5));
+    RouteRecord record;
+    record.setEnabled(true);
+    record.setStart(1700000000.0);
+    record.setEnd(1700003600.0);
+    record.setStartAddress(QStringLiteral("Central, Hong Kong"));
+    record.setEndAddress(QStringLiteral("Tsim Sha Tsui, Kowloon"));
+    record.setPoints(points);
+    return record;
 }
 
 plist_t routeTree(int count)
 {
     plist_t root = nullptr;
-    const QByteArray xml = PropertyList::toXml(routeRecord(count));
+    const QByteArray xml = PropertyList::toXml(routeRecord(count).toPropertyList());
     plist_from_xml(xml.constData(), uint32_t(xml.size()), &root);
     return root;
 }
@@ -42,24 +41,24 @@ plist_t routeTree(int count)
 struct Folder
 {
     QTemporaryDir dir;
-    Folder() { PreferenceFiles::setDirectory(dir.path()); }
+    TMPreferenceUtil store{PreferenceFiles(dir.path())};
 };
 
 void BM_RouteRecordWrite(benchmark::State &state)
 {
     Folder folder;
-    const QVariantMap record = routeRecord(int(state.range(0)));
+    const RouteRecord record = routeRecord(int(state.range(0)));
     for (auto _ : state)
-        TMPreferenceUtil::writeRoutePreference(record);
+        folder.store.writeRoutePreference(record);
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
 void BM_RouteRecordRead(benchmark::State &state)
 {
     Folder folder;
-    TMPreferenceUtil::writeRoutePreference(routeRecord(int(state.range(0))));
+    folder.store.writeRoutePreference(routeRecord(int(state.range(0))));
     for (auto _ : state) {
-        QVariantMap record = TMPreferenceUtil::routePreference();
+        RouteRecord record = folder.store.routePreference();
         benchmark::DoNotOptimize(record);
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
@@ -81,7 +80,7 @@ void BM_LibplistToXml(benchmark::State &state)
 
 void BM_LibplistFromXml(benchmark::State &state)
 {
-    const QByteArray xml = PropertyList::toXml(routeRecord(int(state.range(0))));
+    const QByteArray xml = PropertyList::toXml(routeRecord(int(state.range(0))).toPropertyList());
     for (auto _ : state) {
         plist_t root = nullptr;
         plist_from_xml(xml.constData(), uint32_t(xml.size()), &root);

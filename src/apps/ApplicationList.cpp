@@ -1,28 +1,31 @@
 #include "apps/ApplicationList.h"
 
 #include "apps/ApplicationRegistry.h"
-#include "settings/HideList.h"
+#include "settings/TMPreferenceUtil.h"
 
-QList<ApplicationModel> ApplicationList::installedAppModel(const ApplicationRegistry &registry)
+QList<ApplicationModel> ApplicationList::installedAppModel(const ApplicationRegistry &registry,
+                                                           const TMPreferenceUtil &preferences)
 {
-    const QStringList bundles = installedAppBundle(registry);
+    const QStringList bundles = installedAppBundle(registry, preferences);
     if (bundles.isEmpty())
         return {};
     return ApplicationModel::appModelListWithAppList(registry, bundles);
 }
 
-QStringList ApplicationList::installedAppBundle(const ApplicationRegistry &registry)
+QStringList ApplicationList::installedAppBundle(const ApplicationRegistry &registry,
+                                               const TMPreferenceUtil &preferences)
 {
     QStringList bundles = registry.displayIdentifiers(false, false);
-    return fixWithHushdeck(registry, bundles);
+    return fixWithHushdeck(registry, preferences, bundles);
 }
 
 QStringList &ApplicationList::fixWithHushdeck(const ApplicationRegistry &registry,
+                                              const TMPreferenceUtil &preferences,
                                               QStringList &bundles)
 {
     // the sibling hides these from the home screen, so the registry left them
     // out above; they can still be whitelisted. Uninstalled ones have no name.
-    for (const QString &bundle : HideList::bundleIdentifiers()) {
+    for (const QString &bundle : preferences.hideListBundles()) {
         if (bundles.contains(bundle))
             continue;
         if (!ApplicationModel::appNameWithBundle(registry, bundle).isEmpty())
@@ -36,9 +39,10 @@ QStringList ApplicationList::currentRunningAppBundle(const ApplicationRegistry &
     return registry.displayIdentifiers(true, false);
 }
 
-QList<ApplicationModel> ApplicationList::installedUserAppModel(const ApplicationRegistry &registry)
+QList<ApplicationModel> ApplicationList::installedUserAppModel(const ApplicationRegistry &registry,
+                                                               const TMPreferenceUtil &preferences)
 {
-    QList<ApplicationModel> models = installedAppModel(registry);
+    QList<ApplicationModel> models = installedAppModel(registry, preferences);
     models.removeIf([](const ApplicationModel &model) {
         return model.appBundle().startsWith(QLatin1String(PlatformMakerPrefix));
     });

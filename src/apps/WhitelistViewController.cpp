@@ -7,7 +7,6 @@
 #include "platform/DeviceMetrics.h"
 #include "platform/Services.h"
 #include "settings/TMPreferenceUtil.h"
-#include "settings/WhitelistRecord.h"
 #include "ui/ColorPalette.h"
 #include "ui/FlatButton.h"
 
@@ -75,10 +74,11 @@ void WhitelistViewController::viewDidLoad()
     titleTopLabel->setText(tr("White List"));
 
     // reading never creates the file: a missing one is an empty record
-    whiteListPreferences_ = TMPreferenceUtil::whitePreference();
+    whiteListPreferences_ = m_services.preferences->whitePreference();
 
     if (m_services.applications)
-        m_appArray = ApplicationList::installedAppModel(*m_services.applications);
+        m_appArray = ApplicationList::installedAppModel(*m_services.applications,
+                                                        *m_services.preferences);
     buildRows();
 
     if (m_services.deviceMetrics && m_services.deviceMetrics->isVersion7OrLater())
@@ -103,7 +103,7 @@ void WhitelistViewController::buildRows()
         if (model.appName().isEmpty())
             cell->setAccessibleName(model.appBundle());
         cell->setAccessibleDescription(model.appBundle());
-        cell->setChecked(WhitelistRecord::isWhitelisted(whiteListPreferences_, model.appBundle()));
+        cell->setChecked(whiteListPreferences_.isWhitelisted(model.appBundle()));
         connect(cell, &QAbstractButton::toggled, this, [this, row] { didSelectRow(row); });
         connect(cell, &WhitelistRow::moveFocus, this, [this, row](int step) {
             if (WhitelistRow *next = rowAt(row + step)) {
@@ -124,8 +124,8 @@ void WhitelistViewController::didSelectRow(int row)
         return;
     const QString bundle = m_appArray.at(row).appBundle();
     // a failed write is not shown: the mark follows the record in memory
-    TMPreferenceUtil::toggleWhitelist(whiteListPreferences_, bundle);
-    const bool on = WhitelistRecord::isWhitelisted(whiteListPreferences_, bundle);
+    m_services.preferences->toggleWhitelist(whiteListPreferences_, bundle);
+    const bool on = whiteListPreferences_.isWhitelisted(bundle);
     WhitelistRow *cell = m_rows.at(row);
     const QSignalBlocker blocker(cell);
     cell->setChecked(on);

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "apps/ApplicationModel.h"
+#include "settings/WhitelistRecord.h"
 
 #include <QList>
-#include <QVariantMap>
 #include <QWidget>
 
 class FlatButton;
@@ -25,7 +25,7 @@ public:
     explicit WhitelistViewController(const Services &services, QWidget *parent = nullptr);
 
     const QList<ApplicationModel> &appArray() const { return m_appArray; }
-    const QVariantMap &whiteListPreferences() const { return whiteListPreferences_; }
+    const WhitelistRecord &whiteListPreferences() const { return whiteListPreferences_; }
 
     int numberOfRows() const { return int(m_appArray.size()); }
     WhitelistRow *rowAt(int row) const { return m_rows.value(row); }
@@ -46,7 +46,7 @@ private:
 
     const Services &m_services;
     QList<ApplicationModel> m_appArray;
-    QVariantMap whiteListPreferences_;
+    WhitelistRecord whiteListPreferences_;
     QList<WhitelistRow *> m_rows;
 
     FlatButton *backButton = nullptr;

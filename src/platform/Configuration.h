@@ -51,7 +51,7 @@ public:
     static constexpr const char *Languages = "languages";
     static constexpr const char *Language = "language";
 
-    QString preferencesDir;  // empty: chosen at start-up (choosePreferencesDirectory)
+    QString preferencesDir;  // empty: chosen at start-up, which then fills it in
     QString configFile;      // empty: the default one (defaultConfigFile)
     QString tileUrl;         // http(s) template with {z}, {x} and {y}; empty: no tiles
     QString tileAttribution; // credit shown on the map for those tiles

@@ -10,6 +10,7 @@ class DirectionsService;
 class Geocoder;
 class PositionSourceFactory;
 class QNetworkAccessManager;
+class TMPreferenceUtil;
 class TileSource;
 class UrlOpener;
 
@@ -28,5 +29,6 @@ struct Services
     Geocoder *geocoder = nullptr;
     DirectionsService *directions = nullptr;
     ApplicationRegistry *applications = nullptr;
+    TMPreferenceUtil *preferences = nullptr; // the settings store; the screens need it
     Configuration configuration;
 };

@@ -1,8 +1,7 @@
 #include "route/RoutePreview.h"
 
 #include "platform/Clock.h"
-#include "settings/RecordKeys.h"
-#include "settings/StoredValue.h"
+#include "settings/RouteRecord.h"
 
 #include <cmath>
 #include <limits>
@@ -44,14 +43,12 @@ qint32 RoutePreview::proportionalIndex(qint32 now, qint32 start, qint32 end, qin
     return product / duration;
 }
 
-RoutePreview::Step RoutePreview::stepAt(const QVariantMap &record, qint32 now)
+RoutePreview::Step RoutePreview::stepAt(const RouteRecord &record, qint32 now)
 {
-    using namespace RecordKeys;
-    const qint32 startTime = StoredValue::intValue(record.value(start()));
-    const qint32 endTime = StoredValue::intValue(record.value(end()));
-    const QVariantList list = record.value(points()).toList();
-    const qint32 count =
-        qint32(std::min<qsizetype>(list.size(), std::numeric_limits<qint32>::max()));
+    const qint32 startTime = record.startSeconds();
+    const qint32 endTime = record.endSeconds();
+    const qsizetype size = record.pointCount();
+    const qint32 count = qint32(std::min<qsizetype>(size, std::numeric_limits<qint32>::max()));
 
     Step step;
     if (startTime > now) {
@@ -64,16 +61,15 @@ RoutePreview::Step RoutePreview::stepAt(const QVariantMap &record, qint32 now)
         step.pick = Pick::Last;
         step.index = count - 1;
     }
-    if (list.isEmpty()) {
+    if (size == 0) {
         // nothing to show: the map goes to latitude 0, longitude 0
         step.index = 0;
         return step;
     }
     step.inRange = step.index >= 0 && step.index < count;
     if (step.inRange) {
-        const QVariantMap point = list.at(step.index).toMap();
-        step.coordinate = {StoredValue::doubleValue(point.value(pointLatitude())),
-                           StoredValue::doubleValue(point.value(pointLongitude()))};
+        const RoutePoint point = record.pointAt(step.index);
+        step.coordinate = {point.latitude(), point.longitude()};
     }
     return step;
 }

@@ -2,9 +2,10 @@
 
 #include "platform/Coordinate.h"
 
-#include <QVariantMap>
+#include <QtGlobal>
 
 class Clock;
+class RouteRecord;
 
 // Where the simulated trip stands at a given time: the first point before the
 // start, the last point from the end on, and in between the point at index
@@ -34,5 +35,5 @@ public:
 
     // The preview step for the route record `record` at time `now`. A record
     // without points answers latitude 0, longitude 0.
-    static Step stepAt(const QVariantMap &record, qint32 now);
+    static Step stepAt(const RouteRecord &record, qint32 now);
 };

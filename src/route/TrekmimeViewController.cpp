@@ -13,9 +13,7 @@
 #include "route/RoutePreview.h"
 #include "route/SelectAddressViewController.h"
 #include "settings/ModeChange.h"
-#include "settings/RecordKeys.h"
 #include "settings/RouteSwitch.h"
-#include "settings/StoredValue.h"
 #include "settings/TMPreferenceUtil.h"
 #include "ui/ColorPalette.h"
 #include "ui/CoordinateRegion.h"
@@ -32,16 +30,9 @@ const QString DownArrow = QStringLiteral("\u2b07\ufe0f");
 constexpr int PanelStrip = 54;
 constexpr int TallPanelOffset = 24;
 
-QVariantMap routePoint(const Coordinate &c)
+Coordinate pointCoordinate(const RoutePoint &point)
 {
-    return {{RecordKeys::pointLatitude(), c.latitude}, {RecordKeys::pointLongitude(), c.longitude}};
-}
-
-Coordinate pointCoordinate(const QVariant &point)
-{
-    const QVariantMap map = point.toMap();
-    return {StoredValue::doubleValue(map.value(RecordKeys::pointLatitude())),
-            StoredValue::doubleValue(map.value(RecordKeys::pointLongitude()))};
+    return {point.latitude(), point.longitude()};
 }
 
 QString timeText(double seconds)
@@ -99,21 +90,20 @@ void TrekmimeViewController::viewDidLoad()
 
 void TrekmimeViewController::restore()
 {
-    m_preferences = TMPreferenceUtil::routePreference();
+    m_preferences = m_services.preferences->routePreference();
     m_recordFollowsPoints = false;
-    if (!m_preferences.isEmpty() &&
-        StoredValue::boolValue(m_preferences.value(RecordKeys::enable()))) {
+    if (m_preferences.isEnabled()) {
         enableSwitch->setOn(true);
         setTip(tr("Trekmime is working"));
-        mStartTime = StoredValue::intValue(m_preferences.value(RecordKeys::start()));
-        mEndTime = StoredValue::intValue(m_preferences.value(RecordKeys::end()));
-        mPoints = m_preferences.value(RecordKeys::points()).toList();
+        mStartTime = m_preferences.startSeconds();
+        mEndTime = m_preferences.endSeconds();
+        mPoints = m_preferences.points();
         mStartCoordinate = mPoints.isEmpty() ? Coordinate{} : pointCoordinate(mPoints.first());
         mEndCoordinate = mPoints.isEmpty() ? Coordinate{} : pointCoordinate(mPoints.last());
         drawMapLine();
         up();
-        lb_start->setText(m_preferences.value(RecordKeys::startAddress()).toString());
-        lb_end->setText(m_preferences.value(RecordKeys::endAddress()).toString());
+        lb_start->setText(m_preferences.startAddress());
+        lb_end->setText(m_preferences.endAddress());
         lb_startTime->setText(timeText(mStartTime));
         lb_endTime->setText(timeText(mEndTime));
         refreshLocation();
@@ -121,8 +111,6 @@ void TrekmimeViewController::restore()
     } else {
         enableSwitch->setOn(false);
         setTip(QString());
-        if (m_preferences.isEmpty())
-            m_preferences = QVariantMap();
         startLocating();
     }
     for (QPushButton *row : std::as_const(m_choiceRows)) {
@@ -135,10 +123,9 @@ void TrekmimeViewController::restore()
 void TrekmimeViewController::viewWillAppear(bool animated)
 {
     BaseViewController::viewWillAppear(animated);
-    m_preferences = TMPreferenceUtil::routePreference();
+    m_preferences = m_services.preferences->routePreference();
     m_recordFollowsPoints = false;
-    enableSwitch->setOn(!m_preferences.isEmpty() &&
-                        StoredValue::boolValue(m_preferences.value(RecordKeys::enable())));
+    enableSwitch->setOn(m_preferences.isEnabled());
 }
 
 void TrekmimeViewController::resizeEvent(QResizeEvent *event)
@@ -188,10 +175,10 @@ void TrekmimeViewController::routeAnswered(const DirectionsAnswer &answer, const
         return;
     }
     const DirectionsRoute &route = answer.routes.first();
-    QVariantList points;
+    QList<RoutePoint> points;
     points.reserve(route.coordinates.size());
     for (const Coordinate &c : route.coordinates)
-        points.append(routePoint(c));
+        points.append(RoutePoint(c.latitude, c.longitude));
     setPoints(std::move(points));
     buildStart();
     buildEnd();
@@ -204,11 +191,11 @@ void TrekmimeViewController::routeAnswered(const DirectionsAnswer &answer, const
     mv_main->setRegion(mv_main->regionThatFits(region), true);
 }
 
-void TrekmimeViewController::setPoints(QVariantList points)
+void TrekmimeViewController::setPoints(QList<RoutePoint> points)
 {
     mPoints = std::move(points);
     if (m_recordFollowsPoints)
-        m_preferences.insert(RecordKeys::points(), mPoints);
+        m_preferences.setPoints(mPoints);
 }
 
 void TrekmimeViewController::cleanPath()
@@ -299,7 +286,7 @@ void TrekmimeViewController::setEnable(bool on)
         choices.startAddress = lb_start->text();
         choices.endAddress = lb_end->text();
         choices.points = mPoints;
-        RouteSwitch::writeOn(m_preferences, choices);
+        RouteSwitch(*m_services.preferences).writeOn(m_preferences, choices);
         m_recordFollowsPoints = true;
         startTimer();
     } else {
@@ -308,7 +295,7 @@ void TrekmimeViewController::setEnable(bool on)
         cleanPath();
         cleanStart();
         cleanEnd();
-        RouteSwitch::writeOff(m_preferences);
+        RouteSwitch(*m_services.preferences).writeOff(m_preferences);
         stopTimer();
     }
 }
@@ -344,7 +331,8 @@ void TrekmimeViewController::refreshLocation()
 
 void TrekmimeViewController::exchange()
 {
-    const ModeChange::Result change = ModeChange::fromRouteMode(m_preferences);
+    const ModeChange::Result change =
+        ModeChange(*m_services.preferences).fromRouteMode(m_preferences);
     if (change.refused()) {
         m_services.alerts->showMessage(change.refusal, tr("OK"), this);
         return;
@@ -358,7 +346,7 @@ void TrekmimeViewController::exchange()
 
 bool TrekmimeViewController::guardChoice()
 {
-    if (!StoredValue::boolValue(m_preferences.value(RecordKeys::enable())))
+    if (!m_preferences.isEnabled())
         return true;
     showHUDHintText(RouteSwitch::workingRefusal());
     return false;

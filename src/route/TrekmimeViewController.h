@@ -4,11 +4,11 @@
 #include "location/LocationDelegate.h"
 #include "platform/Coordinate.h"
 #include "route/SelectAddressViewController.h"
+#include "settings/RouteRecord.h"
 #include "ui/MapViewDelegate.h"
 
+#include <QList>
 #include <QPointer>
-#include <QVariantList>
-#include <QVariantMap>
 
 class ApplicationShell;
 class ClockTimer;
@@ -43,10 +43,10 @@ public:
     ~TrekmimeViewController() override;
 
     void viewWillAppear(bool animated) override;
-    const QVariantMap &preferences() const { return m_preferences; }
+    const RouteRecord &preferences() const { return m_preferences; }
 
     // state, for the screen's own operations and for tests
-    const QVariantList &points() const { return mPoints; }
+    const QList<RoutePoint> &points() const { return mPoints; }
     Coordinate startCoordinate() const { return mStartCoordinate; }
     Coordinate endCoordinate() const { return mEndCoordinate; }
     double startTime() const { return mStartTime; }
@@ -123,7 +123,7 @@ private:
     bool guardChoice();
     void routeAnswered(const DirectionsAnswer &answer, const Coordinate &from,
                        const Coordinate &to);
-    void setPoints(QVariantList points);
+    void setPoints(QList<RoutePoint> points);
     void startTimer();
     void stopTimer();
     void movePanel(int top, bool animated);
@@ -134,12 +134,12 @@ private:
 
     const Services &m_services;
     ApplicationShell &m_shell;
-    QVariantMap m_preferences;
+    RouteRecord m_preferences;
     // whether the record's "points" is `mPoints` (after a switch-on), so that
     // a new route reaches it
     bool m_recordFollowsPoints = false;
 
-    QVariantList mPoints;
+    QList<RoutePoint> mPoints;
     Coordinate mStartCoordinate;
     Coordinate mEndCoordinate;
     double mStartTime = 0.0;

@@ -1,21 +1,17 @@
 #include "settings/MasterRecord.h"
 
-#include "settings/PreferenceFiles.h"
-#include "settings/PropertyList.h"
 #include "settings/RecordKeys.h"
 #include "settings/StoredValue.h"
 
-#include <QVariantMap>
-
-int MasterRecord::readMode()
+MasterRecord MasterRecord::fromPropertyList(const QVariant &stored)
 {
-    const QVariantMap record = PropertyList::readDictionary(PreferenceFiles::masterFile());
-    return StoredValue::intValue(record.value(RecordKeys::mode()));
+    MasterRecord record;
+    if (stored.metaType().id() == QMetaType::QVariantMap)
+        record.m_mode = StoredValue::intValue(stored.toMap().value(RecordKeys::mode()));
+    return record;
 }
 
-bool MasterRecord::write(Mode mode)
+QVariantMap MasterRecord::toPropertyList() const
 {
-    // a text, not a number: that is how the mode has always been stored
-    const QVariantMap record{{RecordKeys::mode(), QString::asprintf("%d", int(mode))}};
-    return PropertyList::write(PreferenceFiles::masterFile(), record);
+    return {{RecordKeys::mode(), QString::asprintf("%d", m_mode)}};
 }

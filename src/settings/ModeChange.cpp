@@ -1,22 +1,19 @@
 #include "settings/ModeChange.h"
 
-#include "settings/RecordKeys.h"
-#include "settings/StoredValue.h"
+#include "settings/RouteRecord.h"
 #include "settings/TMPreferenceUtil.h"
 
-namespace {
-ModeChange::Result change(MasterRecord::Mode to)
+ModeChange::Result ModeChange::change(MasterRecord::Mode to)
 {
     // written before the screens swap; a failed write still lets the caller
     // swap, and the stored mode wins again when the application next becomes
     // active
-    return {QString(), to, MasterRecord::write(to)};
+    return {QString(), to, m_store.writeMode(to)};
 }
-} // namespace
 
-ModeChange::Result ModeChange::fromRouteMode(const QVariantMap &routeRecord)
+ModeChange::Result ModeChange::fromRouteMode(const RouteRecord &routeRecord)
 {
-    if (StoredValue::boolValue(routeRecord.value(RecordKeys::enable())))
+    if (routeRecord.isEnabled())
         return {tr("Trekmime is working,please turn off the Trekmime first!"),
                 MasterRecord::RouteMode, false};
     return change(MasterRecord::LocationMode);
@@ -24,7 +21,7 @@ ModeChange::Result ModeChange::fromRouteMode(const QVariantMap &routeRecord)
 
 ModeChange::Result ModeChange::fromLocationMode()
 {
-    if (TMPreferenceUtil::isLocationEnable())
+    if (m_store.isLocationEnable())
         return {tr("Spotmime is working,please turn off the Spotmime first!"),
                 MasterRecord::LocationMode, false};
     return change(MasterRecord::RouteMode);
@@ -32,7 +29,7 @@ ModeChange::Result ModeChange::fromLocationMode()
 
 ModeChange::Result ModeChange::fromStoredMode()
 {
-    if (MasterRecord::readMode() == MasterRecord::RouteMode)
-        return fromRouteMode(TMPreferenceUtil::routePreference());
+    if (m_store.mode() == MasterRecord::RouteMode)
+        return fromRouteMode(m_store.routePreference());
     return fromLocationMode();
 }

@@ -4,7 +4,9 @@
 
 #include <QCoreApplication>
 #include <QString>
-#include <QVariantMap>
+
+class RouteRecord;
+class TMPreferenceUtil;
 
 // A mode change as the two main screens' mode buttons make it, and as
 // trekmime-ctl makes it for a script: refused while the current mode's
@@ -24,13 +26,20 @@ public:
         bool refused() const { return !refusal.isEmpty(); }
     };
 
+    explicit ModeChange(TMPreferenceUtil &store) : m_store(store) {}
+
     // The route screen's button: refused while the route record it holds in
     // memory is on (the route screen trusts its memory, not the file).
-    static Result fromRouteMode(const QVariantMap &routeRecord);
+    Result fromRouteMode(const RouteRecord &routeRecord);
     // The fixed-location screen's button: refused while the location file
     // says the fixed location is on.
-    static Result fromLocationMode();
+    Result fromLocationMode();
     // The button of the screen the stored mode shows, with the files as the
     // only memory there is (trekmime-ctl has no screen to remember).
-    static Result fromStoredMode();
+    Result fromStoredMode();
+
+private:
+    Result change(MasterRecord::Mode to);
+
+    TMPreferenceUtil &m_store;
 };

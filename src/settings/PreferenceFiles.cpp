@@ -2,58 +2,43 @@
 
 #include <QDir>
 
-namespace {
-QString &storedDirectory()
+PreferenceFiles::PreferenceFiles(const QString &directory) : m_directory(QDir::cleanPath(directory))
 {
-    static QString directory = QString::fromLatin1(PreferenceFiles::DevicePreferencesDirectory);
-    return directory;
-}
-} // namespace
-
-QString PreferenceFiles::directory()
-{
-    return storedDirectory();
+    if (!m_directory.endsWith(u'/'))
+        m_directory.append(u'/');
 }
 
-void PreferenceFiles::setDirectory(const QString &directory)
+QString PreferenceFiles::file(const char *name) const
 {
-    QString normalized = QDir::cleanPath(directory);
-    if (!normalized.endsWith(u'/'))
-        normalized.append(u'/');
-    storedDirectory() = normalized;
+    return m_directory + QString::fromLatin1(name);
 }
 
-QString PreferenceFiles::file(const char *name)
-{
-    return storedDirectory() + QString::fromLatin1(name);
-}
-
-QString PreferenceFiles::routeFile()
+QString PreferenceFiles::routeFile() const
 {
     return file("com.velmora.trekmimex.route.plist");
 }
 
-QString PreferenceFiles::locationFile()
+QString PreferenceFiles::locationFile() const
 {
     return file("com.velmora.trekmimex.location.plist");
 }
 
-QString PreferenceFiles::favoritesFile()
+QString PreferenceFiles::favoritesFile() const
 {
     return file("com.velmora.trekmimex.favorites.plist");
 }
 
-QString PreferenceFiles::whitelistFile()
+QString PreferenceFiles::whitelistFile() const
 {
     return file("com.velmora.trekmimex.whitelist.plist");
 }
 
-QString PreferenceFiles::masterFile()
+QString PreferenceFiles::masterFile() const
 {
     return file("com.velmora.trekmimex.master.plist");
 }
 
-QString PreferenceFiles::hideListFile()
+QString PreferenceFiles::hideListFile() const
 {
     return file("com.velmora.hushdeck.hidelist.plist");
 }

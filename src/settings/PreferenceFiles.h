@@ -3,25 +3,28 @@
 #include <QString>
 
 // Where the settings files live and what they are called. The names are the
-// hooking component's and must not change. The directory is configuration:
-// the device's preferences folder where it exists, otherwise a per-user
-// folder chosen at start-up.
+// hooking component's and must not change. The folder is configuration: the
+// device's preferences folder where it exists, otherwise a per-user folder
+// chosen at start-up; a test gives its own temporary folder.
 class PreferenceFiles
 {
 public:
-    static QString directory();
-    static void setDirectory(const QString &directory);
+    // `directory` is kept with a trailing '/', so file names append to it.
+    explicit PreferenceFiles(const QString &directory);
 
-    static QString routeFile();
-    static QString locationFile();
-    static QString favoritesFile();
-    static QString whitelistFile();
-    static QString masterFile();
+    QString directory() const { return m_directory; }
+    QString routeFile() const;
+    QString locationFile() const;
+    QString favoritesFile() const;
+    QString whitelistFile() const;
+    QString masterFile() const;
     // belongs to a sibling application; only ever read
-    static QString hideListFile();
+    QString hideListFile() const;
 
     static constexpr const char *DevicePreferencesDirectory = "/var/mobile/Library/Preferences/";
 
 private:
-    static QString file(const char *name);
+    QString file(const char *name) const;
+
+    QString m_directory;
 };

@@ -1,7 +1,6 @@
 #include "settings/RouteSwitch.h"
 
-#include "settings/RecordKeys.h"
-#include "settings/StoredValue.h"
+#include "settings/RouteRecord.h"
 #include "settings/TMPreferenceUtil.h"
 
 namespace {
@@ -38,22 +37,21 @@ double RouteSwitch::normalizedStartTime(double startTime, double endTime, qint32
     return startTime;
 }
 
-bool RouteSwitch::writeOn(QVariantMap &record, const Choices &c)
+bool RouteSwitch::writeOn(RouteRecord &record, const Choices &c)
 {
-    using namespace RecordKeys;
-    record.insert(enable(), StoredValue::formatFlag(true));
-    record.insert(start(), StoredValue::formatReal(c.startTime));
-    record.insert(end(), StoredValue::formatReal(c.endTime));
-    record.insert(startAddress(), c.startAddress);
-    record.insert(endAddress(), c.endAddress);
-    record.insert(points(), c.points);
-    return TMPreferenceUtil::writeRoutePreference(record);
+    record.setEnabled(true);
+    record.setStart(c.startTime);
+    record.setEnd(c.endTime);
+    record.setStartAddress(c.startAddress);
+    record.setEndAddress(c.endAddress);
+    record.setPoints(c.points);
+    return m_store.writeRoutePreference(record);
 }
 
-bool RouteSwitch::writeOff(QVariantMap &record)
+bool RouteSwitch::writeOff(RouteRecord &record)
 {
-    record.insert(RecordKeys::enable(), StoredValue::formatFlag(false));
-    return TMPreferenceUtil::writeRoutePreference(record);
+    record.setEnabled(false);
+    return m_store.writeRoutePreference(record);
 }
 
 QString RouteSwitch::workingRefusal()

@@ -1,9 +1,13 @@
 #pragma once
 
+#include "settings/RoutePoint.h"
+
 #include <QCoreApplication>
+#include <QList>
 #include <QString>
-#include <QVariantList>
-#include <QVariantMap>
+
+class RouteRecord;
+class TMPreferenceUtil;
 
 // Turning the trip on and off, as the route screen's switch does and as
 // trekmime-ctl does for a script: the six checks of the user's choices in
@@ -14,6 +18,8 @@ class RouteSwitch
     Q_DECLARE_TR_FUNCTIONS(RouteSwitch)
 
 public:
+    explicit RouteSwitch(TMPreferenceUtil &store) : m_store(store) {}
+
     // What the user has chosen. A latitude or longitude of exactly 0 means
     // the place is not chosen; a time of 0 or less means not chosen.
     struct Choices
@@ -26,7 +32,7 @@ public:
         double endTime = 0.0;
         QString startAddress;
         QString endAddress;
-        QVariantList points; // {"lat", "lng"} reals, in travel order
+        QList<RoutePoint> points; // in travel order
         bool routeError = false;
     };
 
@@ -39,11 +45,14 @@ public:
     // Sets "enable" "1", "start", "end", "s", "e" and "points" in `record`
     // (the caller's in-memory copy) and writes it whole. Checks and
     // normalising are the caller's, so a screen can do its own steps between.
-    static bool writeOn(QVariantMap &record, const Choices &choices);
+    bool writeOn(RouteRecord &record, const Choices &choices);
     // Sets only "enable" "0" in `record` and writes it whole; the rest of the
     // record stays as it was.
-    static bool writeOff(QVariantMap &record);
+    bool writeOff(RouteRecord &record);
 
     // The refusal shown while the trip is on.
     static QString workingRefusal();
+
+private:
+    TMPreferenceUtil &m_store;
 };

@@ -1,113 +1,124 @@
 #include "settings/TMPreferenceUtil.h"
 
-#include "settings/PreferenceFiles.h"
 #include "settings/PropertyList.h"
-#include "settings/RecordKeys.h"
-#include "settings/StoredValue.h"
-#include "settings/WhitelistRecord.h"
 
-using namespace RecordKeys;
+TMPreferenceUtil::TMPreferenceUtil(const PreferenceFiles &files) : m_files(files) {}
 
-QVariantMap TMPreferenceUtil::routePreference()
+RouteRecord TMPreferenceUtil::routePreference() const
 {
-    return PropertyList::readDictionary(PreferenceFiles::routeFile());
+    return RouteRecord::fromPropertyList(PropertyList::readDictionary(m_files.routeFile()));
 }
 
-bool TMPreferenceUtil::writeRoutePreference(const QVariantMap &preference)
+bool TMPreferenceUtil::writeRoutePreference(const RouteRecord &preference)
 {
-    return PropertyList::write(PreferenceFiles::routeFile(), preference);
+    return PropertyList::write(m_files.routeFile(), preference.toPropertyList());
 }
 
-bool TMPreferenceUtil::isRouteEnable()
+bool TMPreferenceUtil::isRouteEnable() const
 {
-    return StoredValue::boolValue(routePreference().value(enable()));
+    return routePreference().isEnabled();
 }
 
 bool TMPreferenceUtil::setRouteEnable(bool on)
 {
-    QVariantMap record = routePreference();
-    record.insert(enable(), StoredValue::formatFlag(on));
-    return writeLocationPreference(record);
+    RouteRecord record = routePreference();
+    record.setEnabled(on);
+    return writeLocationPreference(LocationRecord::fromPropertyList(record.toPropertyList()));
 }
 
-QVariantMap TMPreferenceUtil::locationPreference()
+LocationRecord TMPreferenceUtil::locationPreference() const
 {
-    return PropertyList::readDictionary(PreferenceFiles::locationFile());
+    return LocationRecord::fromPropertyList(PropertyList::readDictionary(m_files.locationFile()));
 }
 
-bool TMPreferenceUtil::writeLocationPreference(const QVariantMap &preference)
+bool TMPreferenceUtil::writeLocationPreference(const LocationRecord &preference)
 {
-    return PropertyList::write(PreferenceFiles::locationFile(), preference);
+    return PropertyList::write(m_files.locationFile(), preference.toPropertyList());
 }
 
-double TMPreferenceUtil::locationLatitude()
+double TMPreferenceUtil::locationLatitude() const
 {
-    return StoredValue::doubleValue(locationPreference().value(latitude()));
+    return locationPreference().latitude();
 }
 
-double TMPreferenceUtil::locationLongitude()
+double TMPreferenceUtil::locationLongitude() const
 {
-    return StoredValue::doubleValue(locationPreference().value(longitude()));
+    return locationPreference().longitude();
 }
 
-bool TMPreferenceUtil::isLocationEnable()
+bool TMPreferenceUtil::isLocationEnable() const
 {
-    return StoredValue::boolValue(locationPreference().value(enable()));
+    return locationPreference().isEnabled();
 }
 
 bool TMPreferenceUtil::setLocationEnable(bool on)
 {
-    QVariantMap record = locationPreference();
-    record.insert(enable(), StoredValue::formatFlag(on));
+    LocationRecord record = locationPreference();
+    record.setEnabled(on);
     return writeLocationPreference(record);
 }
 
 bool TMPreferenceUtil::setLocationLatitude(double lat, double lng)
 {
-    const QVariantMap unchanged = locationPreference();
-    QVariantMap changed = locationPreference();
-    changed.insert(latitude(), StoredValue::formatReal(lat));
-    changed.insert(longitude(), StoredValue::formatReal(lng));
+    const LocationRecord unchanged = locationPreference();
+    LocationRecord changed = locationPreference();
+    changed.setCoordinate(lat, lng);
     // the changed copy is dropped on purpose; see the header
     return writeLocationPreference(unchanged);
 }
 
 bool TMPreferenceUtil::setLocationEnable(bool on, double lat, double lng)
 {
-    QVariantMap record = locationPreference();
-    record.insert(enable(), StoredValue::formatFlag(on));
-    record.insert(latitude(), StoredValue::formatReal(lat));
-    record.insert(longitude(), StoredValue::formatReal(lng));
+    LocationRecord record = locationPreference();
+    record.setEnabled(on);
+    record.setCoordinate(lat, lng);
     return writeLocationPreference(record);
 }
 
-QVariantList TMPreferenceUtil::favoritePreference()
+QList<FavoriteEntry> TMPreferenceUtil::favoritePreference() const
 {
-    return PropertyList::readArray(PreferenceFiles::favoritesFile());
+    return FavoriteEntry::listFromPropertyList(PropertyList::readArray(m_files.favoritesFile()));
 }
 
-bool TMPreferenceUtil::addFavorite(const QVariantMap &favorite)
+bool TMPreferenceUtil::addFavorite(const FavoriteEntry &favorite)
 {
-    QVariantList favorites = favoritePreference();
+    QList<FavoriteEntry> favorites = favoritePreference();
     favorites.append(favorite);
-    return PropertyList::write(PreferenceFiles::favoritesFile(), favorites);
+    return PropertyList::write(m_files.favoritesFile(),
+                               FavoriteEntry::listToPropertyList(favorites));
 }
 
-QVariantMap TMPreferenceUtil::whitePreference()
-{
-    return PropertyList::readDictionary(PreferenceFiles::whitelistFile());
-}
-
-bool TMPreferenceUtil::removeFavorite(QVariantList &favorites, qsizetype index)
+bool TMPreferenceUtil::removeFavorite(QList<FavoriteEntry> &favorites, qsizetype index)
 {
     if (index < 0 || index >= favorites.size())
         return false;
     favorites.removeAt(index);
-    return PropertyList::write(PreferenceFiles::favoritesFile(), favorites);
+    return PropertyList::write(m_files.favoritesFile(),
+                               FavoriteEntry::listToPropertyList(favorites));
 }
 
-bool TMPreferenceUtil::toggleWhitelist(QVariantMap &whitelist, const QString &bundle)
+WhitelistRecord TMPreferenceUtil::whitePreference() const
 {
-    WhitelistRecord::toggle(whitelist, bundle);
-    return PropertyList::write(PreferenceFiles::whitelistFile(), whitelist);
+    return WhitelistRecord::fromPropertyList(PropertyList::readDictionary(m_files.whitelistFile()));
+}
+
+bool TMPreferenceUtil::toggleWhitelist(WhitelistRecord &whitelist, const QString &bundle)
+{
+    whitelist.toggle(bundle);
+    return PropertyList::write(m_files.whitelistFile(), whitelist.toPropertyList());
+}
+
+int TMPreferenceUtil::mode() const
+{
+    return MasterRecord::fromPropertyList(PropertyList::readDictionary(m_files.masterFile())).mode();
+}
+
+bool TMPreferenceUtil::writeMode(MasterRecord::Mode mode)
+{
+    return PropertyList::write(m_files.masterFile(), MasterRecord(mode).toPropertyList());
+}
+
+QStringList TMPreferenceUtil::hideListBundles() const
+{
+    return PropertyList::readDictionary(m_files.hideListFile()).keys();
 }

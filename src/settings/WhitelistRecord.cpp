@@ -2,15 +2,23 @@
 
 #include "settings/StoredValue.h"
 
-bool WhitelistRecord::isWhitelisted(const QVariantMap &record, const QString &bundle)
+WhitelistRecord WhitelistRecord::fromPropertyList(const QVariant &stored)
 {
-    return StoredValue::boolValue(record.value(bundle));
+    WhitelistRecord record;
+    if (stored.metaType().id() == QMetaType::QVariantMap)
+        record.m_values = stored.toMap();
+    return record;
 }
 
-bool WhitelistRecord::toggle(QVariantMap &record, const QString &bundle)
+bool WhitelistRecord::isWhitelisted(const QString &bundle) const
 {
-    const auto found = record.constFind(bundle);
-    const bool value = found == record.cend() ? true : !StoredValue::boolValue(found.value());
-    record.insert(bundle, value);
+    return StoredValue::boolValue(m_values.value(bundle));
+}
+
+bool WhitelistRecord::toggle(const QString &bundle)
+{
+    const auto found = m_values.constFind(bundle);
+    const bool value = found == m_values.cend() ? true : !StoredValue::boolValue(found.value());
+    m_values.insert(bundle, value);
     return value;
 }

@@ -2,7 +2,8 @@
 
 #include "info/InfoViewController.h"
 #include "route/TrekmimeViewController.h"
-#include "settings/MasterRecord.h"
+#include "platform/Services.h"
+#include "settings/TMPreferenceUtil.h"
 #include "shell/AppWindow.h"
 #include "spot/SpotmimeViewController.h"
 
@@ -29,7 +30,7 @@ bool AppDelegate::didFinishLaunching()
     setWindow(new AppWindow);
     setLocationController(new SpotmimeViewController(m_services, *this));
     setTrekmimeController(new TrekmimeViewController(m_services, *this));
-    if (MasterRecord::readMode() != 0)
+    if (m_services.preferences->mode() != 0)
         changeToLocation();
     else
         changeToRouter();
@@ -41,7 +42,7 @@ void AppDelegate::applicationDidBecomeActive()
 {
     // sent directly, on top of the window's own appearance calls, and to the
     // stored mode's screen even when another one is on display
-    if (MasterRecord::readMode() != 0)
+    if (m_services.preferences->mode() != 0)
         m_locationController->viewWillAppear(true);
     else
         m_trekmimeController->viewWillAppear(true);

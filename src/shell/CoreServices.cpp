@@ -5,20 +5,30 @@
 #include "location/NominatimGeocoder.h"
 #include "platform/Clock.h"
 #include "route/OsrmDirectionsService.h"
+#include "settings/TMPreferenceUtil.h"
 
 #include <QNetworkAccessManager>
 
 struct CoreServices::Owned
 {
+    explicit Owned(const Configuration &configuration)
+        : preferences(PreferenceFiles(configuration.preferencesDir.isEmpty()
+                                          ? QString::fromLatin1(
+                                                PreferenceFiles::DevicePreferencesDirectory)
+                                          : configuration.preferencesDir))
+    {
+    }
+
     SystemClock clock;
     QNetworkAccessManager network;
     std::unique_ptr<ConfiguredPositionSourceFactory> positionSources;
     std::unique_ptr<NominatimGeocoder> geocoder; // after the network it uses
     std::unique_ptr<OsrmDirectionsService> directions;
     GioApplicationRegistry applications;
+    TMPreferenceUtil preferences;
 };
 
-CoreServices::CoreServices(const Configuration &configuration) : m_owned(std::make_unique<Owned>())
+CoreServices::CoreServices(const Configuration &configuration) : m_owned(std::make_unique<Owned>(configuration))
 {
     m_services.configuration = configuration;
     m_services.clock = &m_owned->clock;
@@ -30,6 +40,7 @@ CoreServices::CoreServices(const Configuration &configuration) : m_owned(std::ma
     m_owned->directions.reset(OsrmDirectionsService::fromServices(m_services));
     m_services.directions = m_owned->directions.get();
     m_services.applications = &m_owned->applications;
+    m_services.preferences = &m_owned->preferences;
 }
 
 CoreServices::~CoreServices() = default;

@@ -1,7 +1,6 @@
 #include "shell/Startup.h"
 
 #include "platform/Configuration.h"
-#include "settings/PreferenceFiles.h"
 
 #include <QCommandLineParser>
 #include <QTextStream>
@@ -16,7 +15,9 @@ bool startUp(const QCommandLineParser &parser, const QString &program, QTextStre
         return false;
     }
     QString announcement;
-    PreferenceFiles::setDirectory(choosePreferencesDirectory(configuration, &announcement));
+    // from here on the configuration names the folder actually used, and
+    // the settings store is made over it (CoreServices)
+    configuration.preferencesDir = choosePreferencesDirectory(configuration, &announcement);
     if (!announcement.isEmpty())
         err << announcement << Qt::endl;
     return true;

@@ -3,7 +3,6 @@
 #include "app/ModalPresentation.h"
 #include "platform/DeviceMetrics.h"
 #include "platform/Services.h"
-#include "settings/FavoriteEntry.h"
 #include "settings/TMPreferenceUtil.h"
 #include "spot/FavoritesDelegate.h"
 #include "spot/FavoritesTableView.h"
@@ -34,11 +33,6 @@ void styleFlatButton(FlatButton *button)
     button->setTitleColor(ColorPalette::cloudsColor(), true);
     button->setFixedSize(72, 36);
     button->setCursor(Qt::PointingHandCursor);
-}
-
-bool isPlace(const QVariant &entry)
-{
-    return entry.metaType().id() == QMetaType::QVariantMap;
 }
 
 } // namespace
@@ -107,7 +101,7 @@ void FavoritesViewController::viewDidLoad()
     styleFlatButton(backButton);
     styleFlatButton(editButton);
 
-    m_favorites = TMPreferenceUtil::favoritePreference();
+    m_favorites = m_services.preferences->favoritePreference();
     // never enabled again while the list is open, and not disabled again
     // when its last row goes
     if (m_favorites.isEmpty()) {
@@ -115,12 +109,12 @@ void FavoritesViewController::viewDidLoad()
         ViewHelpers::setAlpha(editButton, 0.5);
     }
 
-    for (const QVariant &entry : std::as_const(m_favorites)) {
-        QString name = FavoriteEntry::name(entry);
+    for (const FavoriteEntry &entry : std::as_const(m_favorites)) {
+        QString name = entry.name();
         if (name.trimmed().isEmpty())
             name = tr("Unknow");
         auto *item = new QListWidgetItem(name, mainTableView);
-        if (!isPlace(entry))
+        if (!entry.isPlace())
             item->setFlags(Qt::ItemIsEnabled);
     }
     if (!m_favorites.isEmpty())
@@ -182,18 +176,17 @@ void FavoritesViewController::commitDelete(int row)
     if (row < 0 || row >= m_favorites.size())
         return;
     // the list keeps every other entry exactly as read, readable or not
-    TMPreferenceUtil::removeFavorite(m_favorites, row);
+    m_services.preferences->removeFavorite(m_favorites, row);
     delete mainTableView->takeItem(row);
 }
 
 void FavoritesViewController::didSelectRow(int row)
 {
-    if (row < 0 || row >= m_favorites.size() || !isPlace(m_favorites.at(row)))
+    if (row < 0 || row >= m_favorites.size() || !m_favorites.at(row).isPlace())
         return;
     mainTableView->setCurrentRow(row);
-    const QVariant &entry = m_favorites.at(row);
-    TMPreferenceUtil::setLocationEnable(true, FavoriteEntry::latitude(entry),
-                                        FavoriteEntry::longitude(entry));
+    const FavoriteEntry &entry = m_favorites.at(row);
+    m_services.preferences->setLocationEnable(true, entry.latitude(), entry.longitude());
     done();
     if (FavoritesDelegate *listener = delegate())
         listener->favoritesDidSelected();

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "settings/FavoriteEntry.h"
+
+#include <QList>
 #include <QPointer>
-#include <QVariantList>
 #include <QWidget>
 
 class FavoritesDelegate;
@@ -30,7 +32,7 @@ public:
     FavoritesDelegate *delegate() const;
 
     // the list as loaded and edited since
-    const QVariantList &favorites() const { return m_favorites; }
+    const QList<FavoriteEntry> &favorites() const { return m_favorites; }
     FavoritesTableView *tableView() const { return mainTableView; }
 
     // What the table does: a row chosen, a row deleted.
@@ -49,7 +51,7 @@ private:
     void layoutViews();
 
     const Services &m_services;
-    QVariantList m_favorites;
+    QList<FavoriteEntry> m_favorites;
     FavoritesDelegate *m_delegate = nullptr;
     QPointer<QObject> m_delegateLifetime;
 

@@ -89,7 +89,7 @@ void SpotmimeViewController::resizeEvent(QResizeEvent *event)
 
 void SpotmimeViewController::refreshViewByStatusWithLocation(bool withLocation)
 {
-    const bool enabled = TMPreferenceUtil::isLocationEnable();
+    const bool enabled = m_services.preferences->isLocationEnable();
     enableSwitch->setOn(enabled);
     if (!withLocation)
         return;
@@ -98,8 +98,8 @@ void SpotmimeViewController::refreshViewByStatusWithLocation(bool withLocation)
         startLocating();
         return;
     }
-    m_longitude = TMPreferenceUtil::locationLongitude();
-    m_latitude = TMPreferenceUtil::locationLatitude();
+    m_longitude = m_services.preferences->locationLongitude();
+    m_latitude = m_services.preferences->locationLatitude();
     centerMapOn({m_latitude, m_longitude});
 }
 
@@ -127,7 +127,7 @@ void SpotmimeViewController::regionDidChangeAnimated(MapView *mapView, bool)
     lb_location->show();
     // leaves the stored place as it is: only the switch and a chosen
     // favourite move the faked place
-    TMPreferenceUtil::setLocationLatitude(m_latitude, m_longitude);
+    m_services.preferences->setLocationLatitude(m_latitude, m_longitude);
     Location::addressWithCoordinate(centre, this);
 }
 
@@ -147,13 +147,13 @@ void SpotmimeViewController::reverseGeocoderFailed(Location *, const QString &)
 
 void SpotmimeViewController::setEnable()
 {
-    TMPreferenceUtil::setLocationEnable(enableSwitch->isOn(), m_latitude, m_longitude);
+    m_services.preferences->setLocationEnable(enableSwitch->isOn(), m_latitude, m_longitude);
     refreshViewByStatusWithLocation(false);
 }
 
 void SpotmimeViewController::exchange()
 {
-    const ModeChange::Result change = ModeChange::fromLocationMode();
+    const ModeChange::Result change = ModeChange(*m_services.preferences).fromLocationMode();
     if (change.refused()) {
         m_services.alerts->showMessage(change.refusal, tr("OK"), this);
         return;
@@ -262,7 +262,7 @@ void SpotmimeViewController::searchButtonClicked()
         break;
     }
     // nothing is faked while the look-up runs; the switch stays as it is
-    TMPreferenceUtil::setLocationEnable(false);
+    m_services.preferences->setLocationEnable(false);
     searchField->clear();
     dismissKeyboard(searchField);
     showHUDViewOnWindowWithText(tr("Searching"));
@@ -283,7 +283,7 @@ void SpotmimeViewController::geocoderSuccess(Location *, const Coordinate &coord
     centerMapOn(coordinate);
     // only the flag comes back: the found place is stored when the switch
     // is next flipped
-    TMPreferenceUtil::setLocationEnable(enableSwitch->isOn());
+    m_services.preferences->setLocationEnable(enableSwitch->isOn());
 }
 
 void SpotmimeViewController::geocoderFailed(Location *, const QString &)
@@ -309,7 +309,7 @@ void SpotmimeViewController::addToFavorites()
 
 void SpotmimeViewController::okButtonClicked()
 {
-    TMPreferenceUtil::addFavorite(
+    m_services.preferences->addFavorite(
         FavoriteEntry::make(favoritesNameField->text(), m_latitude, m_longitude));
     cancelButtonClicked();
 }

@@ -3,8 +3,8 @@
 
 #include "apps/ApplicationList.h"
 #include "fakes/FakeApplicationRegistry.h"
-#include "settings/PreferenceFiles.h"
 #include "settings/PropertyList.h"
+#include "settings/TMPreferenceUtil.h"
 
 #include <QTest>
 
@@ -33,7 +33,7 @@ private:
         QVariantMap hideList;
         for (const QString &key : keys)
             hideList.insert(key, false); // values are never looked at
-        QVERIFY(PropertyList::write(PreferenceFiles::hideListFile(), hideList));
+        QVERIFY(PropertyList::write(m_world->files().hideListFile(), hideList));
     }
 
 private slots:
@@ -74,14 +74,16 @@ private slots:
         QFETCH(QStringList, expected);
         if (!hideList.isEmpty())
             writeHideList(hideList);
-        QCOMPARE(ApplicationList::installedAppBundle(m_registry), expected);
-        QCOMPARE(bundlesOf(ApplicationList::installedAppModel(m_registry)), expected);
+        QCOMPARE(ApplicationList::installedAppBundle(m_registry, m_world->preferences()), expected);
+        QCOMPARE(bundlesOf(ApplicationList::installedAppModel(m_registry, m_world->preferences())),
+                 expected);
     }
 
     void recordsAreFilledAfresh()
     {
         writeHideList({QStringLiteral("org.example.Hidden")});
-        const QList<ApplicationModel> models = ApplicationList::installedAppModel(m_registry);
+        const QList<ApplicationModel> models =
+            ApplicationList::installedAppModel(m_registry, m_world->preferences());
         QCOMPARE(models.size(), 4);
         const ApplicationModel &chat = models.at(2);
         QCOMPARE(chat.appName(), QStringLiteral("Chat"));
@@ -92,7 +94,7 @@ private slots:
 
         // nothing is kept: a second list asks everything again
         const int asked = m_registry.iconQueries.value(QStringLiteral("org.example.Chat"));
-        ApplicationList::installedAppModel(m_registry);
+        ApplicationList::installedAppModel(m_registry, m_world->preferences());
         QCOMPARE(m_registry.iconQueries.value(QStringLiteral("org.example.Chat")), 2 * asked);
         QCOMPARE(m_registry.identifierQueries, 2);
     }
@@ -122,8 +124,10 @@ private slots:
         QFETCH(QString, bundle);
         QFETCH(bool, inUserList);
         m_registry.addShown({bundle});
-        QVERIFY(bundlesOf(ApplicationList::installedAppModel(m_registry)).contains(bundle));
-        const QStringList user = bundlesOf(ApplicationList::installedUserAppModel(m_registry));
+        QVERIFY(bundlesOf(ApplicationList::installedAppModel(m_registry, m_world->preferences()))
+                    .contains(bundle));
+        const QStringList user =
+            bundlesOf(ApplicationList::installedUserAppModel(m_registry, m_world->preferences()));
         QCOMPARE(user.contains(bundle), inUserList);
         QCOMPARE(user.first(), QStringLiteral("org.gnome.Maps")); // order kept
     }

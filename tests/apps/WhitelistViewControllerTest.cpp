@@ -5,7 +5,6 @@
 #include "apps/WhitelistRow.h"
 #include "apps/WhitelistViewController.h"
 #include "fakes/FakeApplicationRegistry.h"
-#include "settings/PreferenceFiles.h"
 #include "settings/PropertyList.h"
 
 #include <QAccessible>
@@ -91,7 +90,7 @@ private slots:
         QFETCH(QList<bool>, shownBefore);
         QFETCH(QVariantMap, written);
         QFETCH(QList<bool>, shownAfter);
-        const QString file = PreferenceFiles::whitelistFile();
+        const QString file = m_world->files().whitelistFile();
         if (stored.isValid())
             QVERIFY(PropertyList::write(file, stored.toMap()));
 
@@ -129,17 +128,17 @@ private slots:
         QTest::keyClick(screen->rowAt(0), Qt::Key_Down);
         QVERIFY(screen->rowAt(1)->hasFocus());
         QTest::keyClick(screen->rowAt(1), Qt::Key_Space);
-        QCOMPARE(PropertyList::readDictionary(PreferenceFiles::whitelistFile()),
+        QCOMPARE(PropertyList::readDictionary(m_world->files().whitelistFile()),
                  (QVariantMap{{chat, true}}));
 
         QAccessibleInterface *row = QAccessible::queryAccessibleInterface(screen->rowAt(1));
         QVERIFY(row->state().checked);
         row->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
-        QCOMPARE(PropertyList::readDictionary(PreferenceFiles::whitelistFile()),
+        QCOMPARE(PropertyList::readDictionary(m_world->files().whitelistFile()),
                  (QVariantMap{{chat, false}}));
         QVERIFY(!row->state().checked);
         row->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-        QTRY_COMPARE(PropertyList::readDictionary(PreferenceFiles::whitelistFile()),
+        QTRY_COMPARE(PropertyList::readDictionary(m_world->files().whitelistFile()),
                      (QVariantMap{{chat, true}}));
     }
 

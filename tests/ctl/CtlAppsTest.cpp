@@ -20,6 +20,11 @@ class CtlAppsTest : public QObject
 private:
     QTemporaryDir m_dir;
 
+    PreferenceFiles files() const
+    {
+        return PreferenceFiles(m_dir.filePath(QStringLiteral("prefs")));
+    }
+
     Run ctl(const QStringList &arguments)
     {
         return runCtl(m_dir.path(),
@@ -43,10 +48,9 @@ private slots:
                               true);
         system.addApplication(QStringLiteral("org.example.Hidden"), QStringLiteral("Hidden"), {},
                               true);
-        PreferenceFiles::setDirectory(m_dir.filePath(QStringLiteral("prefs")));
-        QDir().mkpath(PreferenceFiles::directory());
+        QDir().mkpath(files().directory());
         QVERIFY(PropertyList::write(
-            PreferenceFiles::whitelistFile(),
+            files().whitelistFile(),
             QVariantMap{{QStringLiteral("org.example.Maps"), true},
                         {QStringLiteral("org.example.Secret"), QStringLiteral("1")}}));
     }
@@ -71,7 +75,7 @@ private slots:
     {
         QFETCH(QStringList, arguments);
         QFETCH(QStringList, lines);
-        QVERIFY(PropertyList::write(PreferenceFiles::hideListFile(),
+        QVERIFY(PropertyList::write(files().hideListFile(),
                                     QVariantMap{{QStringLiteral("org.example.Secret"), true},
                                                 {QStringLiteral("org.example.Maps"), true},
                                                 {QStringLiteral("org.example.Gone"), true}}));
@@ -88,7 +92,7 @@ private slots:
 
     void jsonAndBadArguments()
     {
-        QFile::remove(PreferenceFiles::hideListFile());
+        QFile::remove(files().hideListFile());
         const Run run = ctl({QStringLiteral("--json"), QStringLiteral("apps"),
                              QStringLiteral("list"), QStringLiteral("--user")});
         QCOMPARE(run.status, 0);

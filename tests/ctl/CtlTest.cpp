@@ -55,30 +55,27 @@ private:
                           arguments);
     }
     QStringList files() const { return QDir(m_dir->path()).entryList(QDir::Files); }
+    PreferenceFiles prefs() const { return PreferenceFiles(m_dir->path()); }
 
 private slots:
-    void init()
-    {
-        m_dir = std::make_unique<QTemporaryDir>();
-        PreferenceFiles::setDirectory(m_dir->path());
-    }
+    void init() { m_dir = std::make_unique<QTemporaryDir>(); }
 
     void spotOnStoresTheContractsStrings()
     {
         const Run run = ctl({QStringLiteral("spot"), QStringLiteral("on"),
                              QStringLiteral("22.2846809"), QStringLiteral("114.1588")});
         QCOMPARE(run.status, 0);
-        QCOMPARE(PropertyList::readDictionary(PreferenceFiles::locationFile()),
+        QCOMPARE(PropertyList::readDictionary(prefs().locationFile()),
                  (QVariantMap{{QStringLiteral("enable"), QStringLiteral("1")},
                               {QStringLiteral("latitude"), QStringLiteral("22.284681")},
                               {QStringLiteral("longitude"), QStringLiteral("114.158800")}}));
         QCOMPARE(ctl({QStringLiteral("spot"), QStringLiteral("off")}).status, 0);
-        QCOMPARE(PropertyList::readDictionary(PreferenceFiles::locationFile())
-                     .value(QStringLiteral("enable")),
-                 QVariant(QStringLiteral("0")));
-        QCOMPARE(PropertyList::readDictionary(PreferenceFiles::locationFile())
-                     .value(QStringLiteral("latitude")),
-                 QVariant(QStringLiteral("22.284681")));
+        QCOMPARE(
+            PropertyList::readDictionary(prefs().locationFile()).value(QStringLiteral("enable")),
+            QVariant(QStringLiteral("0")));
+        QCOMPARE(
+            PropertyList::readDictionary(prefs().locationFile()).value(QStringLiteral("latitude")),
+            QVariant(QStringLiteral("22.284681")));
     }
 
     void badInputWritesNothing_data()
@@ -154,8 +151,8 @@ private slots:
     {
         QFETCH(QStringList, arguments);
         QFETCH(QString, record);
-        const QString file = PreferenceFiles::directory() +
-                             QStringLiteral("com.velmora.trekmimex.%1.plist").arg(record);
+        const QString file =
+            prefs().directory() + QStringLiteral("com.velmora.trekmimex.%1.plist").arg(record);
         QVERIFY(QDir().mkpath(file));
         const Run run = ctl(arguments);
         QCOMPARE(run.status, 1);
@@ -166,16 +163,16 @@ private slots:
     void modeChangesAsTheButtonsDo()
     {
         QCOMPARE(ctl({QStringLiteral("mode")}).out.trimmed(), QStringLiteral("route"));
-        PropertyList::write(PreferenceFiles::routeFile(), routeRecord(0, 10, 2));
+        PropertyList::write(prefs().routeFile(), routeRecord(0, 10, 2));
         Run run = ctl({QStringLiteral("mode"), QStringLiteral("spot")});
         QCOMPARE(run.status, 1);
         QVERIFY(run.err.contains(
             QStringLiteral("Trekmime is working,please turn off the Trekmime first!")));
-        QVERIFY(!QFile::exists(PreferenceFiles::masterFile()));
+        QVERIFY(!QFile::exists(prefs().masterFile()));
 
         QCOMPARE(ctl({QStringLiteral("route"), QStringLiteral("off")}).status, 0);
         QCOMPARE(ctl({QStringLiteral("mode"), QStringLiteral("spot")}).status, 0);
-        QCOMPARE(PropertyList::readDictionary(PreferenceFiles::masterFile()),
+        QCOMPARE(PropertyList::readDictionary(prefs().masterFile()),
                  (QVariantMap{{QStringLiteral("mode"), QStringLiteral("1")}}));
 
         QCOMPARE(ctl({QStringLiteral("spot"), QStringLiteral("on")}).status, 0);
@@ -190,11 +187,11 @@ private slots:
     void routeOffChangesOnlyTheFlag()
     {
         const QVariantMap before = routeRecord(1000, 2000, 3);
-        PropertyList::write(PreferenceFiles::routeFile(), before);
+        PropertyList::write(prefs().routeFile(), before);
         QCOMPARE(ctl({QStringLiteral("route"), QStringLiteral("off")}).status, 0);
         QVariantMap expected = before;
         expected.insert(QStringLiteral("enable"), QStringLiteral("0"));
-        QCOMPARE(PropertyList::readDictionary(PreferenceFiles::routeFile()), expected);
+        QCOMPARE(PropertyList::readDictionary(prefs().routeFile()), expected);
     }
 
     void favoritesAndWhitelist()
@@ -203,7 +200,7 @@ private slots:
         QCOMPARE(ctl(args({"favorites", "add", "   ", "-1", "-2"})).status, 0);
         QCOMPARE(ctl(args({"favorites", "add", "Work", "1", "2"})).status, 0);
         QCOMPARE(ctl(args({"favorites", "remove", "0"})).status, 0);
-        const QVariantList favorites = PropertyList::readArray(PreferenceFiles::favoritesFile());
+        const QVariantList favorites = PropertyList::readArray(prefs().favoritesFile());
         QCOMPARE(favorites.size(), 2);
         QCOMPARE(favorites[0].toMap().value(QStringLiteral("name")),
                  QVariant(QStringLiteral("Unknow")));
@@ -216,13 +213,13 @@ private slots:
                  QStringLiteral("com.example.maps\ton"));
         QCOMPARE(ctl(args({"whitelist", "toggle", "com.example.maps"})).out.trimmed(),
                  QStringLiteral("com.example.maps\toff"));
-        QCOMPARE(PropertyList::readDictionary(PreferenceFiles::whitelistFile()),
+        QCOMPARE(PropertyList::readDictionary(prefs().whitelistFile()),
                  (QVariantMap{{QStringLiteral("com.example.maps"), false}}));
     }
 
     void statusAsJson()
     {
-        PropertyList::write(PreferenceFiles::routeFile(), routeRecord(1000, 2000, 4));
+        PropertyList::write(prefs().routeFile(), routeRecord(1000, 2000, 4));
         ctl(args({"spot", "on", "22.2846809", "114.1588"}));
         ctl(args({"favorites", "add", "Home", "1.5", "2.5"}));
         ctl(args({"whitelist", "toggle", "com.a"}));
@@ -250,7 +247,7 @@ private slots:
                      .toBool(),
                  true);
 
-        PropertyList::write(PreferenceFiles::routeFile(), QVariantMap());
+        PropertyList::write(prefs().routeFile(), QVariantMap());
         const QJsonObject empty =
             QJsonDocument::fromJson(ctl(args({"--json", "status"})).out.toUtf8()).object();
         QVERIFY(
@@ -265,7 +262,7 @@ private slots:
         ctl(args({"favorites", "add", " Café <1> ", "-33.8568", "151.2153"}));
         ctl(args({"whitelist", "toggle", "com.example.maps"}));
         ctl(args({"mode", "spot"}));
-        PropertyList::write(PreferenceFiles::routeFile(), routeRecord(1000, 2000, 2));
+        PropertyList::write(prefs().routeFile(), routeRecord(1000, 2000, 2));
         ctl(args({"route", "off"}));
         const char *script = R"(
 import json, plistlib, sys
@@ -358,7 +355,7 @@ print(json.dumps(out))
         QFETCH(QString, at);
         QFETCH(int, status);
         QFETCH(QString, printed);
-        PropertyList::write(PreferenceFiles::routeFile(), routeRecord(start, end, count));
+        PropertyList::write(prefs().routeFile(), routeRecord(start, end, count));
         const Run run = ctl({QStringLiteral("where"), QStringLiteral("--at"), at});
         QCOMPARE(run.status, status);
         QCOMPARE(run.out.trimmed(), printed);

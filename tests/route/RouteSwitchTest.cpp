@@ -1,8 +1,6 @@
 #include "TestMain.h"
 #include "TestServices.h"
 
-#include "settings/PreferenceFiles.h"
-#include "settings/PropertyList.h"
 #include "settings/RouteSwitch.h"
 #include "settings/TMPreferenceUtil.h"
 
@@ -22,8 +20,7 @@ RouteSwitch::Choices complete()
     c.endTime = 1900003600;
     c.startAddress = QStringLiteral("Central");
     c.endAddress = QStringLiteral("Tsim Sha Tsui");
-    c.points = {QVariantMap{{QStringLiteral("lat"), 22.2846809}, {QStringLiteral("lng"), 114.1588}},
-                QVariantMap{{QStringLiteral("lat"), 22.2988}, {QStringLiteral("lng"), 114.1722}}};
+    c.points = {RoutePoint(22.2846809, 114.1588), RoutePoint(22.2988, 114.1722)};
     return c;
 }
 } // namespace
@@ -109,11 +106,25 @@ private slots:
     void writeOnThenOff()
     {
         TestServices world;
-        QVariantMap record{{QStringLiteral("extra"), QStringLiteral("kept")}};
+        RouteSwitch routeSwitch(world.preferences());
+        // a record as read: a key and route entries this program does not
+        // understand go back to the file untouched by a switch-off
+        const QVariantList oddPoints{
+            QStringLiteral("not a point"),
+            QVariantMap{{QStringLiteral("lat"), QStringLiteral("1.5")}, {QStringLiteral("x"), 2}}};
+        RouteRecord record = RouteRecord::fromPropertyList(
+            QVariantMap{{QStringLiteral("extra"), QStringLiteral("kept")},
+                        {QStringLiteral("points"), oddPoints}});
+        QVERIFY(routeSwitch.writeOff(record));
+        QCOMPARE(world.preferences().routePreference().toPropertyList(),
+                 (QVariantMap{{QStringLiteral("enable"), QStringLiteral("0")},
+                              {QStringLiteral("extra"), QStringLiteral("kept")},
+                              {QStringLiteral("points"), oddPoints}}));
+
         RouteSwitch::Choices c = complete();
         c.startTime = 1900000000.75; // the fraction is written as "%f" makes it
-        QVERIFY(RouteSwitch::writeOn(record, c));
-        QVariantMap stored = TMPreferenceUtil::routePreference();
+        QVERIFY(routeSwitch.writeOn(record, c));
+        QVariantMap stored = world.preferences().routePreference().toPropertyList();
         QCOMPARE(stored.value(QStringLiteral("enable")), QVariant(QStringLiteral("1")));
         QCOMPARE(stored.value(QStringLiteral("start")),
                  QVariant(QStringLiteral("1900000000.750000")));
@@ -121,13 +132,17 @@ private slots:
                  QVariant(QStringLiteral("1900003600.000000")));
         QCOMPARE(stored.value(QStringLiteral("s")), QVariant(QStringLiteral("Central")));
         QCOMPARE(stored.value(QStringLiteral("e")), QVariant(QStringLiteral("Tsim Sha Tsui")));
-        QCOMPARE(stored.value(QStringLiteral("points")).toList(), c.points);
+        QCOMPARE(
+            stored.value(QStringLiteral("points")).toList(),
+            (QVariantList{
+                QVariantMap{{QStringLiteral("lat"), 22.2846809}, {QStringLiteral("lng"), 114.1588}},
+                QVariantMap{{QStringLiteral("lat"), 22.2988}, {QStringLiteral("lng"), 114.1722}}}));
         QCOMPARE(stored.value(QStringLiteral("extra")), QVariant(QStringLiteral("kept")));
 
-        QVERIFY(RouteSwitch::writeOff(record));
-        const QVariantMap off = TMPreferenceUtil::routePreference();
+        QVERIFY(routeSwitch.writeOff(record));
         stored.insert(QStringLiteral("enable"), QStringLiteral("0"));
-        QCOMPARE(off, stored); // everything but "enable" as the switch-on wrote it
+        // everything but "enable" as the switch-on wrote it
+        QCOMPARE(world.preferences().routePreference().toPropertyList(), stored);
     }
 };
 

@@ -101,8 +101,10 @@ private slots:
         screen.endChosen(Tst.latitude, Tst.longitude, QStringLiteral("Tsim Sha Tsui"));
         QCOMPARE(m_world->directions.requests().size(), 1);
         QTRY_COMPARE(screen.points().size(), 3);
-        QCOMPARE(screen.points().first(), QVariant(point(Central.latitude, Central.longitude)));
-        QCOMPARE(screen.points().last(), QVariant(point(Tst.latitude, Tst.longitude)));
+        QCOMPARE(screen.points().first().toPropertyList(),
+                 QVariant(point(Central.latitude, Central.longitude)));
+        QCOMPARE(screen.points().last().toPropertyList(),
+                 QVariant(point(Tst.latitude, Tst.longitude)));
         QVERIFY(!screen.isRouteError());
 
         // the start marker at the last point, the end marker at the first
@@ -175,7 +177,7 @@ private slots:
         QCOMPARE(m_world->alerts.alerts().last().message,
                  QStringLiteral("Please choose Start Time"));
         QVERIFY(!enable->isOn());
-        QVERIFY(TMPreferenceUtil::routePreference().isEmpty());
+        QVERIFY(m_world->preferences().routePreference().isEmpty());
 
         screen.chooseStartTime();
         screen.datePicker()->step(DateTimePicker::Minute, 1);
@@ -194,16 +196,15 @@ private slots:
         QVERIFY(screen.panelTop() < 0);
         QCOMPARE(screen.findChild<QLabel *>(QStringLiteral("lb_tip"))->text(),
                  QStringLiteral("Trekmime is working"));
-        const QVariantMap written = TMPreferenceUtil::routePreference();
+        const QVariantMap written = m_world->preferences().routePreference().toPropertyList();
         QCOMPARE(written.value(QStringLiteral("start")).toString(),
                  QStringLiteral("1700000060.000000"));
         QCOMPARE(written.value(QStringLiteral("s")).toString(), QStringLiteral("Central"));
         QCOMPARE(written.value(QStringLiteral("points")).toList().size(), 3);
 
         // memory takes the new route, the file keeps the one written
-        QTRY_COMPARE(screen.preferences().value(QStringLiteral("points")).toList().size(), 4);
-        QCOMPARE(
-            TMPreferenceUtil::routePreference().value(QStringLiteral("points")).toList().size(), 3);
+        QTRY_COMPARE(screen.preferences().pointCount(), 4);
+        QCOMPARE(m_world->preferences().routePreference().pointCount(), 3);
 
         // the preview: the first point before the start, then in proportion, then the last
         MapView *map = screen.mapView();
@@ -232,7 +233,7 @@ private slots:
         QVERIFY(!screen.timer());
         QVERIFY(screen.panelTop() >= 0);
         QVERIFY(map->annotations().isEmpty());
-        const QVariantMap off = TMPreferenceUtil::routePreference();
+        const QVariantMap off = m_world->preferences().routePreference().toPropertyList();
         QCOMPARE(off.value(QStringLiteral("enable")).toString(), QStringLiteral("0"));
         QCOMPARE(off.value(QStringLiteral("points")).toList().size(), 4);
         QCOMPARE(off.value(QStringLiteral("start")), written.value(QStringLiteral("start")));
@@ -270,7 +271,8 @@ private slots:
         QFETCH(int, requests);
         QFETCH(Coordinate, centre);
         if (!record.isEmpty())
-            QVERIFY(TMPreferenceUtil::writeRoutePreference(record));
+            QVERIFY(
+                m_world->preferences().writeRoutePreference(RouteRecord::fromPropertyList(record)));
         TrekmimeViewController &screen = open();
         QCOMPARE(screen.findChild<FlatSwitch *>(QStringLiteral("enableSwitch"))->isOn(), on);
         QCOMPARE(m_world->directions.requests().size(), requests);

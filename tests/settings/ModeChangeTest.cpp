@@ -1,7 +1,6 @@
 #include "TestMain.h"
 
 #include "settings/ModeChange.h"
-#include "settings/PreferenceFiles.h"
 #include "settings/PropertyList.h"
 #include "settings/TMPreferenceUtil.h"
 
@@ -27,12 +26,13 @@ class ModeChangeTest : public QObject
 
 private:
     std::unique_ptr<QTemporaryDir> m_dir;
+    std::unique_ptr<TMPreferenceUtil> m_store;
 
 private slots:
     void init()
     {
         m_dir = std::make_unique<QTemporaryDir>();
-        PreferenceFiles::setDirectory(m_dir->path());
+        m_store = std::make_unique<TMPreferenceUtil>(PreferenceFiles(m_dir->path()));
     }
 
     void refusalNeverWritesTheMasterFile_data()
@@ -84,29 +84,31 @@ private slots:
         QFETCH(QString, button);
         QFETCH(QString, refusal);
         QFETCH(QString, newMode);
-        PropertyList::write(PreferenceFiles::masterFile(),
+        PropertyList::write(m_store->files().masterFile(),
                             QVariantMap{{QStringLiteral("mode"), storedMode},
                                         {QStringLiteral("theme"), QStringLiteral("dark")}});
-        const QByteArray before = bytesOf(PreferenceFiles::masterFile());
-        TMPreferenceUtil::writeRoutePreference({{QStringLiteral("enable"), routeEnable}});
-        TMPreferenceUtil::writeLocationPreference({{QStringLiteral("enable"), locationEnable}});
+        const QByteArray before = bytesOf(m_store->files().masterFile());
+        m_store->writeRoutePreference(
+            RouteRecord::fromPropertyList(QVariantMap{{QStringLiteral("enable"), routeEnable}}));
+        m_store->writeLocationPreference(LocationRecord::fromPropertyList(
+            QVariantMap{{QStringLiteral("enable"), locationEnable}}));
 
+        ModeChange change(*m_store);
         const ModeChange::Result result =
-            button == QLatin1String("route")
-                ? ModeChange::fromRouteMode(TMPreferenceUtil::routePreference())
-            : button == QLatin1String("location") ? ModeChange::fromLocationMode()
-                                                  : ModeChange::fromStoredMode();
+            button == QLatin1String("route")      ? change.fromRouteMode(m_store->routePreference())
+            : button == QLatin1String("location") ? change.fromLocationMode()
+                                                  : change.fromStoredMode();
 
         QCOMPARE(result.refusal, refusal);
         QCOMPARE(result.refused(), !refusal.isEmpty());
         if (result.refused()) {
             QVERIFY(!result.written);
-            QCOMPARE(bytesOf(PreferenceFiles::masterFile()), before);
+            QCOMPARE(bytesOf(m_store->files().masterFile()), before);
         } else {
             QVERIFY(result.written);
             QCOMPARE(QString::number(result.mode), newMode);
             // a fresh one-key dictionary: the other key is gone
-            QCOMPARE(PropertyList::readDictionary(PreferenceFiles::masterFile()),
+            QCOMPARE(PropertyList::readDictionary(m_store->files().masterFile()),
                      (QVariantMap{{QStringLiteral("mode"), newMode}}));
         }
     }

@@ -2,8 +2,6 @@
 #include "TestServices.h"
 
 #include "route/TrekmimeViewController.h"
-#include "settings/MasterRecord.h"
-#include "settings/PreferenceFiles.h"
 #include "settings/PropertyList.h"
 #include "settings/TMPreferenceUtil.h"
 #include "shell/AppDelegate.h"
@@ -33,6 +31,11 @@ QVariantMap routeOn()
     return {{QStringLiteral("enable"), QStringLiteral("1")},
             {QStringLiteral("s"), QStringLiteral("Central")}};
 }
+
+RouteRecord routeOnRecord()
+{
+    return RouteRecord::fromPropertyList(routeOn());
+}
 } // namespace
 
 // Launch, becoming active and the two mode buttons.
@@ -43,6 +46,8 @@ class ModeSwitchTest : public QObject
 private:
     std::unique_ptr<TestServices> m_world;
     std::unique_ptr<AppDelegate> m_delegate;
+
+    TMPreferenceUtil &store() { return m_world->preferences(); }
 
     AppDelegate &launch()
     {
@@ -82,7 +87,7 @@ private slots:
         QFETCH(QVariant, mode);
         QFETCH(bool, routeScreen);
         if (mode.isValid())
-            PropertyList::write(PreferenceFiles::masterFile(),
+            PropertyList::write(m_world->files().masterFile(),
                                 QVariantMap{{QStringLiteral("mode"), mode}});
         AppDelegate &delegate = launch();
         QVERIFY(delegate.window()->isVisible());
@@ -91,30 +96,30 @@ private slots:
         QCOMPARE(root(), expected);
         QVERIFY(expected->isVisible());
         // launching never writes a file
-        QCOMPARE(QFile::exists(PreferenceFiles::masterFile()), mode.isValid());
+        QCOMPARE(QFile::exists(m_world->files().masterFile()), mode.isValid());
     }
 
     void becomingActiveRefreshesTheStoredModesScreen()
     {
         AppDelegate &delegate = launch();
-        TMPreferenceUtil::writeRoutePreference(routeOn());
+        store().writeRoutePreference(routeOnRecord());
         delegate.applicationDidBecomeActive();
-        QCOMPARE(delegate.trekmimeController()->preferences(), routeOn());
+        QCOMPARE(delegate.trekmimeController()->preferences().toPropertyList(), routeOn());
 
         // the mode on disk now says fixed location: the route screen on
         // display is no longer refreshed
-        MasterRecord::write(MasterRecord::LocationMode);
-        TMPreferenceUtil::writeRoutePreference({});
+        store().writeMode(MasterRecord::LocationMode);
+        store().writeRoutePreference(RouteRecord());
         delegate.applicationDidBecomeActive();
-        QCOMPARE(delegate.trekmimeController()->preferences(), routeOn());
+        QCOMPARE(delegate.trekmimeController()->preferences().toPropertyList(), routeOn());
         QCOMPARE(root(), delegate.trekmimeController());
     }
 
     void routeButtonIsRefusedWhileItsRecordIsOn()
     {
-        TMPreferenceUtil::writeRoutePreference(routeOn());
-        MasterRecord::write(MasterRecord::RouteMode);
-        const QByteArray masterBefore = bytesOf(PreferenceFiles::masterFile());
+        store().writeRoutePreference(routeOnRecord());
+        store().writeMode(MasterRecord::RouteMode);
+        const QByteArray masterBefore = bytesOf(m_world->files().masterFile());
         AppDelegate &delegate = launch();
 
         pressModeButton();
@@ -123,7 +128,7 @@ private slots:
         const Alert &alert = m_world->alerts.alerts().first();
         QVERIFY(alert.title.isEmpty());
         QCOMPARE(alert.buttons, QStringList{QStringLiteral("OK")});
-        QCOMPARE(bytesOf(PreferenceFiles::masterFile()), masterBefore);
+        QCOMPARE(bytesOf(m_world->files().masterFile()), masterBefore);
         QCOMPARE(root(), delegate.trekmimeController());
     }
 
@@ -131,34 +136,34 @@ private slots:
     {
         AppDelegate &delegate = launch();
         // switched on behind the screen's back, after it last read the file
-        TMPreferenceUtil::writeRoutePreference(routeOn());
+        store().writeRoutePreference(routeOnRecord());
         pressModeButton();
         QVERIFY(m_world->alerts.alerts().isEmpty());
         QCOMPARE(root(), delegate.locationController());
-        QCOMPARE(PropertyList::readDictionary(PreferenceFiles::masterFile()),
+        QCOMPARE(PropertyList::readDictionary(m_world->files().masterFile()),
                  (QVariantMap{{QStringLiteral("mode"), QStringLiteral("1")}}));
     }
 
     void spotButtonAsksTheLocationFile()
     {
-        MasterRecord::write(MasterRecord::LocationMode);
+        store().writeMode(MasterRecord::LocationMode);
         AppDelegate &delegate = launch();
-        TMPreferenceUtil::setLocationEnable(true, 1.0, 2.0);
+        store().setLocationEnable(true, 1.0, 2.0);
         pressModeButton();
         QCOMPARE(m_world->alerts.messages(), QStringList{spotBusy});
         QCOMPARE(root(), delegate.locationController());
-        QCOMPARE(MasterRecord::readMode(), 1);
+        QCOMPARE(store().mode(), 1);
 
-        TMPreferenceUtil::setLocationEnable(false);
+        store().setLocationEnable(false);
         pressModeButton();
         QCOMPARE(m_world->alerts.alerts().size(), 1);
         QCOMPARE(root(), delegate.trekmimeController());
-        QCOMPARE(bytesOf(PreferenceFiles::masterFile()).contains("<string>0</string>"), true);
+        QCOMPARE(bytesOf(m_world->files().masterFile()).contains("<string>0</string>"), true);
     }
 
     void switchingKeepsBothScreensAndDropsOtherMasterKeys()
     {
-        PropertyList::write(PreferenceFiles::masterFile(),
+        PropertyList::write(m_world->files().masterFile(),
                             QVariantMap{{QStringLiteral("mode"), QStringLiteral("0")},
                                         {QStringLiteral("theme"), QStringLiteral("dark")}});
         AppDelegate &delegate = launch();
@@ -166,7 +171,7 @@ private slots:
         QPointer<QWidget> spot = delegate.locationController();
 
         pressModeButton();
-        QCOMPARE(PropertyList::readDictionary(PreferenceFiles::masterFile()).keys(),
+        QCOMPARE(PropertyList::readDictionary(m_world->files().masterFile()).keys(),
                  QStringList{QStringLiteral("mode")});
         pressModeButton();
         pressModeButton();
@@ -179,10 +184,10 @@ private slots:
     void aFailedMasterWriteStillSwapsTheScreen()
     {
         AppDelegate &delegate = launch();
-        QVERIFY(QDir().mkpath(PreferenceFiles::masterFile())); // cannot be replaced
+        QVERIFY(QDir().mkpath(m_world->files().masterFile())); // cannot be replaced
         pressModeButton();
         QCOMPARE(root(), delegate.locationController());
-        QCOMPARE(MasterRecord::readMode(), 0);
+        QCOMPARE(store().mode(), 0);
         // back in the foreground, the stored mode's screen is refreshed
         delegate.applicationDidBecomeActive();
         QVERIFY(m_world->alerts.alerts().isEmpty());

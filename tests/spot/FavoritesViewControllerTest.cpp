@@ -52,7 +52,7 @@ private:
     FavoritesViewController *open(const QVariant &file)
     {
         if (file.isValid())
-            PropertyList::write(PreferenceFiles::favoritesFile(), file);
+            PropertyList::write(m_world->files().favoritesFile(), file);
         m_window = std::make_unique<QWidget>();
         m_window->resize(390, 844);
         auto *list = new FavoritesViewController(m_world->services());
@@ -130,8 +130,8 @@ private slots:
         QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
                           table->deleteButtonRect(0).center());
         QCOMPARE(table->count(), 0);
-        QVERIFY(QFile::exists(PreferenceFiles::favoritesFile()));
-        QCOMPARE(SpotWorld::favorites(), QVariantList{});
+        QVERIFY(QFile::exists(m_world->files().favoritesFile()));
+        QCOMPARE(SpotWorld::favorites(*m_world), QVariantList{});
         QVERIFY(edit->isEnabled());
 
         QTest::mouseClick(edit, Qt::LeftButton);
@@ -157,13 +157,13 @@ private slots:
                           QStringLiteral("5.000000"));
         FavoritesViewController *list = open(file);
         QCOMPARE(list->tableView()->count(), file.size());
-        QVariantList expected = SpotWorld::favorites();
+        QVariantList expected = SpotWorld::favorites(*m_world);
         expected.removeAt(row);
         QTest::mouseClick(editButton(list), Qt::LeftButton);
         list->tableView()->setCurrentRow(row);
         QTest::keyClick(list->tableView(), Qt::Key_Delete);
         file.removeAt(row);
-        QCOMPARE(SpotWorld::favorites(), expected);
+        QCOMPARE(SpotWorld::favorites(*m_world), expected);
         QCOMPARE(list->tableView()->count(), file.size());
     }
 
@@ -179,7 +179,8 @@ private slots:
         QCOMPARE(table->revealedRow(), 1);
         QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
                           table->deleteButtonRect(1).center());
-        QCOMPARE(SpotWorld::favorites(), (QVariantList{place(QStringLiteral("A"), {}, {})}));
+        QCOMPARE(SpotWorld::favorites(*m_world),
+                 (QVariantList{place(QStringLiteral("A"), {}, {})}));
     }
 
     void selecting_data()
@@ -199,7 +200,8 @@ private slots:
         QFETCH(int, row);
         QFETCH(QString, latitude);
         QFETCH(QString, longitude);
-        SpotWorld::storeLocation(QStringLiteral("0"), QStringLiteral("9.0"), QStringLiteral("9.0"));
+        SpotWorld::storeLocation(*m_world, QStringLiteral("0"), QStringLiteral("9.0"),
+                                 QStringLiteral("9.0"));
         CountingDelegate delegate;
         FavoritesViewController *list = open(oddFile());
         list->setDelegate(&delegate);
@@ -208,7 +210,7 @@ private slots:
         QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
                           table->visualRect(table->model()->index(row, 0)).center());
         // stored with faking on before the screen behind redraws
-        QCOMPARE(SpotWorld::location(),
+        QCOMPARE(SpotWorld::location(*m_world),
                  (QVariantMap{{QStringLiteral("enable"), QStringLiteral("1")},
                               {QStringLiteral("latitude"), latitude},
                               {QStringLiteral("longitude"), longitude}}));
@@ -220,7 +222,7 @@ private slots:
     {
         FavoritesViewController *list = open(oddFile());
         list->didSelectRow(1);
-        QVERIFY(!QFile::exists(PreferenceFiles::locationFile()));
+        QVERIFY(!QFile::exists(m_world->files().locationFile()));
     }
 
     void delegateGoneBeforeAChoice()
@@ -232,7 +234,7 @@ private slots:
         }
         QCOMPARE(list->delegate(), nullptr);
         list->didSelectRow(0);
-        QVERIFY(QFile::exists(PreferenceFiles::locationFile()));
+        QVERIFY(QFile::exists(m_world->files().locationFile()));
     }
 };
 

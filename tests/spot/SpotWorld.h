@@ -7,7 +7,6 @@
 #include "fakes/FakeGeocoder.h"
 #include "fakes/FakePositionSourceFactory.h"
 #include "location/Location.h"
-#include "settings/PreferenceFiles.h"
 #include "settings/PropertyList.h"
 #include "spot/SpotmimeViewController.h"
 
@@ -75,19 +74,20 @@ struct SpotWorld
             QTest::qWait(20);
     }
 
-    static void storeLocation(const QString &enable, const QString &lat, const QString &lng)
+    static void storeLocation(const TestServices &world, const QString &enable, const QString &lat,
+                              const QString &lng)
     {
-        PropertyList::write(PreferenceFiles::locationFile(),
+        PropertyList::write(world.files().locationFile(),
                             QVariantMap{{QStringLiteral("enable"), enable},
                                         {QStringLiteral("latitude"), lat},
                                         {QStringLiteral("longitude"), lng}});
     }
-    static QVariantMap location()
+    static QVariantMap location(const TestServices &world)
     {
-        return PropertyList::readDictionary(PreferenceFiles::locationFile());
+        return PropertyList::readDictionary(world.files().locationFile());
     }
-    static QVariantList favorites()
+    static QVariantList favorites(const TestServices &world)
     {
-        return PropertyList::readArray(PreferenceFiles::favoritesFile());
+        return PropertyList::readArray(world.files().favoritesFile());
     }
 };

@@ -3,7 +3,6 @@
 
 #include "app/ProgressHUD.h"
 #include "settings/FavoriteEntry.h"
-#include "settings/MasterRecord.h"
 #include "settings/TMPreferenceUtil.h"
 #include "spot/FavoritesTableView.h"
 #include "spot/FavoritesViewController.h"
@@ -76,7 +75,8 @@ private slots:
     {
         QFETCH(QString, enable);
         QFETCH(Coordinate, shown);
-        SpotWorld::storeLocation(enable, QStringLiteral("48.858400"), QStringLiteral("2.294500"));
+        SpotWorld::storeLocation(m->world, enable, QStringLiteral("48.858400"),
+                                 QStringLiteral("2.294500"));
         m->open({22.3, 114.17});
         verifyNear(centre(), shown);
         QCOMPARE(child<FlatSwitch>("enableSwitch")->isOn(), enable == QStringLiteral("1"));
@@ -149,7 +149,7 @@ private slots:
         QFETCH(bool, moves);
         QFETCH(Coordinate, to);
         m->open({10, 10});
-        const QVariantMap before = SpotWorld::location();
+        const QVariantMap before = SpotWorld::location(m->world);
         search(typed);
         SpotWorld::settle();
         QVERIFY(m->geocoder.forwardRequests().isEmpty());
@@ -158,7 +158,7 @@ private slots:
         verifyNear({m->screen->latitude(), m->screen->longitude()},
                    moves ? to : Coordinate{10, 10});
         // the typed place is only a candidate: the record is as it was
-        QCOMPARE(SpotWorld::location(), before);
+        QCOMPARE(SpotWorld::location(m->world), before);
     }
 
     void addressSearchKeepsOnlyTheFlag_data()
@@ -179,12 +179,12 @@ private slots:
         const Coordinate louvre{48.8606, 2.3376};
         if (found)
             m->geocoder.setCoordinate(QStringLiteral("Louvre, Paris"), louvre);
-        SpotWorld::storeLocation(switchOn ? QStringLiteral("1") : QStringLiteral("0"),
+        SpotWorld::storeLocation(m->world, switchOn ? QStringLiteral("1") : QStringLiteral("0"),
                                  QStringLiteral("1.500000"), QStringLiteral("2.500000"));
         m->open();
         search(QStringLiteral("  Louvre, Paris "));
         // off at once while the look-up runs, under an overlay over the window
-        QCOMPARE(SpotWorld::location().value(QStringLiteral("enable")).toString(),
+        QCOMPARE(SpotWorld::location(m->world).value(QStringLiteral("enable")).toString(),
                  QStringLiteral("0"));
         ProgressHUD *hud = m->screen->HUD();
         QCOMPARE(hud->parentWidget(), m->screen->window());
@@ -193,7 +193,7 @@ private slots:
         SpotWorld::settle();
 
         QCOMPARE(m->geocoder.forwardRequests(), QStringList{QStringLiteral("Louvre, Paris")});
-        const QVariantMap record = SpotWorld::location();
+        const QVariantMap record = SpotWorld::location(m->world);
         QCOMPARE(record.value(QStringLiteral("enable")).toString(), enableAfter);
         QCOMPARE(record.value(QStringLiteral("latitude")).toString(), QStringLiteral("1.500000"));
         QCOMPARE(record.value(QStringLiteral("longitude")).toString(), QStringLiteral("2.500000"));
@@ -207,7 +207,7 @@ private slots:
 
     void draggingNeverMovesTheStoredPlace()
     {
-        SpotWorld::storeLocation(QStringLiteral("1"), QStringLiteral("10.000000"),
+        SpotWorld::storeLocation(m->world, QStringLiteral("1"), QStringLiteral("10.000000"),
                                  QStringLiteral("20.000000"));
         m->open();
         auto *map = child<MapView>("mainMapView");
@@ -220,15 +220,15 @@ private slots:
         QVERIFY(qAbs(dragged.latitude - 10.0) > 1e-4);
         QCOMPARE(text("lb_location"),
                  QString::asprintf("%f\n%f", dragged.latitude, dragged.longitude));
-        QCOMPARE(SpotWorld::location().value(QStringLiteral("latitude")).toString(),
+        QCOMPARE(SpotWorld::location(m->world).value(QStringLiteral("latitude")).toString(),
                  QStringLiteral("10.000000"));
 
         // off, then on: the centre of that moment is stored
         flipSwitch();
-        QCOMPARE(SpotWorld::location().value(QStringLiteral("enable")).toString(),
+        QCOMPARE(SpotWorld::location(m->world).value(QStringLiteral("enable")).toString(),
                  QStringLiteral("0"));
         flipSwitch();
-        const QVariantMap record = SpotWorld::location();
+        const QVariantMap record = SpotWorld::location(m->world);
         QCOMPARE(record.value(QStringLiteral("enable")).toString(), QStringLiteral("1"));
         QCOMPARE(record.value(QStringLiteral("latitude")).toString(),
                  QString::asprintf("%f", dragged.latitude));
@@ -304,7 +304,7 @@ private slots:
                               Qt::LeftButton);
             QTRY_VERIFY(!panel->isVisible());
         }
-        const QVariantList favorites = SpotWorld::favorites();
+        const QVariantList favorites = SpotWorld::favorites(m->world);
         QCOMPARE(favorites.size(), stored.size());
         for (qsizetype i = 0; i < stored.size(); ++i) {
             const QVariantMap entry = favorites[i].toMap();
@@ -318,7 +318,7 @@ private slots:
 
     void choosingAFavourite()
     {
-        TMPreferenceUtil::addFavorite(
+        m->world.preferences().addFavorite(
             FavoriteEntry::make(QStringLiteral("Tower"), 48.8584, 2.2945));
         m->open({10, 10});
         QTest::mouseClick(child<QPushButton>("favoritesButton"), Qt::LeftButton);
@@ -345,17 +345,17 @@ private slots:
     {
         QFETCH(QString, enable);
         QFETCH(bool, refused);
-        SpotWorld::storeLocation(enable, QStringLiteral("1.0"), QStringLiteral("2.0"));
+        SpotWorld::storeLocation(m->world, enable, QStringLiteral("1.0"), QStringLiteral("2.0"));
         m->open();
         QTest::mouseClick(child<QPushButton>("btn_exchange"), Qt::LeftButton);
-        QCOMPARE(QFile::exists(PreferenceFiles::masterFile()), !refused);
+        QCOMPARE(QFile::exists(m->world.files().masterFile()), !refused);
         QCOMPARE(m->shell.toRouter, refused ? 0 : 1);
         QCOMPARE(m->world.alerts.messages(),
                  refused ? QStringList{QStringLiteral(
                                "Spotmime is working,please turn off the Spotmime first!")}
                          : QStringList{});
         if (!refused)
-            QCOMPARE(MasterRecord::readMode(), 0);
+            QCOMPARE(m->world.preferences().mode(), 0);
     }
 
     void switchThroughAccessibility()
@@ -368,13 +368,13 @@ private slots:
         QCOMPARE(control->text(QAccessible::Name), QStringLiteral("Spotmime"));
         control->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
         SpotWorld::settle();
-        const QVariantMap record = SpotWorld::location();
+        const QVariantMap record = SpotWorld::location(m->world);
         QCOMPARE(record.value(QStringLiteral("enable")).toString(), QStringLiteral("1"));
         QCOMPARE(record.value(QStringLiteral("latitude")).toString(), QStringLiteral("30.500000"));
         // and back off from the keyboard
         QTest::keyClick(toggle, Qt::Key_Space);
         SpotWorld::settle();
-        QCOMPARE(SpotWorld::location().value(QStringLiteral("enable")).toString(),
+        QCOMPARE(SpotWorld::location(m->world).value(QStringLiteral("enable")).toString(),
                  QStringLiteral("0"));
         for (const char *name : {"btn_mine", "infoButton", "btn_exchange"})
             QVERIFY(!QAccessible::queryAccessibleInterface(child<QWidget>(name))

@@ -1,13 +1,12 @@
 #include "TestServices.h"
 
-#include "settings/PreferenceFiles.h"
-
 #include <QStandardPaths>
 
 TestServices::TestServices()
 {
     QStandardPaths::setTestModeEnabled(true);
-    PreferenceFiles::setDirectory(m_dir.path());
+    m_preferences = std::make_unique<TMPreferenceUtil>(PreferenceFiles(m_dir.path()));
+    m_services.preferences = m_preferences.get();
     m_services.clock = &clock;
     m_services.alerts = &alerts;
     m_services.deviceMetrics = &deviceMetrics;

@@ -5,12 +5,15 @@
 #include "fakes/RecordingAlertPresenter.h"
 #include "fakes/RecordingUrlOpener.h"
 #include "platform/Services.h"
+#include "settings/TMPreferenceUtil.h"
 
 #include <QNetworkAccessManager>
 #include <QTemporaryDir>
 
-// A world of fakes for one test: a temporary preferences folder (made the
-// store's folder), a manual clock, recorded alerts and URLs, fixed device
+#include <memory>
+
+// A world of fakes for one test: a temporary preferences folder with the
+// settings store over it, a manual clock, recorded alerts and URLs, fixed device
 // metrics and a network manager that tests point at stub servers.
 class TestServices
 {
@@ -22,6 +25,8 @@ public:
     Services &services() { return m_services; }
     QString preferencesDir() const { return m_dir.path(); }
     QString file(const QString &name) const;
+    TMPreferenceUtil &preferences() { return *m_preferences; }
+    const PreferenceFiles &files() const { return m_preferences->files(); }
 
     ManualClock clock{qint64(1700000000) * 1000};
     RecordingAlertPresenter alerts;
@@ -31,5 +36,6 @@ public:
 
 private:
     QTemporaryDir m_dir;
+    std::unique_ptr<TMPreferenceUtil> m_preferences; // over m_dir
     Services m_services;
 };

@@ -4,7 +4,6 @@
 
 #include "apps/ApplicationList.h"
 #include "settings/TMPreferenceUtil.h"
-#include "settings/WhitelistRecord.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -30,6 +29,7 @@ int apps(CtlContext &context, QStringList args)
                 CtlBadInput, QStringLiteral("unknown argument \"%1\"; usage: %2").arg(arg, Usage));
     }
     const ApplicationRegistry &registry = *context.services.applications;
+    const TMPreferenceUtil &preferences = *context.services.preferences;
     QList<ApplicationModel> models;
     if (running) {
         models = ApplicationModel::appModelListWithAppList(
@@ -41,11 +41,11 @@ int apps(CtlContext &context, QStringList args)
             });
         }
     } else {
-        models = user ? ApplicationList::installedUserAppModel(registry)
-                      : ApplicationList::installedAppModel(registry);
+        models = user ? ApplicationList::installedUserAppModel(registry, preferences)
+                      : ApplicationList::installedAppModel(registry, preferences);
     }
 
-    const QVariantMap whitelist = TMPreferenceUtil::whitePreference();
+    const WhitelistRecord whitelist = preferences.whitePreference();
     if (context.json) {
         QJsonArray list;
         for (const ApplicationModel &model : std::as_const(models)) {
@@ -53,7 +53,7 @@ int apps(CtlContext &context, QStringList args)
                 {QStringLiteral("bundle"), model.appBundle()},
                 {QStringLiteral("name"), model.appName()},
                 {QStringLiteral("whitelisted"),
-                 WhitelistRecord::isWhitelisted(whitelist, model.appBundle())},
+                 whitelist.isWhitelisted(model.appBundle())},
             });
         }
         context.printJson(list);
@@ -61,8 +61,7 @@ int apps(CtlContext &context, QStringList args)
     }
     for (const ApplicationModel &model : std::as_const(models)) {
         context.out << model.appBundle() << '\t' << model.appName() << '\t'
-                    << (WhitelistRecord::isWhitelisted(whitelist, model.appBundle()) ? "whitelisted"
-                                                                                     : "-")
+                    << (whitelist.isWhitelisted(model.appBundle()) ? "whitelisted" : "-")
                     << '\n';
     }
     return CtlOk;

@@ -1,9 +1,10 @@
 #include "RecordJson.h"
 
 #include "settings/FavoriteEntry.h"
-#include "settings/RecordKeys.h"
+#include "settings/LocationRecord.h"
+#include "settings/RouteRecord.h"
 #include "settings/StoredValue.h"
-#include "settings/TMPreferenceUtil.h"
+#include "settings/WhitelistRecord.h"
 
 #include <QDateTime>
 #include <QTimeZone>
@@ -11,17 +12,10 @@
 namespace RecordJson {
 
 namespace {
-QJsonValue textOrNull(const QVariant &value)
+QString describeTime(bool stored, double seconds)
 {
-    return value.metaType().id() == QMetaType::QString ? QJsonValue(value.toString())
-                                                       : QJsonValue(QJsonValue::Null);
-}
-
-QString describeTime(const QVariant &value)
-{
-    if (!value.isValid())
+    if (!stored)
         return QStringLiteral("none");
-    const double seconds = StoredValue::doubleValue(value);
     const QDateTime time =
         QDateTime::fromMSecsSinceEpoch(qint64(seconds * 1000.0), QTimeZone::utc());
     return QStringLiteral("%1 (%2)").arg(StoredValue::formatReal(seconds),
@@ -29,52 +23,53 @@ QString describeTime(const QVariant &value)
 }
 } // namespace
 
-QJsonObject location()
+QJsonObject location(const LocationRecord &record)
 {
-    return {{QStringLiteral("enable"), TMPreferenceUtil::isLocationEnable()},
-            {QStringLiteral("latitude"), TMPreferenceUtil::locationLatitude()},
-            {QStringLiteral("longitude"), TMPreferenceUtil::locationLongitude()}};
+    return {{QStringLiteral("enable"), record.isEnabled()},
+            {QStringLiteral("latitude"), record.latitude()},
+            {QStringLiteral("longitude"), record.longitude()}};
 }
 
-QJsonObject route(const QVariantMap &record)
+QJsonObject route(const RouteRecord &record)
 {
-    using namespace RecordKeys;
-    return {{QStringLiteral("enable"), StoredValue::boolValue(record.value(enable()))},
-            {QStringLiteral("start"), StoredValue::doubleValue(record.value(start()))},
-            {QStringLiteral("end"), StoredValue::doubleValue(record.value(end()))},
-            {QStringLiteral("s"), textOrNull(record.value(startAddress()))},
-            {QStringLiteral("e"), textOrNull(record.value(endAddress()))},
-            {QStringLiteral("points"), int(record.value(points()).toList().size())}};
+    auto textOrNull = [](bool isText, const QString &text) {
+        return isText ? QJsonValue(text) : QJsonValue(QJsonValue::Null);
+    };
+    return {{QStringLiteral("enable"), record.isEnabled()},
+            {QStringLiteral("start"), record.start()},
+            {QStringLiteral("end"), record.end()},
+            {QStringLiteral("s"), textOrNull(record.hasTextStartAddress(), record.startAddress())},
+            {QStringLiteral("e"), textOrNull(record.hasTextEndAddress(), record.endAddress())},
+            {QStringLiteral("points"), int(record.pointCount())}};
 }
 
-QJsonArray favorites(const QVariantList &list)
+QJsonArray favorites(const QList<FavoriteEntry> &list)
 {
     QJsonArray result;
-    for (const QVariant &entry : list) {
-        result.append(QJsonObject{{QStringLiteral("name"), FavoriteEntry::name(entry)},
-                                  {QStringLiteral("latitude"), FavoriteEntry::latitude(entry)},
-                                  {QStringLiteral("longitude"), FavoriteEntry::longitude(entry)}});
+    for (const FavoriteEntry &entry : list) {
+        result.append(QJsonObject{{QStringLiteral("name"), entry.name()},
+                                  {QStringLiteral("latitude"), entry.latitude()},
+                                  {QStringLiteral("longitude"), entry.longitude()}});
     }
     return result;
 }
 
-QJsonObject whitelist(const QVariantMap &record)
+QJsonObject whitelist(const WhitelistRecord &record)
 {
     QJsonObject result;
-    for (auto it = record.cbegin(); it != record.cend(); ++it)
-        result.insert(it.key(), StoredValue::boolValue(it.value()));
+    for (const QString &bundle : record.bundles())
+        result.insert(bundle, record.isWhitelisted(bundle));
     return result;
 }
 
-QString describeRoute(const QVariantMap &record)
+QString describeRoute(const RouteRecord &record)
 {
-    using namespace RecordKeys;
-    const bool on = StoredValue::boolValue(record.value(enable()));
     return QStringLiteral("%1, start %2, end %3, from \"%4\" to \"%5\", %6 points")
-        .arg(on ? QStringLiteral("on") : QStringLiteral("off"), describeTime(record.value(start())),
-             describeTime(record.value(end())), record.value(startAddress()).toString(),
-             record.value(endAddress()).toString())
-        .arg(record.value(points()).toList().size());
+        .arg(record.isEnabled() ? QStringLiteral("on") : QStringLiteral("off"),
+             describeTime(record.hasStart(), record.start()),
+             describeTime(record.hasEnd(), record.end()), record.startAddress(),
+             record.endAddress())
+        .arg(record.pointCount());
 }
 
 } // namespace RecordJson

@@ -2,14 +2,18 @@
 
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QVariantList>
-#include <QVariantMap>
+#include <QList>
+
+class FavoriteEntry;
+class LocationRecord;
+class RouteRecord;
+class WhitelistRecord;
 
 // The settings records as trekmime-ctl prints them.
 namespace RecordJson {
-QJsonObject location();
-QJsonObject route(const QVariantMap &record);
-QJsonArray favorites(const QVariantList &favorites);
-QJsonObject whitelist(const QVariantMap &whitelist);
-QString describeRoute(const QVariantMap &record);
+QJsonObject location(const LocationRecord &record);
+QJsonObject route(const RouteRecord &record);
+QJsonArray favorites(const QList<FavoriteEntry> &favorites);
+QJsonObject whitelist(const WhitelistRecord &whitelist);
+QString describeRoute(const RouteRecord &record);
 } // namespace RecordJson

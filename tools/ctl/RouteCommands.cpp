@@ -8,10 +8,7 @@
 #include "platform/Clock.h"
 #include "route/DirectionsService.h"
 #include "route/RoutePreview.h"
-#include "settings/PreferenceFiles.h"
-#include "settings/RecordKeys.h"
 #include "settings/RouteSwitch.h"
-#include "settings/StoredValue.h"
 #include "settings/TMPreferenceUtil.h"
 
 #include <QDateTime>
@@ -165,8 +162,9 @@ int routeOn(CtlContext &context, QStringList args)
                                 .arg(startTime ? *endText : *startText));
     }
 
-    QVariantMap record = TMPreferenceUtil::routePreference();
-    if (StoredValue::boolValue(record.value(RecordKeys::enable())))
+    TMPreferenceUtil &preferences = *context.services.preferences;
+    RouteRecord record = preferences.routePreference();
+    if (record.isEnabled())
         return context.fail(CtlFailed, RouteSwitch::workingRefusal());
 
     RouteSwitch::Choices choices;
@@ -183,10 +181,8 @@ int routeOn(CtlContext &context, QStringList args)
         const DirectionsAnswer answer = plan(context, from, to);
         choices.routeError = answer.isError() || answer.routes.isEmpty();
         if (!choices.routeError) {
-            for (const Coordinate &c : answer.routes.first().coordinates) {
-                choices.points.append(QVariantMap{{RecordKeys::pointLatitude(), c.latitude},
-                                                  {RecordKeys::pointLongitude(), c.longitude}});
-            }
+            for (const Coordinate &c : answer.routes.first().coordinates)
+                choices.points.append(RoutePoint(c.latitude, c.longitude));
         }
     }
     const QString failure = RouteSwitch::check(choices);
@@ -197,8 +193,8 @@ int routeOn(CtlContext &context, QStringList args)
     choices.endAddress = toAddress ? *toAddress : addressOf(context, to);
     choices.startTime = RouteSwitch::normalizedStartTime(
         choices.startTime, choices.endTime, RoutePreview::nowSeconds(*context.services.clock));
-    if (!RouteSwitch::writeOn(record, choices))
-        return context.writeFailed(PreferenceFiles::routeFile());
+    if (!RouteSwitch(preferences).writeOn(record, choices))
+        return context.writeFailed(preferences.files().routeFile());
     if (json)
         context.printJson(RecordJson::route(record));
     else
@@ -220,12 +216,12 @@ int route(CtlContext &context, const QStringList &args)
         return routeOn(context, args.mid(1));
     if (!CtlArgs::count(context, args, 1, 1, usage))
         return CtlBadInput;
-    QVariantMap record = TMPreferenceUtil::routePreference();
+    TMPreferenceUtil &preferences = *context.services.preferences;
+    RouteRecord record = preferences.routePreference();
     if (args.first() == QLatin1String("off")) {
         // as the route switch does: only "enable" changes
-        record.insert(RecordKeys::enable(), StoredValue::formatFlag(false));
-        if (!TMPreferenceUtil::writeRoutePreference(record))
-            return context.writeFailed(PreferenceFiles::routeFile());
+        if (!RouteSwitch(preferences).writeOff(record))
+            return context.writeFailed(preferences.files().routeFile());
     } else if (args.first() != QLatin1String("show")) {
         return context.fail(CtlBadInput, QStringLiteral("usage: %1").arg(usage));
     }
@@ -248,14 +244,14 @@ int where(CtlContext &context, const QStringList &args)
             return CtlBadInput;
         now = RoutePreview::nowSeconds(*at);
     }
-    const QVariantMap record = TMPreferenceUtil::routePreference();
+    const RouteRecord record = context.services.preferences->routePreference();
     const RoutePreview::Step step = RoutePreview::stepAt(record, now);
     if (!step.inRange) {
         return context.fail(CtlFailed,
                             QStringLiteral("the 32-bit preview arithmetic gives index %1, outside "
                                            "the %2 route points")
                                 .arg(step.index)
-                                .arg(record.value(RecordKeys::points()).toList().size()));
+                                .arg(record.pointCount()));
     }
     if (context.json) {
         static const char *const picks[] = {"first", "proportional", "last"};

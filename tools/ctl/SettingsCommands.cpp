@@ -5,13 +5,9 @@
 #include "RecordJson.h"
 
 #include "platform/AlertPresenter.h"
-#include "settings/FavoriteEntry.h"
-#include "settings/MasterRecord.h"
 #include "settings/ModeChange.h"
-#include "settings/PreferenceFiles.h"
 #include "settings/StoredValue.h"
 #include "settings/TMPreferenceUtil.h"
-#include "settings/WhitelistRecord.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -28,39 +24,45 @@ QString modeName(int mode)
     return mode == 0 ? QStringLiteral("route") : QStringLiteral("spot");
 }
 
-void printLocation(CtlContext &context)
+TMPreferenceUtil &store(CtlContext &context)
 {
-    if (context.json) {
-        context.printJson(RecordJson::location());
-        return;
-    }
-    context.out << "location: " << onOff(TMPreferenceUtil::isLocationEnable()) << ' '
-                << StoredValue::formatReal(TMPreferenceUtil::locationLatitude()) << ' '
-                << StoredValue::formatReal(TMPreferenceUtil::locationLongitude()) << Qt::endl;
+    return *context.services.preferences;
 }
 
-void printFavorites(CtlContext &context, const QVariantList &favorites)
+void printLocation(CtlContext &context)
+{
+    const LocationRecord record = store(context).locationPreference();
+    if (context.json) {
+        context.printJson(RecordJson::location(record));
+        return;
+    }
+    context.out << "location: " << onOff(record.isEnabled()) << ' '
+                << StoredValue::formatReal(record.latitude()) << ' '
+                << StoredValue::formatReal(record.longitude()) << Qt::endl;
+}
+
+void printFavorites(CtlContext &context, const QList<FavoriteEntry> &favorites)
 {
     if (context.json) {
         context.printJson(RecordJson::favorites(favorites));
         return;
     }
     for (int i = 0; i < favorites.size(); ++i) {
-        context.out << i << '\t' << StoredValue::formatReal(FavoriteEntry::latitude(favorites[i]))
-                    << ' ' << StoredValue::formatReal(FavoriteEntry::longitude(favorites[i]))
-                    << '\t' << FavoriteEntry::name(favorites[i]) << '\n';
+        context.out << i << '\t' << StoredValue::formatReal(favorites[i].latitude()) << ' '
+                    << StoredValue::formatReal(favorites[i].longitude()) << '\t'
+                    << favorites[i].name() << '\n';
     }
     context.out.flush();
 }
 
-void printWhitelist(CtlContext &context, const QVariantMap &whitelist)
+void printWhitelist(CtlContext &context, const WhitelistRecord &whitelist)
 {
     if (context.json) {
         context.printJson(RecordJson::whitelist(whitelist));
         return;
     }
-    for (auto it = whitelist.cbegin(); it != whitelist.cend(); ++it)
-        context.out << it.key() << '\t' << onOff(StoredValue::boolValue(it.value())) << '\n';
+    for (const QString &bundle : whitelist.bundles())
+        context.out << bundle << '\t' << onOff(whitelist.isWhitelisted(bundle)) << '\n';
     context.out.flush();
 }
 
@@ -68,29 +70,28 @@ int status(CtlContext &context, const QStringList &args)
 {
     if (!CtlArgs::count(context, args, 0, 0, QStringLiteral("status")))
         return CtlBadInput;
-    const int mode = MasterRecord::readMode();
-    const QVariantMap route = TMPreferenceUtil::routePreference();
+    const TMPreferenceUtil &preferences = store(context);
+    const int mode = preferences.mode();
+    const RouteRecord route = preferences.routePreference();
     if (context.json) {
         context.printJson(QJsonObject{
             {QStringLiteral("mode"), mode},
-            {QStringLiteral("location"), RecordJson::location()},
+            {QStringLiteral("location"), RecordJson::location(preferences.locationPreference())},
             {QStringLiteral("route"), RecordJson::route(route)},
-            {QStringLiteral("favorites"),
-             RecordJson::favorites(TMPreferenceUtil::favoritePreference())},
-            {QStringLiteral("whitelist"),
-             RecordJson::whitelist(TMPreferenceUtil::whitePreference())},
+            {QStringLiteral("favorites"), RecordJson::favorites(preferences.favoritePreference())},
+            {QStringLiteral("whitelist"), RecordJson::whitelist(preferences.whitePreference())},
         });
         return CtlOk;
     }
     QTextStream &out = context.out;
-    out << "preferences: " << PreferenceFiles::directory() << '\n';
+    out << "preferences: " << preferences.files().directory() << '\n';
     out << "mode: " << mode << " (" << modeName(mode) << ")\n";
     printLocation(context);
     out << "route: " << RecordJson::describeRoute(route) << '\n';
-    const QVariantList favorites = TMPreferenceUtil::favoritePreference();
+    const QList<FavoriteEntry> favorites = preferences.favoritePreference();
     out << "favorites: " << favorites.size() << '\n';
     printFavorites(context, favorites);
-    const QVariantMap whitelist = TMPreferenceUtil::whitePreference();
+    const WhitelistRecord whitelist = preferences.whitePreference();
     out << "whitelist: " << whitelist.size() << '\n';
     printWhitelist(context, whitelist);
     return CtlOk;
@@ -101,7 +102,7 @@ int mode(CtlContext &context, const QStringList &args)
     const QString usage = QStringLiteral("mode [route|spot]");
     if (!CtlArgs::count(context, args, 0, 1, usage))
         return CtlBadInput;
-    const int current = MasterRecord::readMode();
+    const int current = store(context).mode();
     if (args.isEmpty()) {
         if (context.json)
             context.printJson(QJsonObject{{QStringLiteral("mode"), current}});
@@ -117,11 +118,11 @@ int mode(CtlContext &context, const QStringList &args)
         context.out << wanted << Qt::endl;
         return CtlOk;
     }
-    const ModeChange::Result change = ModeChange::fromStoredMode();
+    const ModeChange::Result change = ModeChange(store(context)).fromStoredMode();
     if (change.refused())
         return context.fail(CtlFailed, change.refusal);
     if (!change.written)
-        return context.writeFailed(PreferenceFiles::masterFile());
+        return context.writeFailed(store(context).files().masterFile());
     context.out << modeName(change.mode) << Qt::endl;
     return CtlOk;
 }
@@ -137,7 +138,7 @@ int spot(CtlContext &context, const QStringList &args)
     if (action == QLatin1String("off")) {
         if (!CtlArgs::count(context, args, 1, 1, usage))
             return CtlBadInput;
-        written = TMPreferenceUtil::setLocationEnable(false);
+        written = store(context).setLocationEnable(false);
     } else if (action == QLatin1String("on")) {
         if (args.size() != 1 && args.size() != 3)
             return context.fail(CtlBadInput,
@@ -149,16 +150,16 @@ int spot(CtlContext &context, const QStringList &args)
             const auto longitude = CtlArgs::longitude(context, args[2]);
             if (!longitude)
                 return CtlBadInput;
-            written = TMPreferenceUtil::setLocationEnable(true, *latitude, *longitude);
+            written = store(context).setLocationEnable(true, *latitude, *longitude);
         } else {
-            written = TMPreferenceUtil::setLocationEnable(true);
+            written = store(context).setLocationEnable(true);
         }
     } else {
         return context.fail(CtlBadInput,
                             QStringLiteral("unknown action \"%1\"; usage: %2").arg(action, usage));
     }
     if (!written)
-        return context.writeFailed(PreferenceFiles::locationFile());
+        return context.writeFailed(store(context).files().locationFile());
     printLocation(context);
     return CtlOk;
 }
@@ -171,7 +172,7 @@ int favorites(CtlContext &context, const QStringList &args)
     if (action == QLatin1String("list")) {
         if (!CtlArgs::count(context, args, 1, 1, usage))
             return CtlBadInput;
-        printFavorites(context, TMPreferenceUtil::favoritePreference());
+        printFavorites(context, store(context).favoritePreference());
         return CtlOk;
     }
     if (action == QLatin1String("add")) {
@@ -183,9 +184,9 @@ int favorites(CtlContext &context, const QStringList &args)
         const auto longitude = CtlArgs::longitude(context, args[3]);
         if (!longitude)
             return CtlBadInput;
-        if (!TMPreferenceUtil::addFavorite(FavoriteEntry::make(args[1], *latitude, *longitude)))
-            return context.writeFailed(PreferenceFiles::favoritesFile());
-        printFavorites(context, TMPreferenceUtil::favoritePreference());
+        if (!store(context).addFavorite(FavoriteEntry::make(args[1], *latitude, *longitude)))
+            return context.writeFailed(store(context).files().favoritesFile());
+        printFavorites(context, store(context).favoritePreference());
         return CtlOk;
     }
     if (action == QLatin1String("remove")) {
@@ -194,14 +195,14 @@ int favorites(CtlContext &context, const QStringList &args)
         const auto index = CtlArgs::index(context, args[1]);
         if (!index)
             return CtlBadInput;
-        QVariantList list = TMPreferenceUtil::favoritePreference();
+        QList<FavoriteEntry> list = store(context).favoritePreference();
         if (*index < 0 || *index >= list.size()) {
             return context.fail(CtlFailed, QStringLiteral("no favorite at index %1 (there are %2)")
                                                .arg(*index)
                                                .arg(list.size()));
         }
-        if (!TMPreferenceUtil::removeFavorite(list, *index))
-            return context.writeFailed(PreferenceFiles::favoritesFile());
+        if (!store(context).removeFavorite(list, *index))
+            return context.writeFailed(store(context).files().favoritesFile());
         printFavorites(context, list);
         return CtlOk;
     }
@@ -215,7 +216,7 @@ int whitelist(CtlContext &context, const QStringList &args)
     if (action == QLatin1String("list")) {
         if (!CtlArgs::count(context, args, 1, 1, usage))
             return CtlBadInput;
-        printWhitelist(context, TMPreferenceUtil::whitePreference());
+        printWhitelist(context, store(context).whitePreference());
         return CtlOk;
     }
     if (action == QLatin1String("toggle")) {
@@ -224,10 +225,10 @@ int whitelist(CtlContext &context, const QStringList &args)
         const QString bundle = args[1];
         if (bundle.trimmed().isEmpty())
             return context.fail(CtlBadInput, QStringLiteral("the bundle identifier is empty"));
-        QVariantMap record = TMPreferenceUtil::whitePreference();
-        if (!TMPreferenceUtil::toggleWhitelist(record, bundle))
-            return context.writeFailed(PreferenceFiles::whitelistFile());
-        const bool value = WhitelistRecord::isWhitelisted(record, bundle);
+        WhitelistRecord record = store(context).whitePreference();
+        if (!store(context).toggleWhitelist(record, bundle))
+            return context.writeFailed(store(context).files().whitelistFile());
+        const bool value = record.isWhitelisted(bundle);
         if (context.json)
             context.printJson(QJsonObject{{bundle, value}});
         else

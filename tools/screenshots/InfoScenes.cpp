@@ -8,9 +8,8 @@
 #include "app/ModalPresentation.h"
 #include "fakes/DesktopEntryFolder.h"
 #include "info/InfoViewController.h"
-#include "settings/MasterRecord.h"
-#include "settings/PreferenceFiles.h"
 #include "settings/PropertyList.h"
+#include "settings/TMPreferenceUtil.h"
 #include "shell/AppDelegate.h"
 #include "shell/AppWindow.h"
 #include "shell/Translations.h"
@@ -103,7 +102,7 @@ TREKMIME_SCENE(
     [](ScreenshotWorld &world) {
         makeApplications();
         PropertyList::write(
-            PreferenceFiles::whitelistFile(),
+            world.preferences().files().whitelistFile(),
             QVariantMap{{QStringLiteral("org.gnome.Maps"), true},
                         {QStringLiteral("org.example.RideShare"), true},
                         {QStringLiteral("org.example.Chat"), false},
@@ -122,7 +121,7 @@ TREKMIME_SCENE(
     QStringLiteral("start-spot-mode-zh"),
     [](ScreenshotWorld &world) {
         installTranslations(QStringLiteral("zh_CN"));
-        MasterRecord::write(MasterRecord::LocationMode);
+        world.preferences().writeMode(MasterRecord::LocationMode);
         return launchedWindow(world);
     },
     // the screen keeps the texts it was made with; the scenes after this

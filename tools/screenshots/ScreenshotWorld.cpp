@@ -1,7 +1,6 @@
 #include "ScreenshotWorld.h"
 
 #include "location/Location.h"
-#include "settings/PreferenceFiles.h"
 
 namespace {
 
@@ -15,7 +14,7 @@ QDateTime fixedMoment()
 
 ScreenshotWorld::ScreenshotWorld() : clock(fixedMoment().toMSecsSinceEpoch())
 {
-    PreferenceFiles::setDirectory(m_dir.path());
+    m_preferences = std::make_unique<TMPreferenceUtil>(PreferenceFiles(m_dir.path()));
     positionSources.scriptFix(22.2819, 114.1582); // Central, Hong Kong
     const struct
     {
@@ -42,6 +41,7 @@ ScreenshotWorld::ScreenshotWorld() : clock(fixedMoment().toMSecsSinceEpoch())
     m_services.tiles = &tiles;
     m_services.directions = &directions;
     m_services.applications = &applications;
+    m_services.preferences = m_preferences.get();
     m_location = std::make_unique<Location::Registration>(m_services);
 }
 

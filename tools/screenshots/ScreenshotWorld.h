@@ -11,6 +11,7 @@
 #include "fakes/SketchTileSource.h"
 #include "location/Location.h"
 #include "platform/Services.h"
+#include "settings/TMPreferenceUtil.h"
 
 #include <QNetworkAccessManager>
 #include <QTemporaryDir>
@@ -36,6 +37,7 @@ public:
         return object;
     }
     QString preferencesDir() const { return m_dir.path(); }
+    TMPreferenceUtil &preferences() { return *m_preferences; }
 
     ManualClock clock;
     RecordingAlertPresenter alerts;
@@ -51,6 +53,7 @@ public:
 
 private:
     QTemporaryDir m_dir;
+    std::unique_ptr<TMPreferenceUtil> m_preferences; // over m_dir
     std::unique_ptr<Location::Registration> m_location;
     std::vector<std::unique_ptr<QObject>> m_kept;
     Services m_services;

@@ -3,7 +3,7 @@
 #include "Scene.h"
 #include "ScreenshotWorld.h"
 
-#include "settings/MasterRecord.h"
+#include "settings/TMPreferenceUtil.h"
 #include "shell/AppDelegate.h"
 #include "shell/AppWindow.h"
 
@@ -24,6 +24,6 @@ QWidget *launchedWindow(ScreenshotWorld &world)
 
 TREKMIME_SCENE(QStringLiteral("start-route-mode"), launchedWindow)
 TREKMIME_SCENE(QStringLiteral("start-spot-mode"), [](ScreenshotWorld &world) {
-    MasterRecord::write(MasterRecord::LocationMode);
+    world.preferences().writeMode(MasterRecord::LocationMode);
     return launchedWindow(world);
 })

@@ -7,8 +7,6 @@
 #include "location/Geocoder.h"
 #include "location/Location.h"
 #include "settings/FavoriteEntry.h"
-#include "settings/MasterRecord.h"
-#include "settings/PreferenceFiles.h"
 #include "settings/PropertyList.h"
 #include "settings/TMPreferenceUtil.h"
 #include "shell/AppDelegate.h"
@@ -35,7 +33,7 @@ public:
 // The real window in the fixed-location mode, as a user sees it after starting.
 QWidget *spotWindow(ScreenshotWorld &world, const Services &services)
 {
-    MasterRecord::write(MasterRecord::LocationMode);
+    world.preferences().writeMode(MasterRecord::LocationMode);
     AppDelegate *delegate = world.keep(new AppDelegate(services));
     delegate->didFinishLaunching();
     return delegate->window();
@@ -61,16 +59,16 @@ void showAddress(ScreenshotWorld &world, QWidget *window, const QString &address
     screen->regionDidChangeAnimated(map, false);
 }
 
-void storeFavourites()
+void storeFavourites(TMPreferenceUtil &preferences)
 {
-    TMPreferenceUtil::addFavorite(FavoriteEntry::make(QStringLiteral("Home"), 22.2783, 114.1747));
-    TMPreferenceUtil::addFavorite(
+    preferences.addFavorite(FavoriteEntry::make(QStringLiteral("Home"), 22.2783, 114.1747));
+    preferences.addFavorite(
         FavoriteEntry::make(QStringLiteral("Office, Central Pier 7"), 22.2846809, 114.1588));
-    TMPreferenceUtil::addFavorite(
+    preferences.addFavorite(
         FavoriteEntry::make(QStringLiteral("Tsim Sha Tsui promenade"), 22.2934, 114.1715));
-    TMPreferenceUtil::addFavorite(
+    preferences.addFavorite(
         FavoriteEntry::make(QStringLiteral("Victoria Peak"), 22.2759, 114.1455));
-    TMPreferenceUtil::addFavorite(FavoriteEntry::make(QString(), 22.3193, 114.1694));
+    preferences.addFavorite(FavoriteEntry::make(QString(), 22.3193, 114.1694));
 }
 
 FavoritesViewController *openFavourites(QWidget *window)
@@ -89,7 +87,7 @@ TREKMIME_SCENE(
 TREKMIME_SCENE(
     QStringLiteral("spot-on"),
     [](ScreenshotWorld &world) {
-        TMPreferenceUtil::setLocationEnable(true, 22.2988, 114.1722);
+        world.preferences().setLocationEnable(true, 22.2988, 114.1722);
         return spotWindow(world);
     },
     [](ScreenshotWorld &world, QWidget *window) {
@@ -128,14 +126,14 @@ TREKMIME_SCENE(
 TREKMIME_SCENE(
     QStringLiteral("favorites-browsing"),
     [](ScreenshotWorld &world) {
-        storeFavourites();
+        storeFavourites(world.preferences());
         return spotWindow(world);
     },
     [](ScreenshotWorld &, QWidget *window) { openFavourites(window); })
 TREKMIME_SCENE(
     QStringLiteral("favorites-editing"),
     [](ScreenshotWorld &world) {
-        storeFavourites();
+        storeFavourites(world.preferences());
         return spotWindow(world);
     },
     [](ScreenshotWorld &, QWidget *window) {
