@@ -16,6 +16,13 @@ if(TREKMIME_SANITIZE)
   target_link_options(trekmime_common INTERFACE -fsanitize=address,undefined)
 endif()
 
+# Line-count instrumentation for scripts/coverage; meant for an unoptimised
+# (Debug) build so that each source line maps to the code that ran.
+if(TREKMIME_COVERAGE)
+  target_compile_options(trekmime_common INTERFACE --coverage)
+  target_link_options(trekmime_common INTERFACE --coverage)
+endif()
+
 # trekmime_library(name folder SOURCES ... LIBS ...): one static library per
 # source folder, linked against the common settings.
 function(trekmime_library name)
