@@ -1,7 +1,7 @@
 #include "TestMain.h"
 #include "TestServices.h"
 
-#include "apps/ApplicationList.h"
+#include "applications/ApplicationList.h"
 #include "fakes/FakeApplicationRegistry.h"
 #include "settings/PreferenceFiles.h"
 #include "settings/PropertyList.h"
@@ -90,7 +90,6 @@ private slots:
         QVERIFY(models.at(3).appIcon().isNull()); // a hidden one without an icon
         for (const ApplicationModel &model : models)
             QCOMPARE(m_registry.iconQueries.value(model.appBundle()), 2);
-        QCOMPARE(m_registry.iconScales.constFirst(), ApplicationModel::mainScreenScale());
 
         // nothing is kept: a second list asks everything again
         ApplicationList::installedAppModel(m_registry);
