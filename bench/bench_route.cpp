@@ -3,14 +3,14 @@
 // the switch does), and BM_DirectionsDecode with a fifth of it.
 
 #include "app/ApplicationShell.h"
+#include "app/Services.h"
 #include "fakes/FakeDirectionsService.h"
 #include "fakes/FixedDeviceMetrics.h"
 #include "fakes/ManualClock.h"
 #include "fakes/RecordingAlertPresenter.h"
-#include "platform/Services.h"
 #include "route/DateTimePicker.h"
-#include "route/OsrmDirectionsService.h"
 #include "route/TrekmimeViewController.h"
+#include "routing/OsrmDirectionsService.h"
 #include "settings/TMPreferenceUtil.h"
 
 #include <benchmark/benchmark.h>

@@ -23,12 +23,16 @@ if(TREKMIME_COVERAGE)
   target_link_options(trekmime_common INTERFACE --coverage)
 endif()
 
-# trekmime_library(name folder SOURCES ... LIBS ...): one static library per
-# source folder, linked against the common settings.
+# trekmime_library(name SOURCES ... PUBLIC ... PRIVATE ...): one static
+# library per source folder, linked against the common settings. What its
+# headers include goes after PUBLIC, what only its sources use after PRIVATE.
 function(trekmime_library name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+  if(ARG_UNPARSED_ARGUMENTS)
+    message(FATAL_ERROR "trekmime_library(${name}): unknown arguments ${ARG_UNPARSED_ARGUMENTS}")
+  endif()
   add_library(${name} STATIC ${ARG_SOURCES})
-  target_link_libraries(${name} PUBLIC trekmime_common ${ARG_LIBS})
+  target_link_libraries(${name} PUBLIC trekmime_common ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE})
 endfunction()
 
 # trekmime_test(name CLASSES ... SOURCES ... LIBS ...): one Qt Test executable

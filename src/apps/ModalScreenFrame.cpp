@@ -1,6 +1,6 @@
 #include "apps/ModalScreenFrame.h"
 
-#include "platform/DeviceMetrics.h"
+#include "platform/gui/DeviceMetrics.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,11 +1,12 @@
 #include "apps/WhitelistViewController.h"
 
 #include "app/ModalPresentation.h"
-#include "apps/ApplicationList.h"
+#include "app/Services.h"
+#include "applications/ApplicationList.h"
+#include "apps/ApplicationIconLoader.h"
 #include "apps/ModalScreenFrame.h"
 #include "apps/WhitelistRow.h"
-#include "platform/DeviceMetrics.h"
-#include "platform/Services.h"
+#include "platform/gui/DeviceMetrics.h"
 #include "settings/TMPreferenceUtil.h"
 #include "ui/ColorPalette.h"
 #include "ui/FlatButton.h"
@@ -97,7 +98,10 @@ void WhitelistViewController::buildRows()
     m_rows.reserve(m_appArray.size());
     for (int row = 0; row < m_appArray.size(); ++row) {
         const ApplicationModel &model = m_appArray.at(row);
-        auto *cell = new WhitelistRow(model.appName(), model.appIcon(), content);
+        const QImage icon =
+            ApplicationIconLoader::load(model.appIcon(), ApplicationIconLoader::SmallIconFormat,
+                                        ApplicationIconLoader::mainScreenScale());
+        auto *cell = new WhitelistRow(model.appName(), icon, content);
         cell->setObjectName(QStringLiteral("Cell"));
         // a row without a name is still told apart by a screen reader
         if (model.appName().isEmpty())

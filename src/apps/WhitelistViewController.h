@@ -1,6 +1,6 @@
 #pragma once
 
-#include "apps/ApplicationModel.h"
+#include "applications/ApplicationModel.h"
 #include "settings/WhitelistRecord.h"
 
 #include <QList>

@@ -1,11 +1,11 @@
 #include "info/InfoViewController.h"
 
 #include "app/ModalPresentation.h"
+#include "app/Services.h"
 #include "apps/ModalScreenFrame.h"
 #include "apps/WhitelistViewController.h"
-#include "platform/DeviceMetrics.h"
-#include "platform/Services.h"
-#include "platform/UrlOpener.h"
+#include "platform/gui/DeviceMetrics.h"
+#include "platform/gui/UrlOpener.h"
 #include "ui/ColorPalette.h"
 #include "ui/FlatButton.h"
 

@@ -40,7 +40,7 @@ double readUserDefault(const QString &key)
     return userDefaults().value(key, 0.0).toDouble();
 }
 
-void presentAlert(const Services &services, const QString &title, const QString &message,
+void presentAlert(const HeadlessServices &services, const QString &title, const QString &message,
                   const QString &button)
 {
     if (services.alerts)
@@ -48,14 +48,15 @@ void presentAlert(const Services &services, const QString &title, const QString 
 }
 
 // The services the class-level operations work with.
-Services currentServices()
+HeadlessServices currentServices()
 {
-    return g_current ? g_current->services() : Services{};
+    return g_current ? g_current->services() : HeadlessServices{};
 }
 
 } // namespace
 
-Location::Registration::Registration(const Services &services, UserLocationMapViewFactory mapViews)
+Location::Registration::Registration(const HeadlessServices &services,
+                                     UserLocationMapViewFactory mapViews)
     : m_services(services), m_mapViews(std::move(mapViews)), m_outer(g_current)
 {
     g_current = this;
@@ -85,7 +86,8 @@ Location::Registration *Location::Registration::current()
     return g_current;
 }
 
-Location::Location(const Services &services, UserLocationMapViewFactory mapViews, QObject *parent)
+Location::Location(const HeadlessServices &services, UserLocationMapViewFactory mapViews,
+                   QObject *parent)
     : QObject(parent), m_services(services), m_mapViewFactory(std::move(mapViews))
 {
 }
@@ -110,7 +112,7 @@ Location *Location::sharedInstacneWithDelegate(LocationDelegate *delegate)
 Location *Location::locationWihtDelegate(LocationDelegate *delegate, QObject *parent)
 {
     auto *location = g_current ? new Location(g_current->m_services, g_current->m_mapViews, parent)
-                               : new Location(Services{}, {}, parent);
+                               : new Location(HeadlessServices{}, {}, parent);
     location->setDelegate(delegate);
     return location;
 }
@@ -165,7 +167,7 @@ bool Location::isLocationOn()
     const Location *location = shared();
     if (location && location->m_locationManager)
         return location->m_locationManager->locationServicesEnabled();
-    const Services services = currentServices();
+    const HeadlessServices services = currentServices();
     if (!services.positionSources)
         return false;
     // no manager to ask yet: ask a short-lived one

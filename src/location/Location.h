@@ -2,8 +2,8 @@
 
 #include "location/UserLocationMapView.h"
 #include "platform/Coordinate.h"
+#include "platform/HeadlessServices.h"
 #include "platform/PositionSource.h"
-#include "platform/Services.h"
 
 #include <QObject>
 #include <QPointer>
@@ -103,14 +103,14 @@ public:
     bool isMapViewShow() const { return m_isMapViewShow; }
 
 private:
-    Location(const Services &services, UserLocationMapViewFactory mapViews,
+    Location(const HeadlessServices &services, UserLocationMapViewFactory mapViews,
              QObject *parent = nullptr);
     static Location *shared();
 
     void prepareLocationManager();
     void storeAndReport(const PositionFix &fix);
 
-    Services m_services;
+    HeadlessServices m_services;
     UserLocationMapViewFactory m_mapViewFactory;
     PositionSource *m_locationManager = nullptr;
     UserLocationMapView *m_mapView = nullptr;
@@ -131,13 +131,14 @@ class Location::Registration
 public:
     // Without a map-view factory, asking for the map-view source falls back
     // to the position source at once.
-    explicit Registration(const Services &services, UserLocationMapViewFactory mapViews = {});
+    explicit Registration(const HeadlessServices &services,
+                          UserLocationMapViewFactory mapViews = {});
     ~Registration();
     Registration(const Registration &) = delete;
     Registration &operator=(const Registration &) = delete;
 
     void setMapViewFactory(UserLocationMapViewFactory mapViews);
-    const Services &services() const { return m_services; }
+    const HeadlessServices &services() const { return m_services; }
     // Null until the first `sharedInstacneWithDelegate`.
     Location *sharedInstance() const { return m_shared.get(); }
 
@@ -147,7 +148,7 @@ public:
 private:
     friend class Location;
 
-    Services m_services;
+    HeadlessServices m_services;
     UserLocationMapViewFactory m_mapViews;
     std::unique_ptr<Location> m_shared;
     Registration *m_outer;

@@ -2,7 +2,7 @@
 
 #include "location/PreferredLanguage.h"
 #include "location/UrlParameterString.h"
-#include "platform/Services.h"
+#include "platform/HeadlessServices.h"
 #include "settings/StoredValue.h"
 
 #include <QJsonArray>
@@ -134,7 +134,8 @@ std::optional<QStringList> NominatimGeocoder::addressLines(const QJsonObject &pl
     return lines;
 }
 
-NominatimGeocoder *NominatimGeocoder::fromServices(const Services &services, QObject *parent)
+NominatimGeocoder *NominatimGeocoder::fromServices(const HeadlessServices &services,
+                                                   QObject *parent)
 {
     return new NominatimGeocoder(services.network, services.configuration.nominatimUrl,
                                  services.configuration.userAgent(), parent);

@@ -11,7 +11,7 @@
 class QJsonObject;
 class QNetworkAccessManager;
 class QNetworkReply;
-struct Services;
+struct HeadlessServices;
 
 // The geocoder over a Nominatim service ("/search" and "/reverse", JSON
 // version 2, in the user's language). As the public service asks, it names
@@ -30,7 +30,8 @@ class NominatimGeocoder : public QObject, public Geocoder
 public:
     NominatimGeocoder(QNetworkAccessManager *network, const QUrl &endpoint,
                       const QString &userAgent, QObject *parent = nullptr);
-    static NominatimGeocoder *fromServices(const Services &services, QObject *parent = nullptr);
+    static NominatimGeocoder *fromServices(const HeadlessServices &services,
+                                           QObject *parent = nullptr);
 
     void reverseGeocodeLocation(const Coordinate &location, QObject *receiver,
                                 Completion completion) override;

@@ -3,7 +3,7 @@
 #include "location/PreferredLanguage.h"
 #include "location/UrlParameterString.h"
 #include "platform/Clock.h"
-#include "platform/Services.h"
+#include "platform/HeadlessServices.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -81,7 +81,7 @@ QUrl endpointUrl(const QUrl &host)
 
 } // namespace
 
-WebGeocoderEndpoint WebGeocoderEndpoint::fromServices(const Services &services)
+WebGeocoderEndpoint WebGeocoderEndpoint::fromServices(const HeadlessServices &services)
 {
     WebGeocoderEndpoint endpoint{services.network, services.configuration.geocodingUrl,
                                  services.configuration.userAgent()};

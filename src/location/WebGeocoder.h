@@ -19,7 +19,7 @@ class Clock;
 class ClockTimer;
 class QNetworkAccessManager;
 class QNetworkReply;
-struct Services;
+struct HeadlessServices;
 
 // An error of the web geocoding client, in the manner of the platform's
 // error objects: a domain, a code, a readable text, and for errors of the
@@ -59,7 +59,7 @@ struct WebGeocoderEndpoint
     int timeoutInterval = 20000;
     const Clock *clock = nullptr;
 
-    static WebGeocoderEndpoint fromServices(const Services &services);
+    static WebGeocoderEndpoint fromServices(const HeadlessServices &services);
 };
 
 // One lookup against the Google Geocoding JSON interface, by address or by

@@ -27,10 +27,3 @@ public:
     // The common case: no title, the message, one button.
     void showMessage(const QString &message, const QString &button, QWidget *over);
 };
-
-// Shows alerts as application-modal message boxes.
-class DialogAlertPresenter : public AlertPresenter
-{
-public:
-    void present(const Alert &alert, QWidget *over) override;
-};

@@ -3,10 +3,10 @@
 #include "app/ActivityIndicatorView.h"
 #include "app/ModalPresentation.h"
 #include "app/ModeScreenLayout.h"
+#include "app/Services.h"
 #include "location/Location.h"
 #include "platform/AlertPresenter.h"
-#include "platform/DeviceMetrics.h"
-#include "platform/Services.h"
+#include "platform/gui/DeviceMetrics.h"
 #include "route/RelayLocationDelegate.h"
 #include "route/RouteImages.h"
 #include "ui/ColorPalette.h"
@@ -77,7 +77,7 @@ void SelectAddressViewController::buildViews()
 
     mainMapView = new MapView(this);
     mainMapView->setObjectName(QStringLiteral("mainMapView"));
-    mainMapView->setServices(m_services);
+    mainMapView->setServices(m_services.tiles, m_services.positionSources);
     mainMapView->setDelegate(this);
 
     locationImageView = new QLabel(this);

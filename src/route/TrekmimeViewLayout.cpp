@@ -4,8 +4,8 @@
 #include "route/TrekmimeViewController.h"
 
 #include "app/ModeScreenLayout.h"
-#include "platform/DeviceMetrics.h"
-#include "platform/Services.h"
+#include "app/Services.h"
+#include "platform/gui/DeviceMetrics.h"
 #include "route/DateTimePicker.h"
 #include "ui/ColorPalette.h"
 #include "ui/FlatSwitch.h"
@@ -92,7 +92,7 @@ void TrekmimeViewController::buildViews()
 
     mv_main = new MapView(this);
     mv_main->setObjectName(QStringLiteral("mv_main"));
-    mv_main->setServices(m_services);
+    mv_main->setServices(m_services.tiles, m_services.positionSources);
     mv_main->setDelegate(this);
 
     v_top = new QWidget(this);

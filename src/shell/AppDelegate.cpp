@@ -2,7 +2,7 @@
 
 #include "info/InfoViewController.h"
 #include "route/TrekmimeViewController.h"
-#include "platform/Services.h"
+#include "app/Services.h"
 #include "settings/TMPreferenceUtil.h"
 #include "shell/AppWindow.h"
 #include "spot/SpotmimeViewController.h"

@@ -4,8 +4,8 @@
 #include "shell/AppDelegate.h"
 #include "shell/AppWindow.h"
 #include "shell/RealServices.h"
-#include "shell/Startup.h"
 #include "shell/Translations.h"
+#include "startup/Startup.h"
 #include "ui/Accessibility.h"
 
 #include <QApplication>

@@ -1,11 +1,11 @@
 #include "shell/RealServices.h"
 
 #include "location/Location.h"
-#include "platform/AlertPresenter.h"
-#include "platform/DeviceMetrics.h"
-#include "platform/UrlOpener.h"
-#include "shell/CoreServices.h"
+#include "platform/gui/DeviceMetrics.h"
+#include "platform/gui/DialogAlertPresenter.h"
+#include "platform/gui/UrlOpener.h"
 #include "shell/HiddenUserLocationMapView.h"
+#include "startup/CoreServices.h"
 #include "ui/ConfiguredTileSource.h"
 #include "ui/TileSource.h"
 
@@ -25,7 +25,7 @@ struct RealServices::Owned
 RealServices::RealServices(const Configuration &configuration)
     : m_owned(std::make_unique<Owned>(configuration))
 {
-    m_services = m_owned->core.services();
+    static_cast<HeadlessServices &>(m_services) = m_owned->core.services();
     m_services.alerts = &m_owned->alerts;
     m_services.deviceMetrics = &m_owned->deviceMetrics;
     m_services.urlOpener = &m_owned->urlOpener;

@@ -1,8 +1,9 @@
 #include "spot/FavoritesViewController.h"
 
 #include "app/ModalPresentation.h"
-#include "platform/DeviceMetrics.h"
-#include "platform/Services.h"
+#include "app/Services.h"
+#include "platform/gui/DeviceMetrics.h"
+#include "settings/FavoriteEntry.h"
 #include "settings/TMPreferenceUtil.h"
 #include "spot/FavoritesDelegate.h"
 #include "spot/FavoritesTableView.h"

@@ -5,7 +5,7 @@
 
 #include "app/ActivityIndicatorView.h"
 #include "app/ModeScreenLayout.h"
-#include "platform/Services.h"
+#include "app/Services.h"
 #include "ui/ColorPalette.h"
 #include "ui/FlatButton.h"
 #include "ui/FlatSwitch.h"
@@ -141,7 +141,7 @@ void SpotmimeViewController::buildViews()
 
     mainMapView = new MapView(this);
     mainMapView->setObjectName(QStringLiteral("mainMapView"));
-    mainMapView->setServices(m_services);
+    mainMapView->setServices(m_services.tiles, m_services.positionSources);
     mainMapView->setDelegate(this);
 
     locationImageView = new QLabel(this);

@@ -1,7 +1,6 @@
 #include "ui/MapView.h"
 #include "ui/PointerThresholds.h"
 
-#include "platform/Services.h"
 #include "ui/MapViewDelegate.h"
 #include "ui/TileSource.h"
 #include "ui/ZoomGeometry.h"
@@ -48,10 +47,10 @@ MapView::~MapView()
         m_positionSource->stopUpdatingLocation();
 }
 
-void MapView::setServices(const Services &services)
+void MapView::setServices(TileSource *tiles, PositionSourceFactory *positionSources)
 {
-    setTileSource(services.tiles);
-    setPositionSourceFactory(services.positionSources);
+    setTileSource(tiles);
+    setPositionSourceFactory(positionSources);
 }
 
 void MapView::setTileSource(TileSource *source)

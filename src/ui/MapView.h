@@ -20,7 +20,6 @@ class MapViewDelegate;
 class PositionSourceFactory;
 class QTouchEvent;
 class TileSource;
-struct Services;
 
 // The map the screens show: a slippy map of Web Mercator tiles that the
 // user drags, wheels, pinches and double-clicks, and that the screens move
@@ -37,8 +36,8 @@ public:
     explicit MapView(QWidget *parent = nullptr);
     ~MapView() override;
 
-    // takes the tile source and the position sources of `services`
-    void setServices(const Services &services);
+    // the map's two outside services: where tiles and the user's position come from
+    void setServices(TileSource *tiles, PositionSourceFactory *positionSources);
     void setTileSource(TileSource *source);
     TileSource *tileSource() const { return m_map.tileSource(); }
     void setPositionSourceFactory(PositionSourceFactory *factory);

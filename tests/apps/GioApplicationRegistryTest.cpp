@@ -1,6 +1,7 @@
 #include "TestMain.h"
 
-#include "apps/GioApplicationRegistry.h"
+#include "applications/GioApplicationRegistry.h"
+#include "apps/ApplicationIconLoader.h"
 #include "fakes/DesktopEntryFolder.h"
 
 #include <QProcess>
@@ -106,8 +107,8 @@ private slots:
         QFETCH(QString, bundle);
         QFETCH(qreal, scale);
         QFETCH(QSize, pixels);
-        const QImage icon =
-            m_registry.iconImage(bundle, ApplicationRegistry::SmallIconFormat, scale);
+        const QImage icon = ApplicationIconLoader::load(
+            m_registry.icon(bundle), ApplicationIconLoader::SmallIconFormat, scale);
         QCOMPARE(icon.size(), pixels);
         if (!icon.isNull())
             QCOMPARE(icon.devicePixelRatio(), scale);

@@ -1,6 +1,22 @@
 #include "fakes/FakeApplicationRegistry.h"
 
 #include <QColor>
+#include <QTemporaryDir>
+
+void FakeApplicationRegistry::add(const App &app)
+{
+    apps.append(app);
+    if (app.icon.isNull())
+        return;
+    if (!m_iconFolder)
+        m_iconFolder = std::make_shared<QTemporaryDir>();
+    app.icon.save(iconFile(app.bundle), "PNG");
+}
+
+QString FakeApplicationRegistry::iconFile(const QString &bundle) const
+{
+    return m_iconFolder ? m_iconFolder->filePath(bundle + QStringLiteral(".png")) : QString();
+}
 
 void FakeApplicationRegistry::addShown(const QStringList &bundles)
 {
@@ -40,10 +56,11 @@ QString FakeApplicationRegistry::localizedName(const QString &bundle) const
     return app->name.isNull() ? QLatin1String("") : app->name;
 }
 
-QImage FakeApplicationRegistry::iconImage(const QString &bundle, int, qreal scale) const
+ApplicationIcon FakeApplicationRegistry::icon(const QString &bundle) const
 {
     ++iconQueries[bundle];
-    iconScales.append(scale);
     const App *app = find(bundle);
-    return app ? app->icon : QImage();
+    if (!app || app->icon.isNull())
+        return {};
+    return {iconFile(bundle), {}};
 }

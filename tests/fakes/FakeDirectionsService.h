@@ -1,6 +1,6 @@
 #pragma once
 
-#include "route/DirectionsService.h"
+#include "routing/DirectionsService.h"
 
 #include <QObject>
 #include <QPointer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/DeviceMetrics.h"
+#include "platform/gui/DeviceMetrics.h"
 
 #include <QString>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/UrlOpener.h"
+#include "platform/gui/UrlOpener.h"
 
 #include <QList>
 

@@ -1,7 +1,7 @@
 #include "StubHttpServer.h"
 #include "TestMain.h"
 
-#include "route/OsrmDirectionsService.h"
+#include "routing/OsrmDirectionsService.h"
 
 #include <QNetworkAccessManager>
 #include <QSignalSpy>

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "app/Services.h"
 #include "fakes/FixedDeviceMetrics.h"
 #include "fakes/ManualClock.h"
 #include "fakes/RecordingAlertPresenter.h"
 #include "fakes/RecordingUrlOpener.h"
-#include "platform/Services.h"
 #include "settings/TMPreferenceUtil.h"
 
 #include <QNetworkAccessManager>

@@ -2,7 +2,7 @@
 
 #include "Ctl.h"
 
-#include "apps/ApplicationList.h"
+#include "applications/ApplicationList.h"
 #include "settings/TMPreferenceUtil.h"
 
 #include <QJsonArray>

@@ -1,8 +1,8 @@
 #include "Ctl.h"
 
 #include "platform/AlertPresenter.h"
-#include "shell/CoreServices.h"
-#include "shell/Startup.h"
+#include "startup/CoreServices.h"
+#include "startup/Startup.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Services.h"
+#include "platform/HeadlessServices.h"
 
 #include <QJsonValue>
 #include <QList>
@@ -24,7 +24,7 @@ struct CtlContext
     QTextStream &out;
     QTextStream &err;
     bool json = false;
-    Services services;
+    HeadlessServices services;
 
     // One line on stderr, prefixed with the tool's name; answers `status`.
     int fail(int status, const QString &message);

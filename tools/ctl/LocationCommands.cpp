@@ -295,7 +295,7 @@ int position(CtlContext &context, const QStringList &args)
                             QStringLiteral("cannot read NMEA log \"%1\"").arg(nmeaFile));
 
     ConfiguredPositionSourceFactory commandSources(nmeaFile);
-    Services services = context.services;
+    HeadlessServices services = context.services;
     if (!nmeaFile.isEmpty())
         services.positionSources = &commandSources;
     Listener listener;

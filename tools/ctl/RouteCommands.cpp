@@ -6,8 +6,8 @@
 #include "location/Location.h"
 #include "location/LocationDelegate.h"
 #include "platform/Clock.h"
-#include "route/DirectionsService.h"
-#include "route/RoutePreview.h"
+#include "routing/DirectionsService.h"
+#include "routing/RoutePreview.h"
 #include "settings/RouteSwitch.h"
 #include "settings/TMPreferenceUtil.h"
 

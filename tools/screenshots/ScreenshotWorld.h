@@ -1,6 +1,7 @@
 #pragma once
 
-#include "apps/GioApplicationRegistry.h"
+#include "app/Services.h"
+#include "applications/GioApplicationRegistry.h"
 #include "fakes/FakeDirectionsService.h"
 #include "fakes/FakeGeocoder.h"
 #include "fakes/FakePositionSourceFactory.h"
@@ -10,7 +11,6 @@
 #include "fakes/RecordingUrlOpener.h"
 #include "fakes/SketchTileSource.h"
 #include "location/Location.h"
-#include "platform/Services.h"
 #include "settings/TMPreferenceUtil.h"
 
 #include <QNetworkAccessManager>

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "route/DirectionsService.h"
+#include "routing/DirectionsService.h"
 
 #include <QByteArrayView>
 #include <QObject>
 #include <QUrl>
 
 class QNetworkAccessManager;
-struct Services;
+struct HeadlessServices;
 
 // Directions from an OSRM server ("/route/v1/{profile}/{lng},{lat};{lng},{lat}"),
 // with alternates, the full geometry as a six-digit encoded polyline, and no
@@ -20,7 +20,8 @@ public:
     OsrmDirectionsService(QNetworkAccessManager *network, const QUrl &endpoint,
                           const QString &profile, const QString &userAgent,
                           QObject *parent = nullptr);
-    static OsrmDirectionsService *fromServices(const Services &services, QObject *parent = nullptr);
+    static OsrmDirectionsService *fromServices(const HeadlessServices &services,
+                                               QObject *parent = nullptr);
 
     void calculateDirections(const Coordinate &source, const Coordinate &destination,
                              QObject *receiver, Completion completion) override;

@@ -1,4 +1,4 @@
-#include "shell/Startup.h"
+#include "startup/Startup.h"
 
 #include "platform/Configuration.h"
 

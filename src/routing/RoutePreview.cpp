@@ -1,4 +1,4 @@
-#include "route/RoutePreview.h"
+#include "routing/RoutePreview.h"
 
 #include "platform/Clock.h"
 #include "settings/RouteRecord.h"

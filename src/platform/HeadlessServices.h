@@ -5,27 +5,23 @@
 class AlertPresenter;
 class ApplicationRegistry;
 class Clock;
-class DeviceMetrics;
 class DirectionsService;
 class Geocoder;
 class PositionSourceFactory;
 class QNetworkAccessManager;
 class TMPreferenceUtil;
-class TileSource;
-class UrlOpener;
 
-// Everything a screen or service may ask of the outside world, handed down
-// from the entry point (real implementations) or from a test (fakes). The
-// pointers are not owned; whoever builds a Services value keeps them alive.
-struct Services
+// What the parts without a window (the location service, the network
+// clients, trekmime-ctl) may ask of the outside world, handed down from the
+// entry point (real implementations) or from a test (fakes). The pointers
+// are not owned; whoever builds the value keeps them alive. The screens get
+// these and the window's own services through Services (app/Services.h).
+struct HeadlessServices
 {
     Clock *clock = nullptr;
     AlertPresenter *alerts = nullptr;
-    DeviceMetrics *deviceMetrics = nullptr;
-    UrlOpener *urlOpener = nullptr;
     QNetworkAccessManager *network = nullptr;
     PositionSourceFactory *positionSources = nullptr;
-    TileSource *tiles = nullptr; // nullptr: the map shows its grid only
     Geocoder *geocoder = nullptr;
     DirectionsService *directions = nullptr;
     ApplicationRegistry *applications = nullptr;

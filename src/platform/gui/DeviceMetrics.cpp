@@ -1,4 +1,4 @@
-#include "platform/DeviceMetrics.h"
+#include "platform/gui/DeviceMetrics.h"
 
 #include <QGuiApplication>
 #include <QScreen>

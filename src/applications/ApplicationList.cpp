@@ -1,6 +1,6 @@
-#include "apps/ApplicationList.h"
+#include "applications/ApplicationList.h"
 
-#include "apps/ApplicationRegistry.h"
+#include "applications/ApplicationRegistry.h"
 #include "settings/TMPreferenceUtil.h"
 
 QList<ApplicationModel> ApplicationList::installedAppModel(const ApplicationRegistry &registry,

@@ -1,10 +1,10 @@
-#include "shell/CoreServices.h"
+#include "startup/CoreServices.h"
 
-#include "apps/GioApplicationRegistry.h"
+#include "applications/GioApplicationRegistry.h"
 #include "location/ConfiguredPositionSourceFactory.h"
 #include "location/NominatimGeocoder.h"
 #include "platform/Clock.h"
-#include "route/OsrmDirectionsService.h"
+#include "routing/OsrmDirectionsService.h"
 #include "settings/TMPreferenceUtil.h"
 
 #include <QNetworkAccessManager>

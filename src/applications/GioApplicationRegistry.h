@@ -1,6 +1,6 @@
 #pragma once
 
-#include "apps/ApplicationRegistry.h"
+#include "applications/ApplicationRegistry.h"
 
 // The installed applications as freedesktop desktop entries, through GIO: a
 // bundle identifier is a desktop entry's id without ".desktop", the home
@@ -8,14 +8,14 @@
 // application is one whose id owns a name on the session bus (the way
 // D-Bus activatable applications announce themselves).
 //
-// Icons come from the icon theme (or the file the entry names) through
-// QIcon, so they need a QGuiApplication; without one there are no icons.
+// An icon is the file or the theme names the entry gives; drawing it is
+// ApplicationIconLoader's part.
 class GioApplicationRegistry : public ApplicationRegistry
 {
 public:
     QStringList displayIdentifiers(bool onlyRunning, bool debuggable) const override;
     QString localizedName(const QString &bundle) const override;
-    QImage iconImage(const QString &bundle, int format, qreal scale) const override;
+    ApplicationIcon icon(const QString &bundle) const override;
 
     // The names owned on the session bus now; empty without a session bus.
     static QStringList sessionBusNames();

@@ -1,6 +1,6 @@
-#include "route/OsrmDirectionsService.h"
+#include "routing/OsrmDirectionsService.h"
 
-#include "platform/Services.h"
+#include "platform/HeadlessServices.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -52,7 +52,7 @@ OsrmDirectionsService::OsrmDirectionsService(QNetworkAccessManager *network, con
 {
 }
 
-OsrmDirectionsService *OsrmDirectionsService::fromServices(const Services &services,
+OsrmDirectionsService *OsrmDirectionsService::fromServices(const HeadlessServices &services,
                                                            QObject *parent)
 {
     return new OsrmDirectionsService(services.network, services.configuration.routingUrl,

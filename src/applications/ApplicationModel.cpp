@@ -1,9 +1,4 @@
-#include "apps/ApplicationModel.h"
-
-#include "apps/ApplicationRegistry.h"
-
-#include <QGuiApplication>
-#include <QScreen>
+#include "applications/ApplicationModel.h"
 
 QList<ApplicationModel>
 ApplicationModel::appModelListWithAppList(const ApplicationRegistry &registry,
@@ -33,22 +28,14 @@ QString ApplicationModel::appNameWithBundle(const ApplicationRegistry &registry,
     return registry.localizedName(bundle);
 }
 
-QImage ApplicationModel::appIconWithBundle(const ApplicationRegistry &registry,
-                                           const QString &bundle)
+ApplicationIcon ApplicationModel::appIconWithBundle(const ApplicationRegistry &registry,
+                                                    const QString &bundle)
 {
-    return registry.iconImage(bundle, ApplicationRegistry::SmallIconFormat, mainScreenScale());
+    return registry.icon(bundle);
 }
 
-QImage ApplicationModel::appIconWithBundle(const ApplicationRegistry &registry,
-                                           const QString &bundle, qreal /*scale*/)
+ApplicationIcon ApplicationModel::appIconWithBundle(const ApplicationRegistry &registry,
+                                                    const QString &bundle, qreal /*scale*/)
 {
     return appIconWithBundle(registry, bundle);
-}
-
-qreal ApplicationModel::mainScreenScale()
-{
-    // trekmime-ctl runs a QCoreApplication: no screen there
-    const bool gui = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
-    const QScreen *screen = gui ? QGuiApplication::primaryScreen() : nullptr;
-    return screen ? screen->devicePixelRatio() : 1.0;
 }

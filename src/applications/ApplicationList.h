@@ -1,7 +1,7 @@
 #pragma once
 
-#include "apps/ApplicationModel.h"
-#include "apps/ApplicationProxy.h"
+#include "applications/ApplicationModel.h"
+#include "applications/ApplicationProxy.h"
 
 #include <QList>
 #include <QStringList>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Services.h"
+#include "platform/HeadlessServices.h"
 
 #include <memory>
 
@@ -20,10 +20,10 @@ public:
     CoreServices &operator=(const CoreServices &) = delete;
 
     // The services above filled in, the window's ones left null.
-    const Services &services() const { return m_services; }
+    const HeadlessServices &services() const { return m_services; }
 
 private:
     struct Owned;
     std::unique_ptr<Owned> m_owned;
-    Services m_services;
+    HeadlessServices m_services;
 };

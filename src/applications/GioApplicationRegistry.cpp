@@ -1,11 +1,8 @@
-#include "apps/GioApplicationRegistry.h"
+#include "applications/GioApplicationRegistry.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QGuiApplication>
-#include <QIcon>
-#include <QImageReader>
 #include <QSet>
+
+#include <memory>
 
 // GLib's headers use "signals" as a field name
 #undef signals
@@ -40,58 +37,6 @@ GObjectPtr<GDesktopAppInfo> desktopEntry(const QString &bundle)
         return {};
     const QByteArray id = (bundle + DesktopSuffix).toUtf8();
     return GObjectPtr<GDesktopAppInfo>(g_desktop_app_info_new(id.constData()));
-}
-
-QImage imageFromFile(const QString &path, int pixels)
-{
-    QImageReader reader(path);
-    const QSize size = reader.size();
-    if (size.isValid() && size != QSize(pixels, pixels))
-        reader.setScaledSize(size.scaled(pixels, pixels, Qt::KeepAspectRatio));
-    return reader.read();
-}
-
-// Platforms without a desktop (offscreen, some phone shells) give Qt no
-// icon theme and no folders to look in; desktop entries still name theme
-// icons, so give Qt what the freedesktop icon theme rules say: the "hicolor"
-// theme in the icons folder of every XDG data folder, then the pixmaps.
-void useFreedesktopIconDefaults()
-{
-    if (QIcon::themeName().isEmpty())
-        QIcon::setThemeName(QStringLiteral("hicolor"));
-    const QStringList qtOwn{QStringLiteral(":/icons")};
-    if (QIcon::themeSearchPaths() != qtOwn)
-        return;
-    QString home = qEnvironmentVariable("XDG_DATA_HOME");
-    if (home.isEmpty())
-        home = QDir::homePath() + QStringLiteral("/.local/share");
-    QString dirs = qEnvironmentVariable("XDG_DATA_DIRS");
-    if (dirs.isEmpty())
-        dirs = QStringLiteral("/usr/local/share:/usr/share");
-    QStringList paths;
-    for (const QString &dir : QStringList{home} + dirs.split(QLatin1Char(':'), Qt::SkipEmptyParts))
-        paths.append(dir + QStringLiteral("/icons"));
-    QIcon::setThemeSearchPaths(paths + qtOwn);
-    if (QIcon::fallbackSearchPaths().isEmpty())
-        QIcon::setFallbackSearchPaths({QStringLiteral("/usr/share/pixmaps")});
-}
-
-QImage imageFromTheme(const QString &name, int points, qreal scale)
-{
-    // QIcon needs a QGuiApplication; trekmime-ctl has a QCoreApplication
-    if (!qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
-        return {};
-    useFreedesktopIconDefaults();
-    const QIcon icon = QIcon::fromTheme(name);
-    if (icon.isNull())
-        return {};
-    // a theme may hold only smaller pictures than asked for; the rows expect
-    // the size they asked for
-    const QImage image = icon.pixmap(QSize(points, points), scale).toImage();
-    const int pixels = qRound(points * scale);
-    if (image.isNull() || image.size() == QSize(pixels, pixels))
-        return image;
-    return image.scaled(pixels, pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
 }
 
 } // namespace
@@ -130,7 +75,7 @@ QString GioApplicationRegistry::localizedName(const QString &bundle) const
     return answer;
 }
 
-QImage GioApplicationRegistry::iconImage(const QString &bundle, int format, qreal scale) const
+ApplicationIcon GioApplicationRegistry::icon(const QString &bundle) const
 {
     const GObjectPtr<GDesktopAppInfo> entry = desktopEntry(bundle);
     if (!entry)
@@ -138,23 +83,19 @@ QImage GioApplicationRegistry::iconImage(const QString &bundle, int format, qrea
     GIcon *icon = g_app_info_get_icon(G_APP_INFO(entry.get())); // owned by the entry
     if (!icon)
         return {};
-    const int points = iconPointSize(format);
-    QImage image;
+    ApplicationIcon answer;
     if (G_IS_FILE_ICON(icon)) {
         char *path = g_file_get_path(g_file_icon_get_file(G_FILE_ICON(icon)));
         if (path)
-            image = imageFromFile(QString::fromLocal8Bit(path), qRound(points * scale));
+            answer.filePath = QString::fromLocal8Bit(path);
         g_free(path);
     } else if (G_IS_THEMED_ICON(icon)) {
-        // the names run from the most specific to the most generic
-        for (const char *const *name = g_themed_icon_get_names(G_THEMED_ICON(icon));
-             name && *name && image.isNull(); ++name) {
-            image = imageFromTheme(QString::fromUtf8(*name), points, scale);
+        for (const char *const *name = g_themed_icon_get_names(G_THEMED_ICON(icon)); name && *name;
+             ++name) {
+            answer.themeNames.append(QString::fromUtf8(*name));
         }
     }
-    if (!image.isNull())
-        image.setDevicePixelRatio(scale);
-    return image;
+    return answer;
 }
 
 QStringList GioApplicationRegistry::sessionBusNames()
