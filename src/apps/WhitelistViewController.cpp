@@ -22,14 +22,6 @@ WhitelistViewController::WhitelistViewController(const Services &services, QWidg
 {
     setObjectName(QStringLiteral("WhitelistViewController"));
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral(
-        "WhitelistViewController { background: #ecf0f1; }"
-        "QLabel#bgLabel, QWidget#topView { background: #2c3e50; }"
-        "QLabel#titleTopLabel { color: #ecf0f1; font-size: 19px; font-weight: 600; }"
-        "QLabel#titleLabel { color: #7f8c8d; font-size: 13px; font-weight: 600;"
-        " padding: 14px 16px 6px 16px; background: #ecf0f1; }"
-        "QWidget#bottomView { background: #ecf0f1; border-top: 1px solid #dde3e5; }"
-        "QScrollArea#mainTableView, QWidget#rows { background: #ffffff; border: none; }"));
 
     const ModalScreenFrame::TopBar bar = ModalScreenFrame::buildTopBar(this);
     bgLabel = bar.bgLabel;

@@ -64,12 +64,6 @@ InfoViewController::InfoViewController(const Services &services, QWidget *parent
 {
     setObjectName(QStringLiteral("InfoViewController"));
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral(
-        "InfoViewController { background: #ecf0f1; }"
-        "QLabel#bgLabel, QWidget#topView { background: #2c3e50; }"
-        "QLabel#titleTopLabel { color: #ecf0f1; font-size: 19px; font-weight: 600; }"
-        "QLabel#titleLabel { color: #2c3e50; font-size: 30px; font-weight: 700; }"
-        "QWidget#bottomView { background: #ecf0f1; border-top: 1px solid #dde3e5; }"));
 
     const ModalScreenFrame::TopBar bar = ModalScreenFrame::buildTopBar(this);
     bgLabel = bar.bgLabel;

@@ -63,17 +63,6 @@ SelectAddressViewController::~SelectAddressViewController() = default;
 void SelectAddressViewController::buildViews()
 {
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral(
-        "QLabel#bgLabel, QWidget#topView, QWidget#bottomView { background: #2c3e50; }"
-        "QLineEdit#searchField { background: white; border: 2px solid #ecf0f1; border-radius: 6px;"
-        " padding: 4px 10px; font-size: 16px; color: #2c3e50; }"
-        "QLineEdit#searchField:focus { border-color: #1abc9c; }"
-        "QWidget#addressCard { background: white; border-radius: 10px;"
-        " border: 1px solid #bdc3c7; }"
-        "QLabel#addressLabel { color: #2c3e50; font-size: 15px; font-weight: 600; }"
-        "QPushButton#btn_mine { background: white; border: 1px solid #bdc3c7;"
-        " border-radius: 22px; color: #3498db; font-size: 20px; }"
-        "QPushButton#btn_mine:pressed { background: #ecf0f1; }"));
 
     mainMapView = new MapView(this);
     mainMapView->setObjectName(QStringLiteral("mainMapView"));

@@ -21,6 +21,7 @@
 #include "ui/CoordinateRegion.h"
 #include "ui/FlatSwitch.h"
 #include "ui/MapView.h"
+#include "ui/Theme.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -464,9 +465,7 @@ void animate(QVariantAnimation *&animation, QObject *owner, int msecs,
 
 void setBackdrop(QPushButton *backdrop, double alpha)
 {
-    backdrop->setStyleSheet(
-        QStringLiteral("QPushButton { border: none; background: rgba(0, 0, 0, %1); }")
-            .arg(int(alpha * 255)));
+    backdrop->setStyleSheet(Theme::backdropStyleSheet(alpha));
 }
 } // namespace
 

@@ -57,38 +57,6 @@ QLabel *label(QWidget *parent, const char *name, const QString &text)
 void TrekmimeViewController::buildViews()
 {
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral(
-        "QWidget#v_top { background: white; }"
-        "QPushButton[choiceRow=\"true\"] { background: white; border: none;"
-        " border-bottom: 1px solid #ecf0f1; text-align: left; }"
-        "QPushButton[choiceRow=\"true\"]:pressed { background: #ecf0f1; }"
-        "QPushButton[choiceRow=\"true\"]:focus { background: #e8f8f5; }"
-        "QLabel[caption=\"true\"] { color: #95a5a6; font-size: 13px; }"
-        "QLabel[value=\"true\"] { color: #2c3e50; font-size: 16px; font-weight: 600; }"
-        "QLabel#chevron { color: #bdc3c7; font-size: 18px; }"
-        "QWidget#strip { background: #2c3e50; }"
-        "QLabel#titleLabel { color: #ecf0f1; font-size: 19px; font-weight: 700; }"
-        "QPushButton#btn_upDown, QPushButton#btn_info { color: #ecf0f1; background: #34495e;"
-        " border: none; border-radius: 17px; font-size: 17px; font-weight: 700; }"
-        "QPushButton#btn_upDown:pressed, QPushButton#btn_info:pressed { background: #1abc9c; }"
-        "QPushButton#btn_upDown:focus, QPushButton#btn_info:focus { border: 2px solid #1abc9c; }"
-        "QWidget#bottomView { background: white; border-top: 1px solid #bdc3c7; }"
-        "QLabel#statusBacking { background: #2c3e50; }"
-        "QLabel#lb_tip { color: #16a085; font-size: 13px; font-weight: 600; }"
-        "QPushButton#btn_exchange { background: #1abc9c; color: #ecf0f1; border: none;"
-        " border-radius: 8px; font-size: 15px; font-weight: 600; padding: 8px 12px; }"
-        "QPushButton#btn_exchange:pressed { background: #16a085; }"
-        "QPushButton#btn_exchange:focus { border: 2px solid #2c3e50; }"
-        "QPushButton#btn_mine { background: white; border: 1px solid #bdc3c7;"
-        " border-radius: 24px; }"
-        "QPushButton#btn_mine:pressed { background: #ecf0f1; }"
-        "QPushButton#btn_picker { border: none; }"
-        "QWidget#pickerSheet { background: white; border-top-left-radius: 14px;"
-        " border-top-right-radius: 14px; }"
-        "QLabel#pickerTitle { color: #2c3e50; font-size: 16px; font-weight: 700; }"
-        "QPushButton#pickerDone { color: #16a085; background: transparent; border: none;"
-        " font-size: 16px; font-weight: 700; padding: 6px 10px; }"
-        "QPushButton#pickerDone:focus { color: #1abc9c; text-decoration: underline; }"));
 
     mv_main = new MapView(this);
     mv_main->setObjectName(QStringLiteral("mv_main"));

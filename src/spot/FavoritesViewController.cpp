@@ -48,12 +48,6 @@ FavoritesViewController::FavoritesViewController(const Services &services, QWidg
 {
     setObjectName(QStringLiteral("FavoritesViewController"));
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(
-        QStringLiteral("QWidget#FavoritesViewController { background: #ffffff; }"
-                       "QWidget#topView, QLabel#bgLabel { background: #2c3e50; }"
-                       "QLabel#titleLabel { color: #ecf0f1; font-size: 19px; font-weight: 600; }"
-                       "QWidget#bottomView { background: #ecf0f1; border-top: 1px solid #bdc3c7; }"
-                       "QLabel#titleTopLabel { color: #95a5a6; font-size: 13px; }"));
 
     bgLabel = new QLabel(this);
     bgLabel->setObjectName(QStringLiteral("bgLabel"));

@@ -118,26 +118,6 @@ FlatButton *flatButton(QWidget *parent, const char *name)
 void SpotmimeViewController::buildViews()
 {
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral(
-        "QWidget#topView, QLabel#bgLabel { background: #2c3e50; }"
-        "QWidget#bottomView { background: #ecf0f1; border-top: 1px solid #bdc3c7; }"
-        "QLineEdit#searchField { background: #ffffff; color: #2c3e50; border: none;"
-        " border-radius: 6px; padding: 0 10px; font-size: 15px; }"
-        "QLabel#addressLabel { color: #2c3e50; font-size: 14px; }"
-        "QLabel#lb_location { background: rgba(255, 255, 255, 225); color: #2c3e50;"
-        " border-radius: 8px; padding: 4px 10px; font-family: monospace; font-size: 13px; }"
-        "QPushButton#btn_mine { background: #ffffff; border: 1px solid #bdc3c7;"
-        " border-radius: 22px; }"
-        "QPushButton#btn_mine:pressed { background: #ecf0f1; }"
-        "QPushButton#btn_exchange { background: #2c3e50; color: #ecf0f1; border: none;"
-        " font-size: 15px; font-weight: 600; padding: 0 16px; }"
-        "QPushButton#btn_exchange:pressed { background: #34495e; }"
-        "QPushButton#infoButton { background: transparent; border: none; }"
-        "QWidget#alertView { background: rgba(44, 62, 80, 150); }"
-        "QWidget#alertCard { background: #ffffff; border-radius: 10px; }"
-        "QLabel#alertTitleLabel { color: #2c3e50; font-size: 17px; font-weight: 600; }"
-        "QLineEdit#favoritesNameField { background: #ecf0f1; color: #2c3e50;"
-        " border: 1px solid #bdc3c7; border-radius: 6px; padding: 0 10px; font-size: 15px; }"));
 
     mainMapView = new MapView(this);
     mainMapView->setObjectName(QStringLiteral("mainMapView"));

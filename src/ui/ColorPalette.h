@@ -37,4 +37,14 @@ public:
     static const QColor &silverColor();
     static const QColor &concreteColor();
     static const QColor &asbestosColor();
+
+    // The few colours the screens use besides the flat palette.
+    static const QColor &whiteColor();
+    static const QColor &blackColor();
+    // the tint of a row that has the keyboard focus
+    static const QColor &selectionColor();
+    // the faint line above the modal screens' bottom bars
+    static const QColor &dividerColor();
+    // the text of a list row that can be chosen
+    static const QColor &rowTextColor();
 };
