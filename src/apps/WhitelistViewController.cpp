@@ -1,10 +1,10 @@
 #include "apps/WhitelistViewController.h"
 
 #include "app/ModalPresentation.h"
+#include "app/ModalScreenFrame.h"
+#include "app/SafeArea.h"
 #include "apps/ApplicationList.h"
-#include "apps/ModalScreenFrame.h"
 #include "apps/WhitelistRow.h"
-#include "platform/DeviceMetrics.h"
 #include "platform/Services.h"
 #include "settings/TMPreferenceUtil.h"
 #include "settings/WhitelistRecord.h"
@@ -23,7 +23,7 @@ WhitelistViewController::WhitelistViewController(const Services &services, QWidg
     setObjectName(QStringLiteral("WhitelistViewController"));
     setAttribute(Qt::WA_StyledBackground);
 
-    const ModalScreenFrame::TopBar bar = ModalScreenFrame::buildTopBar(this);
+    const ModalScreenFrame::TitleBar bar = ModalScreenFrame::buildTopBar(this);
     bgLabel = bar.bgLabel;
     topView = bar.topView;
     titleTopLabel = bar.titleTopLabel;
@@ -73,7 +73,7 @@ void WhitelistViewController::viewDidLoad()
         m_appArray = ApplicationList::installedAppModel(*m_services.applications);
     buildRows();
 
-    if (m_services.deviceMetrics && m_services.deviceMetrics->isVersion7OrLater())
+    if (SafeArea::of(m_services.deviceMetrics).statusBar)
         bgLabel->show();
     layoutBars();
 }

@@ -1,9 +1,8 @@
 #include "info/InfoViewController.h"
 
 #include "app/ModalPresentation.h"
-#include "apps/ModalScreenFrame.h"
-#include "apps/WhitelistViewController.h"
-#include "platform/DeviceMetrics.h"
+#include "app/ModalScreenFrame.h"
+#include "app/SafeArea.h"
 #include "platform/Services.h"
 #include "platform/UrlOpener.h"
 #include "ui/ColorPalette.h"
@@ -59,13 +58,14 @@ QPixmap emblemPixmap(qreal ratio)
 
 } // namespace
 
-InfoViewController::InfoViewController(const Services &services, QWidget *parent)
-    : QWidget(parent), m_services(services)
+InfoViewController::InfoViewController(const Services &services, ScreenMaker makeWhitelistScreen,
+                                       QWidget *parent)
+    : QWidget(parent), m_services(services), m_makeWhitelistScreen(std::move(makeWhitelistScreen))
 {
     setObjectName(QStringLiteral("InfoViewController"));
     setAttribute(Qt::WA_StyledBackground);
 
-    const ModalScreenFrame::TopBar bar = ModalScreenFrame::buildTopBar(this);
+    const ModalScreenFrame::TitleBar bar = ModalScreenFrame::buildTopBar(this);
     bgLabel = bar.bgLabel;
     topView = bar.topView;
     titleTopLabel = bar.titleTopLabel;
@@ -131,7 +131,7 @@ void InfoViewController::viewDidLoad()
         styleButton(button, 24, true);
     styleButton(backButton, 15, false);
 
-    if (m_services.deviceMetrics && m_services.deviceMetrics->isVersion7OrLater())
+    if (SafeArea::of(m_services.deviceMetrics).statusBar)
         bgLabel->show();
     layoutBars();
 }
@@ -143,8 +143,8 @@ void InfoViewController::done()
 
 void InfoViewController::wihteList()
 {
-    presentViewController(this, new WhitelistViewController(m_services),
-                          ModalTransition::CoverVertical);
+    if (m_makeWhitelistScreen)
+        presentViewController(this, m_makeWhitelistScreen(), ModalTransition::CoverVertical);
 }
 
 QUrl InfoViewController::contactUrl() const

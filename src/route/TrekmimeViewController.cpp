@@ -2,10 +2,10 @@
 
 #include "app/ApplicationShell.h"
 #include "app/ModalPresentation.h"
+#include "app/SafeArea.h"
 #include "location/Location.h"
 #include "platform/AlertPresenter.h"
 #include "platform/Clock.h"
-#include "platform/DeviceMetrics.h"
 #include "platform/Services.h"
 #include "route/DateTimePicker.h"
 #include "route/DirectionsService.h"
@@ -89,7 +89,7 @@ void TrekmimeViewController::viewDidLoad()
     dp_drive->setMaximumDate(DateTimePicker::distantFuture());
     dp_drive->setDate(m_services.clock->now());
 
-    const bool tall = m_services.deviceMetrics && m_services.deviceMetrics->isTallScreen();
+    const bool tall = SafeArea::of(m_services.deviceMetrics).tallScreen;
     m_panelTop = tall ? TallPanelOffset : 0;
     btn_upDown->setText(UpArrow);
     btn_upDown->setAccessibleName(tr("Hide choices"));
@@ -542,7 +542,7 @@ void TrekmimeViewController::movePanel(int top, bool animated)
 
 void TrekmimeViewController::up()
 {
-    const bool tall = m_services.deviceMetrics && m_services.deviceMetrics->isTallScreen();
+    const bool tall = SafeArea::of(m_services.deviceMetrics).tallScreen;
     movePanel(PanelStrip - v_top->height() + (tall ? TallPanelOffset : 0), true);
     btn_upDown->setText(DownArrow);
     btn_upDown->setAccessibleName(tr("Show choices"));

@@ -4,7 +4,7 @@
 #include "route/TrekmimeViewController.h"
 
 #include "app/ModeScreenLayout.h"
-#include "platform/DeviceMetrics.h"
+#include "app/SafeArea.h"
 #include "platform/Services.h"
 #include "route/DateTimePicker.h"
 #include "ui/ColorPalette.h"
@@ -17,12 +17,12 @@
 
 namespace {
 
-constexpr int StatusHeight = 20;
+// the panel always leaves room for a status bar
+constexpr int StatusHeight = SafeArea::StatusBarHeight;
 constexpr int RowHeight = 56;
 constexpr int StripHeight = 54;
 constexpr int PanelHeight = StatusHeight + 4 * RowHeight + StripHeight;
 constexpr int BottomHeight = 70;
-constexpr int TallExtra = 34;
 constexpr int SheetHeight = 44 + 216;
 
 QIcon locateIcon()
@@ -52,17 +52,50 @@ QLabel *label(QWidget *parent, const char *name, const QString &text)
     return result;
 }
 
+// One of the panel's four rows: a caption, the chosen value and a chevron,
+// the whole row one button.
+QPushButton *choiceRow(QWidget *panel, const char *name, const char *caption, const char *value)
+{
+    auto *row = new QPushButton(panel);
+    row->setObjectName(QLatin1String(name));
+    row->setProperty("choiceRow", true);
+    row->setCursor(Qt::PointingHandCursor);
+    QLabel *captionLabel = label(row, caption, QString());
+    captionLabel->setProperty("caption", true);
+    QLabel *valueLabel = label(row, value, QString());
+    valueLabel->setProperty("value", true);
+    QLabel *chevron = label(row, "chevron", QStringLiteral("\u203a"));
+    for (QLabel *part : {captionLabel, valueLabel, chevron})
+        part->setAttribute(Qt::WA_TransparentForMouseEvents);
+    return row;
+}
+
 } // namespace
 
 void TrekmimeViewController::buildViews()
 {
+    // built bottom to top: each part lies over the ones made before it
     setAttribute(Qt::WA_StyledBackground);
+    buildMap();
+    buildChoicePanel();
+    buildBottomBar();
+    buildMineButton();
+    buildPickerSheet();
+    setTabOrders();
+}
 
+void TrekmimeViewController::buildMap()
+{
     mv_main = new MapView(this);
     mv_main->setObjectName(QStringLiteral("mv_main"));
     mv_main->setServices(m_services);
     mv_main->setDelegate(this);
+}
 
+// The panel over the map: a row for each of the four choices and, below
+// them, the strip with the title and the panel's buttons.
+void TrekmimeViewController::buildChoicePanel()
+{
     v_top = new QWidget(this);
     v_top->setObjectName(QStringLiteral("v_top"));
     v_top->setAttribute(Qt::WA_StyledBackground);
@@ -87,21 +120,17 @@ void TrekmimeViewController::buildViews()
          &TrekmimeViewController::chooseEndTime},
     };
     for (const RowSpec &spec : rows) {
-        auto *row = new QPushButton(v_top);
-        row->setObjectName(QLatin1String(spec.row));
-        row->setProperty("choiceRow", true);
-        row->setCursor(Qt::PointingHandCursor);
-        *spec.captionLabel = label(row, spec.caption, QString());
-        (*spec.captionLabel)->setProperty("caption", true);
-        *spec.valueLabel = label(row, spec.value, QString());
-        (*spec.valueLabel)->setProperty("value", true);
-        auto *chevron = label(row, "chevron", QStringLiteral("\u203a"));
-        for (QLabel *part : {*spec.captionLabel, *spec.valueLabel, chevron})
-            part->setAttribute(Qt::WA_TransparentForMouseEvents);
+        QPushButton *row = choiceRow(v_top, spec.row, spec.caption, spec.value);
+        *spec.captionLabel = row->findChild<QLabel *>(QLatin1String(spec.caption));
+        *spec.valueLabel = row->findChild<QLabel *>(QLatin1String(spec.value));
         connect(row, &QPushButton::clicked, this, spec.choose);
         m_choiceRows.append(row);
     }
+    buildPanelStrip();
+}
 
+void TrekmimeViewController::buildPanelStrip()
+{
     auto *strip = new QWidget(v_top);
     strip->setObjectName(QStringLiteral("strip"));
     strip->setAttribute(Qt::WA_StyledBackground);
@@ -116,7 +145,12 @@ void TrekmimeViewController::buildViews()
     btn_upDown->setObjectName(QStringLiteral("btn_upDown"));
     btn_upDown->setCursor(Qt::PointingHandCursor);
     connect(btn_upDown, &QPushButton::clicked, this, &TrekmimeViewController::upDown);
+}
 
+// The bar along the bottom: the route switch, the tip beside it and the
+// mode button.
+void TrekmimeViewController::buildBottomBar()
+{
     bottomView = new QWidget(this);
     bottomView->setObjectName(QStringLiteral("bottomView"));
     bottomView->setAttribute(Qt::WA_StyledBackground);
@@ -132,7 +166,10 @@ void TrekmimeViewController::buildViews()
     btn_exchange->setAccessibleDescription(tr("Spotmime"));
     btn_exchange->setCursor(Qt::PointingHandCursor);
     connect(btn_exchange, &QPushButton::clicked, this, &TrekmimeViewController::exchange);
+}
 
+void TrekmimeViewController::buildMineButton()
+{
     btn_mine = new QPushButton(this);
     btn_mine->setObjectName(QStringLiteral("btn_mine"));
     btn_mine->setIcon(locateIcon());
@@ -141,7 +178,12 @@ void TrekmimeViewController::buildViews()
     btn_mine->setCursor(Qt::PointingHandCursor);
     connect(btn_mine, &QPushButton::clicked, this,
             &TrekmimeViewController::mineLocationButtonClicked);
+}
 
+// The time picker: a sheet with a title, a done button and the picker, over
+// a backdrop that closes it when touched.
+void TrekmimeViewController::buildPickerSheet()
+{
     v_picker = new QWidget(this);
     v_picker->setObjectName(QStringLiteral("v_picker"));
     v_picker->hide();
@@ -165,7 +207,10 @@ void TrekmimeViewController::buildViews()
     connect(dp_drive, &DateTimePicker::activated, this,
             &TrekmimeViewController::pickerButtonClicked);
     setTabOrder(dp_drive, done);
+}
 
+void TrekmimeViewController::setTabOrders()
+{
     setTabOrder(m_choiceRows.last(), btn_info);
     setTabOrder(btn_info, btn_upDown);
     setTabOrder(btn_upDown, mv_main);
@@ -178,7 +223,7 @@ void TrekmimeViewController::layoutViews()
 {
     const int w = width();
     const int h = height();
-    const bool tall = m_services.deviceMetrics && m_services.deviceMetrics->isTallScreen();
+    const bool tall = SafeArea::of(m_services.deviceMetrics).tallScreen;
     v_top->setGeometry(0, m_panelTop, w, PanelHeight);
     for (int i = 0; i < m_choiceRows.size(); ++i) {
         QPushButton *row = m_choiceRows[i];
@@ -199,7 +244,7 @@ void TrekmimeViewController::layoutViews()
     btn_info->setGeometry(w - 16 - 34 - 12 - 34, (StripHeight - 34) / 2, 34, 34);
 
     // on tall screens the bar grows up from the bottom edge, over the home indicator
-    const int bottomHeight = BottomHeight + (tall ? TallExtra : 0);
+    const int bottomHeight = BottomHeight + (tall ? SafeArea::HomeIndicatorHeight : 0);
     bottomView->setGeometry(0, h - bottomHeight, w, bottomHeight);
     enableSwitch->setGeometry(16, 20, 80, 30);
     const int exchangeWidth = std::max(btn_exchange->sizeHint().width(), 120);

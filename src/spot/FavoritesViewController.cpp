@@ -1,7 +1,7 @@
 #include "spot/FavoritesViewController.h"
 
 #include "app/ModalPresentation.h"
-#include "platform/DeviceMetrics.h"
+#include "app/TopBar.h"
 #include "platform/Services.h"
 #include "settings/FavoriteEntry.h"
 #include "settings/TMPreferenceUtil.h"
@@ -16,11 +16,8 @@
 
 namespace {
 
-constexpr int kStatusBarHeight = 20;
 constexpr int kTopBarHeight = 56;
 constexpr int kBottomBarHeight = 44;
-constexpr int kTallTopExtra = 10;
-constexpr int kTallBottomExtra = 34;
 
 void styleFlatButton(FlatButton *button)
 {
@@ -49,12 +46,9 @@ FavoritesViewController::FavoritesViewController(const Services &services, QWidg
     setObjectName(QStringLiteral("FavoritesViewController"));
     setAttribute(Qt::WA_StyledBackground);
 
-    bgLabel = new QLabel(this);
-    bgLabel->setObjectName(QStringLiteral("bgLabel"));
-    bgLabel->hide();
-    topView = new QWidget(this);
-    topView->setObjectName(QStringLiteral("topView"));
-    topView->setAttribute(Qt::WA_StyledBackground);
+    const TopBar bar = TopBar::build(this);
+    bgLabel = bar.bgLabel;
+    topView = bar.topView;
     backButton = new FlatButton(topView);
     backButton->setObjectName(QStringLiteral("backButton"));
     titleLabel = new QLabel(topView);
@@ -120,12 +114,8 @@ void FavoritesViewController::viewDidLoad()
     if (!m_favorites.isEmpty())
         mainTableView->setCurrentRow(0);
 
-    const DeviceMetrics *metrics = m_services.deviceMetrics;
-    if (metrics && metrics->isVersion7OrLater()) {
-        m_statusBarShown = true;
-        bgLabel->show();
-        m_tallScreen = metrics->isTallScreen();
-    }
+    m_safeArea = SafeArea::of(m_services.deviceMetrics);
+    TopBar{bgLabel, topView}.showStatusStrip(m_safeArea);
     layoutViews();
 }
 
@@ -149,13 +139,9 @@ void FavoritesViewController::resizeEvent(QResizeEvent *event)
 void FavoritesViewController::layoutViews()
 {
     const int w = width();
-    const int top = m_statusBarShown ? kStatusBarHeight : 0;
-    const int topHeight = kTopBarHeight + (m_tallScreen ? kTallTopExtra : 0);
-    const int bottomHeight = kBottomBarHeight + (m_tallScreen ? kTallBottomExtra : 0);
-    bgLabel->setGeometry(0, 0, w, kStatusBarHeight);
-    topView->setGeometry(0, top, w, topHeight);
+    const int tableTop = TopBar{bgLabel, topView}.place(w, kTopBarHeight, m_safeArea);
+    const int bottomHeight = kBottomBarHeight + m_safeArea.bottom();
     bottomView->setGeometry(0, height() - bottomHeight, w, bottomHeight);
-    const int tableTop = top + topHeight;
     mainTableView->setGeometry(0, tableTop, w, qMax(0, height() - bottomHeight - tableTop));
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/SafeArea.h"
+
 #include <QPointer>
 #include <QVariantList>
 #include <QWidget>
@@ -61,6 +63,5 @@ private:
     QLabel *bgLabel = nullptr;
     QWidget *topView = nullptr;
     QWidget *bottomView = nullptr;
-    bool m_statusBarShown = false;
-    bool m_tallScreen = false;
+    SafeArea m_safeArea;
 };

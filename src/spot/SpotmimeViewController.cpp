@@ -3,6 +3,7 @@
 #include "app/ActivityIndicatorView.h"
 #include "app/ApplicationShell.h"
 #include "app/ModalPresentation.h"
+#include "app/TopBar.h"
 #include "location/Location.h"
 #include "platform/AlertPresenter.h"
 #include "platform/DeviceMetrics.h"
@@ -67,11 +68,8 @@ void SpotmimeViewController::viewDidLoad()
     enableSwitch->setOn(false);
     refreshViewByStatusWithLocation(true);
 
-    if (metrics && metrics->isVersion7OrLater()) {
-        m_statusBarShown = true;
-        bgLabel->show();
-        m_tallScreen = metrics->isTallScreen();
-    }
+    m_safeArea = SafeArea::of(metrics);
+    TopBar{bgLabel, topView}.showStatusStrip(m_safeArea);
     layoutViews();
 }
 
