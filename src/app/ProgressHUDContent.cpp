@@ -183,7 +183,7 @@ void ProgressHUD::paintEvent(QPaintEvent *)
         const QPointF centre = QRectF(rect()).center();
         const qreal radius = qMin(width(), height());
         QRadialGradient shade(centre, radius);
-        shade.setColorAt(0.0, QColor(0, 0, 0, 0));
+        shade.setColorAt(0.0, QColor(Qt::transparent));
         shade.setColorAt(1.0, QColor::fromRgbF(0, 0, 0, 0.75f));
         painter.fillRect(rect(), shade);
     }
