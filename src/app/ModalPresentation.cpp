@@ -1,5 +1,7 @@
 #include "app/ModalPresentation.h"
 
+#include "ui/ColorPalette.h"
+
 #include <QEvent>
 #include <QGraphicsOpacityEffect>
 #include <QPainter>
@@ -73,7 +75,7 @@ protected:
     void paintEvent(QPaintEvent *) override
     {
         QPainter painter(this);
-        painter.fillRect(rect(), QColor(0x2c, 0x3e, 0x50));
+        painter.fillRect(rect(), ColorPalette::midnightBlueColor());
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         const bool first = m_progress < 0.5;
         const qreal turn = first ? 1.0 - m_progress * 2.0 : (m_progress - 0.5) * 2.0;

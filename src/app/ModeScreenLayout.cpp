@@ -25,16 +25,8 @@ ModeScreenLayout ModeScreenLayout::build(QWidget *screen, const QString &title,
 {
     ModeScreenLayout result;
     screen->setAttribute(Qt::WA_StyledBackground);
-    screen->setStyleSheet(QStringLiteral(
-        "QWidget#topBar { background: #2c3e50; }"
-        "QLabel#titleLabel { color: #ecf0f1; font-size: 20px; font-weight: 600; }"
-        "QWidget#body { background: #ecf0f1; }"
-        "QLabel#modeLabel { color: #2c3e50; font-size: 34px; font-weight: 700; }"
-        "QLabel#subtitleLabel { color: #7f8c8d; font-size: 16px; }"
-        "QWidget#bottomView { background: #2c3e50; }"
-        "QPushButton#btn_exchange { background: #1abc9c; color: #ecf0f1; border: none;"
-        " border-radius: 8px; font-size: 15px; font-weight: 600; padding: 10px 18px; }"
-        "QPushButton#btn_exchange:pressed { background: #16a085; }"));
+    // the theme styles the bars of a screen marked so
+    screen->setProperty("modeScreen", true);
 
     auto *column = new QVBoxLayout(screen);
     column->setContentsMargins(0, 0, 0, 0);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/ColorPalette.h"
+
 #include <QColor>
 #include <QWidget>
 
@@ -30,5 +32,5 @@ private:
     float m_progress = 0.0f;
     bool m_annular = false;
     QColor m_progressTintColor = Qt::white;
-    QColor m_backgroundTintColor = QColor(255, 255, 255, 26);
+    QColor m_backgroundTintColor = ColorPalette::withAlpha(ColorPalette::whiteColor(), 26);
 };

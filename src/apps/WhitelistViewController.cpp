@@ -1,10 +1,11 @@
 #include "apps/WhitelistViewController.h"
 
 #include "app/ModalPresentation.h"
+#include "app/ModalScreenFrame.h"
+#include "app/SafeArea.h"
 #include "app/Services.h"
 #include "applications/ApplicationList.h"
 #include "apps/ApplicationIconLoader.h"
-#include "apps/ModalScreenFrame.h"
 #include "apps/WhitelistRow.h"
 #include "platform/gui/DeviceMetrics.h"
 #include "settings/TMPreferenceUtil.h"
@@ -22,16 +23,8 @@ WhitelistViewController::WhitelistViewController(const Services &services, QWidg
 {
     setObjectName(QStringLiteral("WhitelistViewController"));
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral(
-        "WhitelistViewController { background: #ecf0f1; }"
-        "QLabel#bgLabel, QWidget#topView { background: #2c3e50; }"
-        "QLabel#titleTopLabel { color: #ecf0f1; font-size: 19px; font-weight: 600; }"
-        "QLabel#titleLabel { color: #7f8c8d; font-size: 13px; font-weight: 600;"
-        " padding: 14px 16px 6px 16px; background: #ecf0f1; }"
-        "QWidget#bottomView { background: #ecf0f1; border-top: 1px solid #dde3e5; }"
-        "QScrollArea#mainTableView, QWidget#rows { background: #ffffff; border: none; }"));
 
-    const ModalScreenFrame::TopBar bar = ModalScreenFrame::buildTopBar(this);
+    const ModalScreenFrame::TitleBar bar = ModalScreenFrame::buildTopBar(this);
     bgLabel = bar.bgLabel;
     topView = bar.topView;
     titleTopLabel = bar.titleTopLabel;
@@ -82,7 +75,7 @@ void WhitelistViewController::viewDidLoad()
                                                         *m_services.preferences);
     buildRows();
 
-    if (m_services.deviceMetrics && m_services.deviceMetrics->isVersion7OrLater())
+    if (SafeArea::of(m_services.deviceMetrics).statusBar)
         bgLabel->show();
     layoutBars();
 }

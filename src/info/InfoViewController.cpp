@@ -1,9 +1,9 @@
 #include "info/InfoViewController.h"
 
 #include "app/ModalPresentation.h"
+#include "app/ModalScreenFrame.h"
+#include "app/SafeArea.h"
 #include "app/Services.h"
-#include "apps/ModalScreenFrame.h"
-#include "apps/WhitelistViewController.h"
 #include "platform/gui/DeviceMetrics.h"
 #include "platform/gui/UrlOpener.h"
 #include "ui/ColorPalette.h"
@@ -59,19 +59,14 @@ QPixmap emblemPixmap(qreal ratio)
 
 } // namespace
 
-InfoViewController::InfoViewController(const Services &services, QWidget *parent)
-    : QWidget(parent), m_services(services)
+InfoViewController::InfoViewController(const Services &services, ScreenMaker makeWhitelistScreen,
+                                       QWidget *parent)
+    : QWidget(parent), m_services(services), m_makeWhitelistScreen(std::move(makeWhitelistScreen))
 {
     setObjectName(QStringLiteral("InfoViewController"));
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral(
-        "InfoViewController { background: #ecf0f1; }"
-        "QLabel#bgLabel, QWidget#topView { background: #2c3e50; }"
-        "QLabel#titleTopLabel { color: #ecf0f1; font-size: 19px; font-weight: 600; }"
-        "QLabel#titleLabel { color: #2c3e50; font-size: 30px; font-weight: 700; }"
-        "QWidget#bottomView { background: #ecf0f1; border-top: 1px solid #dde3e5; }"));
 
-    const ModalScreenFrame::TopBar bar = ModalScreenFrame::buildTopBar(this);
+    const ModalScreenFrame::TitleBar bar = ModalScreenFrame::buildTopBar(this);
     bgLabel = bar.bgLabel;
     topView = bar.topView;
     titleTopLabel = bar.titleTopLabel;
@@ -137,7 +132,7 @@ void InfoViewController::viewDidLoad()
         styleButton(button, 24, true);
     styleButton(backButton, 15, false);
 
-    if (m_services.deviceMetrics && m_services.deviceMetrics->isVersion7OrLater())
+    if (SafeArea::of(m_services.deviceMetrics).statusBar)
         bgLabel->show();
     layoutBars();
 }
@@ -149,8 +144,8 @@ void InfoViewController::done()
 
 void InfoViewController::wihteList()
 {
-    presentViewController(this, new WhitelistViewController(m_services),
-                          ModalTransition::CoverVertical);
+    if (m_makeWhitelistScreen)
+        presentViewController(this, m_makeWhitelistScreen(), ModalTransition::CoverVertical);
 }
 
 QUrl InfoViewController::contactUrl() const

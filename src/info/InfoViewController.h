@@ -4,19 +4,24 @@
 #include <QUrl>
 #include <QWidget>
 
+#include <functional>
+
 class FlatButton;
 class QLabel;
 struct Services;
 
 // The information screen: the application's name and version, the way to
 // the whitelist, a mail to the maker and the maker's web page. Opened over
-// either main screen; "Back" dismisses it.
+// either main screen; "Back" dismisses it. The whitelist screen comes from
+// the caller, which knows the application list.
 class InfoViewController : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit InfoViewController(const Services &services, QWidget *parent = nullptr);
+    using ScreenMaker = std::function<QWidget *()>;
+    InfoViewController(const Services &services, ScreenMaker makeWhitelistScreen,
+                       QWidget *parent = nullptr);
 
     // Whether the user's first preferred language is exactly "zh-Hans"; a
     // region or another script ("zh-Hans-CN", "zh-Hant") does not count.
@@ -41,6 +46,7 @@ private:
     void layoutBars();
 
     const Services &m_services;
+    ScreenMaker m_makeWhitelistScreen;
     FlatButton *wihteListButton = nullptr;
     FlatButton *visitButton = nullptr;
     FlatButton *contactButton = nullptr;

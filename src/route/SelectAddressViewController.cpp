@@ -3,7 +3,9 @@
 #include "app/ActivityIndicatorView.h"
 #include "app/ModalPresentation.h"
 #include "app/ModeScreenLayout.h"
+#include "app/SafeArea.h"
 #include "app/Services.h"
+#include "app/TopBar.h"
 #include "location/Location.h"
 #include "platform/AlertPresenter.h"
 #include "platform/gui/DeviceMetrics.h"
@@ -24,10 +26,8 @@
 
 namespace {
 
-constexpr int StatusHeight = 20;
 constexpr int TopHeight = 56;
 constexpr int BottomHeight = 70;
-constexpr int TallExtra = 34;
 
 FlatButton *flatButton(QWidget *parent, const char *name, const QString &title)
 {
@@ -63,17 +63,6 @@ SelectAddressViewController::~SelectAddressViewController() = default;
 void SelectAddressViewController::buildViews()
 {
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral(
-        "QLabel#bgLabel, QWidget#topView, QWidget#bottomView { background: #2c3e50; }"
-        "QLineEdit#searchField { background: white; border: 2px solid #ecf0f1; border-radius: 6px;"
-        " padding: 4px 10px; font-size: 16px; color: #2c3e50; }"
-        "QLineEdit#searchField:focus { border-color: #1abc9c; }"
-        "QWidget#addressCard { background: white; border-radius: 10px;"
-        " border: 1px solid #bdc3c7; }"
-        "QLabel#addressLabel { color: #2c3e50; font-size: 15px; font-weight: 600; }"
-        "QPushButton#btn_mine { background: white; border: 1px solid #bdc3c7;"
-        " border-radius: 22px; color: #3498db; font-size: 20px; }"
-        "QPushButton#btn_mine:pressed { background: #ecf0f1; }"));
 
     mainMapView = new MapView(this);
     mainMapView->setObjectName(QStringLiteral("mainMapView"));
@@ -85,12 +74,9 @@ void SelectAddressViewController::buildViews()
     locationImageView->setPixmap(QPixmap::fromImage(RouteImages::centrePin()));
     locationImageView->setAttribute(Qt::WA_TransparentForMouseEvents);
 
-    bgLabel = new QLabel(this);
-    bgLabel->setObjectName(QStringLiteral("bgLabel"));
-    bgLabel->hide();
-    topView = new QWidget(this);
-    topView->setObjectName(QStringLiteral("topView"));
-    topView->setAttribute(Qt::WA_StyledBackground);
+    const TopBar bar = TopBar::build(this);
+    bgLabel = bar.bgLabel;
+    topView = bar.topView;
     searchField = new QLineEdit(topView);
     searchField->setObjectName(QStringLiteral("searchField"));
     connect(searchField, &QLineEdit::returnPressed, this,
@@ -142,8 +128,7 @@ void SelectAddressViewController::viewDidLoad()
     searchButton->setText(tr("Search"));
     btn_cancel->setText(tr("CANCEL"));
     btn_ok->setText(tr("OK"));
-    if (m_services.deviceMetrics && m_services.deviceMetrics->isVersion7OrLater())
-        bgLabel->show();
+    TopBar{bgLabel, topView}.showStatusStrip(SafeArea::of(m_services.deviceMetrics));
     layoutViews();
 }
 
@@ -151,12 +136,9 @@ void SelectAddressViewController::layoutViews()
 {
     const int w = width();
     const int h = height();
-    const bool below = m_services.deviceMetrics && m_services.deviceMetrics->isVersion7OrLater();
-    const bool tall = below && m_services.deviceMetrics->isTallScreen();
-    const int top = below ? StatusHeight : 0;
-    const int topHeight = TopHeight + (tall ? 10 : 0);
-    bgLabel->setGeometry(0, 0, w, top);
-    topView->setGeometry(0, top, w, topHeight);
+    const SafeArea area = SafeArea::of(m_services.deviceMetrics);
+    TopBar{bgLabel, topView}.place(w, TopHeight, area);
+    const int topHeight = topView->height();
     searchField->setGeometry(12, topHeight - 48, w - 12 - 96 - 12, 40);
     searchButton->setGeometry(w - 12 - 90, topHeight - 48, 90, 40);
 
@@ -166,7 +148,7 @@ void SelectAddressViewController::layoutViews()
     locationImageView->setGeometry(w / 2 - pin.width() / 2, h / 2 - pin.height(), pin.width(),
                                    pin.height());
 
-    const int bottomHeight = BottomHeight + (tall ? TallExtra : 0);
+    const int bottomHeight = BottomHeight + area.bottom();
     bottomView->setGeometry(0, h - bottomHeight, w, bottomHeight);
     const int buttonWidth = (w - 12 * 3) / 2;
     btn_cancel->setGeometry(12, 13, buttonWidth, 44);

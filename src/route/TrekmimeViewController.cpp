@@ -2,6 +2,7 @@
 
 #include "app/ApplicationShell.h"
 #include "app/ModalPresentation.h"
+#include "app/SafeArea.h"
 #include "app/Services.h"
 #include "location/Location.h"
 #include "platform/AlertPresenter.h"
@@ -19,6 +20,7 @@
 #include "ui/CoordinateRegion.h"
 #include "ui/FlatSwitch.h"
 #include "ui/MapView.h"
+#include "ui/Theme.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -79,7 +81,7 @@ void TrekmimeViewController::viewDidLoad()
     dp_drive->setMaximumDate(DateTimePicker::distantFuture());
     dp_drive->setDate(m_services.clock->now());
 
-    const bool tall = m_services.deviceMetrics && m_services.deviceMetrics->isTallScreen();
+    const bool tall = SafeArea::of(m_services.deviceMetrics).tallScreen;
     m_panelTop = tall ? TallPanelOffset : 0;
     btn_upDown->setText(UpArrow);
     btn_upDown->setAccessibleName(tr("Hide choices"));
@@ -452,9 +454,7 @@ void animate(QVariantAnimation *&animation, QObject *owner, int msecs,
 
 void setBackdrop(QPushButton *backdrop, double alpha)
 {
-    backdrop->setStyleSheet(
-        QStringLiteral("QPushButton { border: none; background: rgba(0, 0, 0, %1); }")
-            .arg(int(alpha * 255)));
+    backdrop->setStyleSheet(Theme::backdropStyleSheet(alpha));
 }
 } // namespace
 
@@ -531,7 +531,7 @@ void TrekmimeViewController::movePanel(int top, bool animated)
 
 void TrekmimeViewController::up()
 {
-    const bool tall = m_services.deviceMetrics && m_services.deviceMetrics->isTallScreen();
+    const bool tall = SafeArea::of(m_services.deviceMetrics).tallScreen;
     movePanel(PanelStrip - v_top->height() + (tall ? TallPanelOffset : 0), true);
     btn_upDown->setText(DownArrow);
     btn_upDown->setAccessibleName(tr("Show choices"));

@@ -118,6 +118,13 @@ protected:
 
 private:
     void buildViews();
+    void buildMap();
+    void buildChoicePanel();
+    void buildPanelStrip();
+    void buildBottomBar();
+    void buildMineButton();
+    void buildPickerSheet();
+    void setTabOrders();
     void layoutViews();
     void fitMapToPanel();
     bool guardChoice();

@@ -4,6 +4,7 @@
 #include "route/TrekmimeViewController.h"
 
 #include "app/ModeScreenLayout.h"
+#include "app/SafeArea.h"
 #include "app/Services.h"
 #include "platform/gui/DeviceMetrics.h"
 #include "route/DateTimePicker.h"
@@ -17,12 +18,12 @@
 
 namespace {
 
-constexpr int StatusHeight = 20;
+// the panel always leaves room for a status bar
+constexpr int StatusHeight = SafeArea::StatusBarHeight;
 constexpr int RowHeight = 56;
 constexpr int StripHeight = 54;
 constexpr int PanelHeight = StatusHeight + 4 * RowHeight + StripHeight;
 constexpr int BottomHeight = 70;
-constexpr int TallExtra = 34;
 constexpr int SheetHeight = 44 + 216;
 
 QIcon locateIcon()
@@ -52,49 +53,50 @@ QLabel *label(QWidget *parent, const char *name, const QString &text)
     return result;
 }
 
+// One of the panel's four rows: a caption, the chosen value and a chevron,
+// the whole row one button.
+QPushButton *choiceRow(QWidget *panel, const char *name, const char *caption, const char *value)
+{
+    auto *row = new QPushButton(panel);
+    row->setObjectName(QLatin1String(name));
+    row->setProperty("choiceRow", true);
+    row->setCursor(Qt::PointingHandCursor);
+    QLabel *captionLabel = label(row, caption, QString());
+    captionLabel->setProperty("caption", true);
+    QLabel *valueLabel = label(row, value, QString());
+    valueLabel->setProperty("value", true);
+    QLabel *chevron = label(row, "chevron", QStringLiteral("\u203a"));
+    for (QLabel *part : {captionLabel, valueLabel, chevron})
+        part->setAttribute(Qt::WA_TransparentForMouseEvents);
+    return row;
+}
+
 } // namespace
 
 void TrekmimeViewController::buildViews()
 {
+    // built bottom to top: each part lies over the ones made before it
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral(
-        "QWidget#v_top { background: white; }"
-        "QPushButton[choiceRow=\"true\"] { background: white; border: none;"
-        " border-bottom: 1px solid #ecf0f1; text-align: left; }"
-        "QPushButton[choiceRow=\"true\"]:pressed { background: #ecf0f1; }"
-        "QPushButton[choiceRow=\"true\"]:focus { background: #e8f8f5; }"
-        "QLabel[caption=\"true\"] { color: #95a5a6; font-size: 13px; }"
-        "QLabel[value=\"true\"] { color: #2c3e50; font-size: 16px; font-weight: 600; }"
-        "QLabel#chevron { color: #bdc3c7; font-size: 18px; }"
-        "QWidget#strip { background: #2c3e50; }"
-        "QLabel#titleLabel { color: #ecf0f1; font-size: 19px; font-weight: 700; }"
-        "QPushButton#btn_upDown, QPushButton#btn_info { color: #ecf0f1; background: #34495e;"
-        " border: none; border-radius: 17px; font-size: 17px; font-weight: 700; }"
-        "QPushButton#btn_upDown:pressed, QPushButton#btn_info:pressed { background: #1abc9c; }"
-        "QPushButton#btn_upDown:focus, QPushButton#btn_info:focus { border: 2px solid #1abc9c; }"
-        "QWidget#bottomView { background: white; border-top: 1px solid #bdc3c7; }"
-        "QLabel#statusBacking { background: #2c3e50; }"
-        "QLabel#lb_tip { color: #16a085; font-size: 13px; font-weight: 600; }"
-        "QPushButton#btn_exchange { background: #1abc9c; color: #ecf0f1; border: none;"
-        " border-radius: 8px; font-size: 15px; font-weight: 600; padding: 8px 12px; }"
-        "QPushButton#btn_exchange:pressed { background: #16a085; }"
-        "QPushButton#btn_exchange:focus { border: 2px solid #2c3e50; }"
-        "QPushButton#btn_mine { background: white; border: 1px solid #bdc3c7;"
-        " border-radius: 24px; }"
-        "QPushButton#btn_mine:pressed { background: #ecf0f1; }"
-        "QPushButton#btn_picker { border: none; }"
-        "QWidget#pickerSheet { background: white; border-top-left-radius: 14px;"
-        " border-top-right-radius: 14px; }"
-        "QLabel#pickerTitle { color: #2c3e50; font-size: 16px; font-weight: 700; }"
-        "QPushButton#pickerDone { color: #16a085; background: transparent; border: none;"
-        " font-size: 16px; font-weight: 700; padding: 6px 10px; }"
-        "QPushButton#pickerDone:focus { color: #1abc9c; text-decoration: underline; }"));
+    buildMap();
+    buildChoicePanel();
+    buildBottomBar();
+    buildMineButton();
+    buildPickerSheet();
+    setTabOrders();
+}
 
+void TrekmimeViewController::buildMap()
+{
     mv_main = new MapView(this);
     mv_main->setObjectName(QStringLiteral("mv_main"));
     mv_main->setServices(m_services.tiles, m_services.positionSources);
     mv_main->setDelegate(this);
+}
 
+// The panel over the map: a row for each of the four choices and, below
+// them, the strip with the title and the panel's buttons.
+void TrekmimeViewController::buildChoicePanel()
+{
     v_top = new QWidget(this);
     v_top->setObjectName(QStringLiteral("v_top"));
     v_top->setAttribute(Qt::WA_StyledBackground);
@@ -119,21 +121,17 @@ void TrekmimeViewController::buildViews()
          &TrekmimeViewController::chooseEndTime},
     };
     for (const RowSpec &spec : rows) {
-        auto *row = new QPushButton(v_top);
-        row->setObjectName(QLatin1String(spec.row));
-        row->setProperty("choiceRow", true);
-        row->setCursor(Qt::PointingHandCursor);
-        *spec.captionLabel = label(row, spec.caption, QString());
-        (*spec.captionLabel)->setProperty("caption", true);
-        *spec.valueLabel = label(row, spec.value, QString());
-        (*spec.valueLabel)->setProperty("value", true);
-        auto *chevron = label(row, "chevron", QStringLiteral("\u203a"));
-        for (QLabel *part : {*spec.captionLabel, *spec.valueLabel, chevron})
-            part->setAttribute(Qt::WA_TransparentForMouseEvents);
+        QPushButton *row = choiceRow(v_top, spec.row, spec.caption, spec.value);
+        *spec.captionLabel = row->findChild<QLabel *>(QLatin1String(spec.caption));
+        *spec.valueLabel = row->findChild<QLabel *>(QLatin1String(spec.value));
         connect(row, &QPushButton::clicked, this, spec.choose);
         m_choiceRows.append(row);
     }
+    buildPanelStrip();
+}
 
+void TrekmimeViewController::buildPanelStrip()
+{
     auto *strip = new QWidget(v_top);
     strip->setObjectName(QStringLiteral("strip"));
     strip->setAttribute(Qt::WA_StyledBackground);
@@ -148,7 +146,12 @@ void TrekmimeViewController::buildViews()
     btn_upDown->setObjectName(QStringLiteral("btn_upDown"));
     btn_upDown->setCursor(Qt::PointingHandCursor);
     connect(btn_upDown, &QPushButton::clicked, this, &TrekmimeViewController::upDown);
+}
 
+// The bar along the bottom: the route switch, the tip beside it and the
+// mode button.
+void TrekmimeViewController::buildBottomBar()
+{
     bottomView = new QWidget(this);
     bottomView->setObjectName(QStringLiteral("bottomView"));
     bottomView->setAttribute(Qt::WA_StyledBackground);
@@ -164,7 +167,10 @@ void TrekmimeViewController::buildViews()
     btn_exchange->setAccessibleDescription(tr("Spotmime"));
     btn_exchange->setCursor(Qt::PointingHandCursor);
     connect(btn_exchange, &QPushButton::clicked, this, &TrekmimeViewController::exchange);
+}
 
+void TrekmimeViewController::buildMineButton()
+{
     btn_mine = new QPushButton(this);
     btn_mine->setObjectName(QStringLiteral("btn_mine"));
     btn_mine->setIcon(locateIcon());
@@ -173,7 +179,12 @@ void TrekmimeViewController::buildViews()
     btn_mine->setCursor(Qt::PointingHandCursor);
     connect(btn_mine, &QPushButton::clicked, this,
             &TrekmimeViewController::mineLocationButtonClicked);
+}
 
+// The time picker: a sheet with a title, a done button and the picker, over
+// a backdrop that closes it when touched.
+void TrekmimeViewController::buildPickerSheet()
+{
     v_picker = new QWidget(this);
     v_picker->setObjectName(QStringLiteral("v_picker"));
     v_picker->hide();
@@ -197,7 +208,10 @@ void TrekmimeViewController::buildViews()
     connect(dp_drive, &DateTimePicker::activated, this,
             &TrekmimeViewController::pickerButtonClicked);
     setTabOrder(dp_drive, done);
+}
 
+void TrekmimeViewController::setTabOrders()
+{
     setTabOrder(m_choiceRows.last(), btn_info);
     setTabOrder(btn_info, btn_upDown);
     setTabOrder(btn_upDown, mv_main);
@@ -210,7 +224,7 @@ void TrekmimeViewController::layoutViews()
 {
     const int w = width();
     const int h = height();
-    const bool tall = m_services.deviceMetrics && m_services.deviceMetrics->isTallScreen();
+    const bool tall = SafeArea::of(m_services.deviceMetrics).tallScreen;
     v_top->setGeometry(0, m_panelTop, w, PanelHeight);
     for (int i = 0; i < m_choiceRows.size(); ++i) {
         QPushButton *row = m_choiceRows[i];
@@ -231,7 +245,7 @@ void TrekmimeViewController::layoutViews()
     btn_info->setGeometry(w - 16 - 34 - 12 - 34, (StripHeight - 34) / 2, 34, 34);
 
     // on tall screens the bar grows up from the bottom edge, over the home indicator
-    const int bottomHeight = BottomHeight + (tall ? TallExtra : 0);
+    const int bottomHeight = BottomHeight + (tall ? SafeArea::HomeIndicatorHeight : 0);
     bottomView->setGeometry(0, h - bottomHeight, w, bottomHeight);
     enableSwitch->setGeometry(16, 20, 80, 30);
     const int exchangeWidth = std::max(btn_exchange->sizeHint().width(), 120);

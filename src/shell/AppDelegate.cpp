@@ -1,5 +1,6 @@
 #include "shell/AppDelegate.h"
 
+#include "apps/WhitelistViewController.h"
 #include "info/InfoViewController.h"
 #include "route/TrekmimeViewController.h"
 #include "app/Services.h"
@@ -61,7 +62,10 @@ void AppDelegate::changeToLocation()
 void AppDelegate::showInfoView(QWidget *from, ModalTransition transition)
 {
     // each opening makes a new screen, which reads what is installed afresh
-    presentViewController(from, new InfoViewController(m_services), transition);
+    const Services &services = m_services;
+    auto *info = new InfoViewController(
+        services, [&services] { return new WhitelistViewController(services); });
+    presentViewController(from, info, transition);
 }
 
 void AppDelegate::followApplicationState()

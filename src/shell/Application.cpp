@@ -7,6 +7,7 @@
 #include "shell/Translations.h"
 #include "startup/Startup.h"
 #include "ui/Accessibility.h"
+#include "ui/Theme.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -35,6 +36,7 @@ int runApplication(int argc, char **argv)
     QApplication::setApplicationDisplayName(QStringLiteral("Trekmime"));
     QApplication::setApplicationVersion(QStringLiteral(TREKMIME_VERSION));
     installAccessibilityFactories();
+    Theme::apply(application);
 
     QCommandLineParser parser;
     parser.setApplicationDescription(

@@ -38,7 +38,8 @@ public:
         const QRect row = option.rect;
         const bool selectable = index.flags() & Qt::ItemIsSelectable;
         const bool current = option.state & QStyle::State_HasFocus;
-        painter->fillRect(row, current ? QColor(0xe8f8f5) : QColor(Qt::white));
+        painter->fillRect(row,
+                          current ? ColorPalette::selectionColor() : ColorPalette::whiteColor());
         painter->setPen(ColorPalette::cloudsColor().darker(106));
         painter->drawLine(row.left() + 16, row.bottom(), row.right(), row.bottom());
 
@@ -60,7 +61,7 @@ public:
         QFont font = option.font;
         font.setPixelSize(17);
         painter->setFont(font);
-        painter->setPen(selectable ? QColor(0x555555) : ColorPalette::concreteColor());
+        painter->setPen(selectable ? ColorPalette::rowTextColor() : ColorPalette::concreteColor());
         const QString text = painter->fontMetrics().elidedText(
             index.data(Qt::DisplayRole).toString(), Qt::ElideRight, textRect.width());
         painter->drawText(textRect, Qt::AlignLeft | Qt::AlignVCenter, text);

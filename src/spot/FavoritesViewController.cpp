@@ -2,6 +2,7 @@
 
 #include "app/ModalPresentation.h"
 #include "app/Services.h"
+#include "app/TopBar.h"
 #include "platform/gui/DeviceMetrics.h"
 #include "settings/FavoriteEntry.h"
 #include "settings/TMPreferenceUtil.h"
@@ -16,11 +17,8 @@
 
 namespace {
 
-constexpr int kStatusBarHeight = 20;
 constexpr int kTopBarHeight = 56;
 constexpr int kBottomBarHeight = 44;
-constexpr int kTallTopExtra = 10;
-constexpr int kTallBottomExtra = 34;
 
 void styleFlatButton(FlatButton *button)
 {
@@ -43,19 +41,10 @@ FavoritesViewController::FavoritesViewController(const Services &services, QWidg
 {
     setObjectName(QStringLiteral("FavoritesViewController"));
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(
-        QStringLiteral("QWidget#FavoritesViewController { background: #ffffff; }"
-                       "QWidget#topView, QLabel#bgLabel { background: #2c3e50; }"
-                       "QLabel#titleLabel { color: #ecf0f1; font-size: 19px; font-weight: 600; }"
-                       "QWidget#bottomView { background: #ecf0f1; border-top: 1px solid #bdc3c7; }"
-                       "QLabel#titleTopLabel { color: #95a5a6; font-size: 13px; }"));
 
-    bgLabel = new QLabel(this);
-    bgLabel->setObjectName(QStringLiteral("bgLabel"));
-    bgLabel->hide();
-    topView = new QWidget(this);
-    topView->setObjectName(QStringLiteral("topView"));
-    topView->setAttribute(Qt::WA_StyledBackground);
+    const TopBar bar = TopBar::build(this);
+    bgLabel = bar.bgLabel;
+    topView = bar.topView;
     backButton = new FlatButton(topView);
     backButton->setObjectName(QStringLiteral("backButton"));
     titleLabel = new QLabel(topView);
@@ -121,12 +110,8 @@ void FavoritesViewController::viewDidLoad()
     if (!m_favorites.isEmpty())
         mainTableView->setCurrentRow(0);
 
-    const DeviceMetrics *metrics = m_services.deviceMetrics;
-    if (metrics && metrics->isVersion7OrLater()) {
-        m_statusBarShown = true;
-        bgLabel->show();
-        m_tallScreen = metrics->isTallScreen();
-    }
+    m_safeArea = SafeArea::of(m_services.deviceMetrics);
+    TopBar{bgLabel, topView}.showStatusStrip(m_safeArea);
     layoutViews();
 }
 
@@ -150,13 +135,9 @@ void FavoritesViewController::resizeEvent(QResizeEvent *event)
 void FavoritesViewController::layoutViews()
 {
     const int w = width();
-    const int top = m_statusBarShown ? kStatusBarHeight : 0;
-    const int topHeight = kTopBarHeight + (m_tallScreen ? kTallTopExtra : 0);
-    const int bottomHeight = kBottomBarHeight + (m_tallScreen ? kTallBottomExtra : 0);
-    bgLabel->setGeometry(0, 0, w, kStatusBarHeight);
-    topView->setGeometry(0, top, w, topHeight);
+    const int tableTop = TopBar{bgLabel, topView}.place(w, kTopBarHeight, m_safeArea);
+    const int bottomHeight = kBottomBarHeight + m_safeArea.bottom();
     bottomView->setGeometry(0, height() - bottomHeight, w, bottomHeight);
-    const int tableTop = top + topHeight;
     mainTableView->setGeometry(0, tableTop, w, qMax(0, height() - bottomHeight - tableTop));
 }
 

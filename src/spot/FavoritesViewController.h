@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/SafeArea.h"
 #include "settings/FavoriteEntry.h"
 
 #include <QList>
@@ -63,6 +64,5 @@ private:
     QLabel *bgLabel = nullptr;
     QWidget *topView = nullptr;
     QWidget *bottomView = nullptr;
-    bool m_statusBarShown = false;
-    bool m_tallScreen = false;
+    SafeArea m_safeArea;
 };

@@ -4,6 +4,7 @@
 #include "app/ApplicationShell.h"
 #include "app/ModalPresentation.h"
 #include "app/Services.h"
+#include "app/TopBar.h"
 #include "location/Location.h"
 #include "platform/AlertPresenter.h"
 #include "platform/gui/DeviceMetrics.h"
@@ -67,11 +68,8 @@ void SpotmimeViewController::viewDidLoad()
     enableSwitch->setOn(false);
     refreshViewByStatusWithLocation(true);
 
-    if (metrics && metrics->isVersion7OrLater()) {
-        m_statusBarShown = true;
-        bgLabel->show();
-        m_tallScreen = metrics->isTallScreen();
-    }
+    m_safeArea = SafeArea::of(metrics);
+    TopBar{bgLabel, topView}.showStatusStrip(m_safeArea);
     layoutViews();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/BaseViewController.h"
+#include "app/SafeArea.h"
 #include "location/LocationDelegate.h"
 #include "spot/FavoritesDelegate.h"
 #include "ui/MapViewDelegate.h"
@@ -98,6 +99,12 @@ protected:
 private:
     void startLocating();
     void buildViews();
+    void buildMap();
+    void buildTopBar();
+    void buildBottomBar();
+    void buildMapControls();
+    void buildNamePanel();
+    void connectViews();
     void styleViews();
     void layoutViews();
     void dismissKeyboard(QLineEdit *field);
@@ -131,8 +138,7 @@ private:
     QPushButton *m_infoButton = nullptr;
 
     // what viewDidLoad changed of the laid-out frames
-    bool m_statusBarShown = false;
-    bool m_tallScreen = false;
+    SafeArea m_safeArea;
     int m_alertViewShift = 0;
     double m_panelFadeDuration = 0.5; // seconds
     int m_locateAnimationMs = 500;

@@ -6,6 +6,7 @@
 #include "app/ActivityIndicatorView.h"
 #include "app/ModeScreenLayout.h"
 #include "app/Services.h"
+#include "app/TopBar.h"
 #include "ui/ColorPalette.h"
 #include "ui/FlatButton.h"
 #include "ui/FlatSwitch.h"
@@ -23,11 +24,8 @@
 
 namespace {
 
-constexpr int kStatusBarHeight = 20;
 constexpr int kTopBarHeight = 56;
 constexpr int kBottomBarHeight = 108;
-constexpr int kTallTopExtra = 10;
-constexpr int kTallBottomExtra = 34;
 constexpr int kMargin = 12;
 constexpr QSize kPinSize{34, 46};
 
@@ -117,28 +115,20 @@ FlatButton *flatButton(QWidget *parent, const char *name)
 
 void SpotmimeViewController::buildViews()
 {
+    // built bottom to top: each part lies over the ones made before it
     setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral(
-        "QWidget#topView, QLabel#bgLabel { background: #2c3e50; }"
-        "QWidget#bottomView { background: #ecf0f1; border-top: 1px solid #bdc3c7; }"
-        "QLineEdit#searchField { background: #ffffff; color: #2c3e50; border: none;"
-        " border-radius: 6px; padding: 0 10px; font-size: 15px; }"
-        "QLabel#addressLabel { color: #2c3e50; font-size: 14px; }"
-        "QLabel#lb_location { background: rgba(255, 255, 255, 225); color: #2c3e50;"
-        " border-radius: 8px; padding: 4px 10px; font-family: monospace; font-size: 13px; }"
-        "QPushButton#btn_mine { background: #ffffff; border: 1px solid #bdc3c7;"
-        " border-radius: 22px; }"
-        "QPushButton#btn_mine:pressed { background: #ecf0f1; }"
-        "QPushButton#btn_exchange { background: #2c3e50; color: #ecf0f1; border: none;"
-        " font-size: 15px; font-weight: 600; padding: 0 16px; }"
-        "QPushButton#btn_exchange:pressed { background: #34495e; }"
-        "QPushButton#infoButton { background: transparent; border: none; }"
-        "QWidget#alertView { background: rgba(44, 62, 80, 150); }"
-        "QWidget#alertCard { background: #ffffff; border-radius: 10px; }"
-        "QLabel#alertTitleLabel { color: #2c3e50; font-size: 17px; font-weight: 600; }"
-        "QLineEdit#favoritesNameField { background: #ecf0f1; color: #2c3e50;"
-        " border: 1px solid #bdc3c7; border-radius: 6px; padding: 0 10px; font-size: 15px; }"));
+    buildMap();
+    buildTopBar();
+    buildBottomBar();
+    buildMapControls();
+    buildNamePanel();
+    connectViews();
+    layoutViews();
+}
 
+// The map and the pin fixed at its centre.
+void SpotmimeViewController::buildMap()
+{
     mainMapView = new MapView(this);
     mainMapView->setObjectName(QStringLiteral("mainMapView"));
     mainMapView->setServices(m_services.tiles, m_services.positionSources);
@@ -150,14 +140,14 @@ void SpotmimeViewController::buildViews()
     locationImageView->setFixedSize(kPinSize);
     // the pin is drawing: drags go through it to the map
     locationImageView->setAttribute(Qt::WA_TransparentForMouseEvents);
+}
 
-    bgLabel = new QLabel(this);
-    bgLabel->setObjectName(QStringLiteral("bgLabel"));
-    bgLabel->hide();
-
-    topView = new QWidget(this);
-    topView->setObjectName(QStringLiteral("topView"));
-    topView->setAttribute(Qt::WA_StyledBackground);
+// The information button and the address search.
+void SpotmimeViewController::buildTopBar()
+{
+    const TopBar bar = TopBar::build(this);
+    bgLabel = bar.bgLabel;
+    topView = bar.topView;
     m_infoButton = new QPushButton(topView);
     m_infoButton->setObjectName(QStringLiteral("infoButton"));
     m_infoButton->setIcon(infoIcon());
@@ -176,7 +166,11 @@ void SpotmimeViewController::buildViews()
     topRow->addWidget(m_infoButton);
     topRow->addWidget(searchField, 1);
     topRow->addWidget(searchButton);
+}
 
+// The candidate's address above the switch and the favourites buttons.
+void SpotmimeViewController::buildBottomBar()
+{
     bottomView = new QWidget(this);
     bottomView->setObjectName(QStringLiteral("bottomView"));
     bottomView->setAttribute(Qt::WA_StyledBackground);
@@ -217,7 +211,12 @@ void SpotmimeViewController::buildViews()
     controlRow->addWidget(addButton);
     bottomColumn->addLayout(controlRow);
     bottomColumn->addStretch(1);
+}
 
+// What floats over the map's lower corners: the coordinate, the own-position
+// button and the mode button.
+void SpotmimeViewController::buildMapControls()
+{
     lb_location = new QLabel(this);
     lb_location->setObjectName(QStringLiteral("lb_location"));
     lb_location->setAccessibleName(tr("Coordinate"));
@@ -232,7 +231,11 @@ void SpotmimeViewController::buildViews()
     btn_exchange->setAccessibleName(ModeScreenLayout::modeName());
     btn_exchange->setAccessibleDescription(tr("Trekmime"));
     btn_exchange->setCursor(Qt::PointingHandCursor);
+}
 
+// The panel that asks for a favourite's name, hidden until it is needed.
+void SpotmimeViewController::buildNamePanel()
+{
     alertView = new QWidget(this);
     alertView->setObjectName(QStringLiteral("alertView"));
     alertView->setAttribute(Qt::WA_StyledBackground);
@@ -265,7 +268,10 @@ void SpotmimeViewController::buildViews()
     panelColumn->addStretch(2);
     panelColumn->addWidget(card, 0, Qt::AlignHCenter);
     panelColumn->addStretch(3);
+}
 
+void SpotmimeViewController::connectViews()
+{
     connect(enableSwitch, &FlatSwitch::valueChanged, this, &SpotmimeViewController::setEnable);
     connect(favoritesButton, &QPushButton::clicked, this,
             &SpotmimeViewController::showFavoritesView);
@@ -284,8 +290,6 @@ void SpotmimeViewController::buildViews()
     connect(btn_mine, &QPushButton::clicked, this,
             &SpotmimeViewController::mineLocationButtonClicked);
     connect(m_infoButton, &QPushButton::clicked, this, &SpotmimeViewController::showInfoView);
-
-    layoutViews();
 }
 
 void SpotmimeViewController::styleViews()
@@ -315,15 +319,11 @@ void SpotmimeViewController::layoutViews()
 {
     const int w = width();
     const int h = height();
-    const int top = m_statusBarShown ? kStatusBarHeight : 0;
-    const int topHeight = kTopBarHeight + (m_tallScreen ? kTallTopExtra : 0);
-    const int bottomExtra = m_tallScreen ? kTallBottomExtra : 0;
+    const int bottomExtra = m_safeArea.bottom();
     const int bottomHeight = kBottomBarHeight + bottomExtra;
 
-    bgLabel->setGeometry(0, 0, w, kStatusBarHeight);
-    topView->setGeometry(0, top, w, topHeight);
+    const int mapTop = TopBar{bgLabel, topView}.place(w, kTopBarHeight, m_safeArea);
     bottomView->setGeometry(0, h - bottomHeight, w, bottomHeight);
-    const int mapTop = top + topHeight;
     const int mapBottom = h - bottomHeight;
     mainMapView->setGeometry(0, mapTop, w, qMax(0, mapBottom - mapTop));
 

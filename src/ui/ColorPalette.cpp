@@ -61,6 +61,13 @@ QColor ColorPalette::blendedColorWithForegroundColor(const QColor &foreground,
                             mix(fg.blueF(), bg.blueF()), 1.0f);
 }
 
+QColor ColorPalette::withAlpha(const QColor &color, int alpha)
+{
+    QColor result = color;
+    result.setAlpha(alpha);
+    return result;
+}
+
 #define TREKMIME_PALETTE_COLOR(name, code)                                                         \
     const QColor &ColorPalette::name()                                                             \
     {                                                                                              \
@@ -89,4 +96,25 @@ TREKMIME_PALETTE_COLOR(silverColor, "BDC3C7")
 TREKMIME_PALETTE_COLOR(concreteColor, "95A5A6")
 TREKMIME_PALETTE_COLOR(asbestosColor, "7F8C8D")
 
+// Colours outside the flat palette are plain 8-bit values, exactly as the
+// screens and the map have always drawn them.
+#define TREKMIME_PLAIN_COLOR(name, rgb)                                                            \
+    const QColor &ColorPalette::name()                                                             \
+    {                                                                                              \
+        static const QColor color = QColor::fromRgb(QRgb(rgb));                                    \
+        return color;                                                                              \
+    }
+
+TREKMIME_PLAIN_COLOR(whiteColor, 0xffffff)
+TREKMIME_PLAIN_COLOR(blackColor, 0x000000)
+TREKMIME_PLAIN_COLOR(selectionColor, 0xe8f8f5)
+TREKMIME_PLAIN_COLOR(dividerColor, 0xdde3e5)
+TREKMIME_PLAIN_COLOR(rowTextColor, 0x555555)
+TREKMIME_PLAIN_COLOR(mapBlueColor, 0x007aff)
+TREKMIME_PLAIN_COLOR(pinColor, 0xe53935)
+TREKMIME_PLAIN_COLOR(pinOutlineColor, 0x9b1c1c)
+TREKMIME_PLAIN_COLOR(creditTextColor, 0x333333)
+TREKMIME_PLAIN_COLOR(landColor, 0xd8e6d2)
+
+#undef TREKMIME_PLAIN_COLOR
 #undef TREKMIME_PALETTE_COLOR

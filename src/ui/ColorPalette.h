@@ -37,4 +37,24 @@ public:
     static const QColor &silverColor();
     static const QColor &concreteColor();
     static const QColor &asbestosColor();
+
+    // The few colours the screens use besides the flat palette.
+    static const QColor &whiteColor();
+    static const QColor &blackColor();
+    // the tint of a row that has the keyboard focus
+    static const QColor &selectionColor();
+    // the faint line above the modal screens' bottom bars
+    static const QColor &dividerColor();
+    // the text of a list row that can be chosen
+    static const QColor &rowTextColor();
+    // the map's own marks: the user's position and route lines, dropped pins,
+    // the tile credit
+    static const QColor &mapBlueColor();
+    static const QColor &pinColor();
+    static const QColor &pinOutlineColor();
+    static const QColor &creditTextColor();
+    // the ground of a map drawn as a sample
+    static const QColor &landColor();
+    // the same colour at an alpha of 0 to 255
+    static QColor withAlpha(const QColor &color, int alpha);
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Coordinate.h"
+#include "ui/ColorPalette.h"
 
 #include <QColor>
 #include <QList>
@@ -29,5 +30,5 @@ using MapOverlayPtr = std::shared_ptr<MapPolyline>;
 struct MapPolylineRenderer
 {
     double lineWidth = 3.0;
-    QColor strokeColor = QColor(0x00, 0x7a, 0xff);
+    QColor strokeColor = ColorPalette::mapBlueColor();
 };

@@ -1,5 +1,6 @@
 #include "ui/SlippyMap.h"
 
+#include "ui/ColorPalette.h"
 #include "ui/PolylineGeometry.h"
 #include "ui/TileSource.h"
 
@@ -11,7 +12,7 @@
 
 namespace {
 constexpr double EarthCircumferenceMeters = 2.0 * std::numbers::pi * EarthRadiusMeters;
-const QColor UserLocationColor(0x00, 0x7a, 0xff);
+const QColor &UserLocationColor = ColorPalette::mapBlueColor();
 } // namespace
 
 SlippyMap::SlippyMap(QObject *parent) : QObject(parent)
@@ -166,8 +167,8 @@ QImage SlippyMap::defaultPinImage()
         drop.cubicTo(10, 28, 2, 22, 2, 13);
         drop.arcTo(QRectF(2, 1, 24, 24), 180, -180);
         drop.cubicTo(26, 22, 18, 28, 14, 39);
-        painter.setPen(QPen(QColor(0x9b, 0x1c, 0x1c), 1.2));
-        painter.setBrush(QColor(0xe5, 0x39, 0x35));
+        painter.setPen(QPen(ColorPalette::pinOutlineColor(), 1.2));
+        painter.setBrush(ColorPalette::pinColor());
         painter.drawPath(drop);
         painter.setPen(Qt::NoPen);
         painter.setBrush(Qt::white);
@@ -243,7 +244,7 @@ void SlippyMap::paintAttribution(QPainter &painter)
     const QSizeF viewport = m_camera.viewportSize();
     const QRectF box(viewport.width() - size.width() - 8, viewport.height() - size.height() - 4,
                      size.width() + 8, size.height() + 4);
-    painter.fillRect(box, QColor(255, 255, 255, 190));
-    painter.setPen(QColor(0x33, 0x33, 0x33));
+    painter.fillRect(box, ColorPalette::withAlpha(ColorPalette::whiteColor(), 190));
+    painter.setPen(ColorPalette::creditTextColor());
     painter.drawStaticText(box.topLeft() + QPointF(4, 2), m_attributionText);
 }

@@ -26,7 +26,9 @@ private:
 
     InfoViewController *present()
     {
-        auto *screen = new InfoViewController(m_world->services());
+        const Services &services = m_world->services();
+        auto *screen = new InfoViewController(
+            services, [&services] { return new WhitelistViewController(services); });
         presentViewController(m_window, screen, ModalTransition::FlipHorizontal);
         return screen;
     }

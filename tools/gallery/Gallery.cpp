@@ -97,7 +97,7 @@ protected:
         painter.setBrush(ColorPalette::silverColor());
         for (int i = 0; i < 3; ++i)
             painter.drawRoundedRect(QRectF(12, 36 + i * 14, width() - 24 - i * 22, 7), 3, 3);
-        painter.fillRect(QRect(0, height() - 70, width(), 70), QColor(0xd8, 0xe6, 0xd2));
+        painter.fillRect(QRect(0, height() - 70, width(), 70), ColorPalette::landColor());
         painter.setPen(QPen(ColorPalette::peterRiverColor(), 3));
         painter.drawLine(QPointF(10, height() - 20), QPointF(width() - 30, height() - 55));
     }

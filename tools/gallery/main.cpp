@@ -3,6 +3,7 @@
 #include "platform/Configuration.h"
 #include "ui/Accessibility.h"
 #include "ui/ConfiguredTileSource.h"
+#include "ui/Theme.h"
 #include "ui/TileSource.h"
 
 #include <QApplication>
@@ -15,6 +16,7 @@ int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("trekmime-gallery"));
+    Theme::apply(application);
     installAccessibilityFactories();
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Shows the interface toolkit."));

@@ -13,6 +13,7 @@
 #include "shell/AppDelegate.h"
 #include "shell/AppWindow.h"
 #include "shell/Translations.h"
+#include "ui/ColorPalette.h"
 
 #include <QGuiApplication>
 #include <QIcon>
@@ -65,24 +66,24 @@ void makeApplications()
         const char *bundle;
         const char *name;
         const char *glyph;
-        QRgb color;
+        const QColor &(*color)();
     } apps[] = {
-        {"org.gnome.Maps", "Maps", "M", 0x27ae60},
-        {"org.example.RideShare", "Ride Share", "R", 0x2c3e50},
-        {"org.example.Weather", "Weather", "W", 0x3498db},
-        {"org.example.Camera", "Camera", "C", 0x7f8c8d},
-        {"org.example.Chat", "Chat", "\u2709", 0x2ecc71},
-        {"org.example.FoodDelivery", "Food Delivery", "F", 0xe67e22},
-        {"org.example.Fitness", "Fitness Tracker", "\u2665", 0xe74c3c},
-        {"org.example.Photos", "Photos", "P", 0xf1c40f},
-        {"org.example.Social", "Social", "S", 0x9b59b6},
-        {"org.example.Transit", "Transit", "T", 0x16a085},
-        {"org.example.Games", "Treasure Hunt", "\u2605", 0xd35400},
-        {"org.example.Browser", "Browser", "B", 0x2980b9},
+        {"org.gnome.Maps", "Maps", "M", &ColorPalette::nephritisColor},
+        {"org.example.RideShare", "Ride Share", "R", &ColorPalette::midnightBlueColor},
+        {"org.example.Weather", "Weather", "W", &ColorPalette::peterRiverColor},
+        {"org.example.Camera", "Camera", "C", &ColorPalette::asbestosColor},
+        {"org.example.Chat", "Chat", "\u2709", &ColorPalette::emerlandColor},
+        {"org.example.FoodDelivery", "Food Delivery", "F", &ColorPalette::carrotColor},
+        {"org.example.Fitness", "Fitness Tracker", "\u2665", &ColorPalette::alizarinColor},
+        {"org.example.Photos", "Photos", "P", &ColorPalette::sunflowerColor},
+        {"org.example.Social", "Social", "S", &ColorPalette::amethystColor},
+        {"org.example.Transit", "Transit", "T", &ColorPalette::greenSeaColor},
+        {"org.example.Games", "Treasure Hunt", "\u2605", &ColorPalette::pumpkinColor},
+        {"org.example.Browser", "Browser", "B", &ColorPalette::belizeHoleColor},
     };
     for (const auto &app : apps) {
         const QString bundle = QString::fromLatin1(app.bundle);
-        data.addThemeIcon(bundle, QColor(app.color), QString::fromUtf8(app.glyph));
+        data.addThemeIcon(bundle, app.color(), QString::fromUtf8(app.glyph));
         data.addApplication(bundle, QString::fromUtf8(app.name), bundle);
     }
     qputenv("XDG_DATA_DIRS", data.root().toLocal8Bit());

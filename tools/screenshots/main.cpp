@@ -4,6 +4,7 @@
 
 #include "Scene.h"
 #include "ScreenshotWorld.h"
+#include "ui/Theme.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -52,6 +53,7 @@ int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("trekmime-screenshots"));
+    Theme::apply(application);
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Draws every screen into PNG files."));
     parser.addHelpOption();

@@ -8,10 +8,8 @@ class QLabel;
 class QWidget;
 
 // Where the bars of a modal screen (information, whitelist) go: a top bar, a
-// bottom bar and the body between them. From system version 7.0 on the top
-// bar sits below a 20-point status-bar strip; on screens over 2400 pixels
-// high the top bar grows by 10 points and the bottom bar rises and grows by
-// 34, clear of the rounded corners and the home indicator.
+// bottom bar and the body between them, kept clear of the status bar and, on
+// tall displays, of the rounded corners and the home indicator (SafeArea).
 struct ModalScreenFrame
 {
     QRect statusStrip; // empty when there is no strip
@@ -27,11 +25,11 @@ struct ModalScreenFrame
     // The top bar both modal screens share: the status-bar strip (hidden
     // until the frame places it), the bar, and its centred title, named
     // "bgLabel", "topView" and "titleTopLabel".
-    struct TopBar
+    struct TitleBar
     {
         QLabel *bgLabel = nullptr;
         QWidget *topView = nullptr;
         QLabel *titleTopLabel = nullptr;
     };
-    static TopBar buildTopBar(QWidget *screen);
+    static TitleBar buildTopBar(QWidget *screen);
 };
