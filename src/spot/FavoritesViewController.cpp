@@ -1,6 +1,7 @@
 #include "spot/FavoritesViewController.h"
 
 #include "app/ModalPresentation.h"
+#include "modes/SpotController.h"
 #include "platform/DeviceMetrics.h"
 #include "platform/Services.h"
 #include "settings/TMPreferenceUtil.h"
@@ -186,7 +187,7 @@ void FavoritesViewController::didSelectRow(int row)
         return;
     mainTableView->setCurrentRow(row);
     const FavoriteEntry &entry = m_favorites.at(row);
-    m_services.preferences->setLocationEnable(true, entry.latitude(), entry.longitude());
+    SpotController(*m_services.preferences).chooseFavorite(entry);
     done();
     if (FavoritesDelegate *listener = delegate())
         listener->favoritesDidSelected();
