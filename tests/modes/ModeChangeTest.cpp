@@ -1,6 +1,6 @@
 #include "TestMain.h"
 
-#include "settings/ModeChange.h"
+#include "modes/ModeChange.h"
 #include "settings/PropertyList.h"
 #include "settings/TMPreferenceUtil.h"
 
