@@ -8,13 +8,16 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <memory>
-
 namespace {
 QByteArray bytesOf(const QString &path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QVariantMap enable(const QString &flag)
+{
+    return {{QStringLiteral("enable"), flag}};
 }
 } // namespace
 
@@ -24,91 +27,67 @@ class ModeChangeTest : public QObject
 {
     Q_OBJECT
 
-private:
-    std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<TMPreferenceUtil> m_store;
-
 private slots:
-    void init()
-    {
-        m_dir = std::make_unique<QTemporaryDir>();
-        m_store = std::make_unique<TMPreferenceUtil>(PreferenceFiles(m_dir->path()));
-    }
-
     void refusalNeverWritesTheMasterFile_data()
     {
-        QTest::addColumn<QString>("storedMode");
-        QTest::addColumn<QString>("routeEnable");
-        QTest::addColumn<QString>("locationEnable");
-        QTest::addColumn<QString>("button"); // route, location, or stored: the stored mode's
+        // stored mode, route and location "enable", the button pressed
+        // (route, location, or stored: the stored mode's), and the refusal
+        // or, when there is none, the new mode
+        QTest::addColumn<QStringList>("files");
+        QTest::addColumn<QString>("button");
         QTest::addColumn<QString>("refusal");
-        QTest::addColumn<QString>("newMode"); // when not refused
-        const QString routeBusy =
+        QTest::addColumn<QString>("newMode");
+        const QString route =
             QStringLiteral("Trekmime is working,please turn off the Trekmime first!");
-        const QString spotBusy =
+        const QString spot =
             QStringLiteral("Spotmime is working,please turn off the Spotmime first!");
-        QTest::newRow("route on") << "0"
-                                  << "1"
-                                  << "0"
-                                  << "route" << routeBusy << "";
-        QTest::newRow("route off, location on") << "0"
-                                                << "0"
-                                                << "1"
-                                                << "route" << QString() << "1";
-        QTest::newRow("location on") << "1"
-                                     << "0"
-                                     << "1"
-                                     << "location" << spotBusy << "";
-        QTest::newRow("location off, route on") << "1"
-                                                << "1"
-                                                << "0"
-                                                << "location" << QString() << "0";
-        QTest::newRow("stored route mode, route on") << "0"
-                                                     << "1"
-                                                     << "0"
-                                                     << "stored" << routeBusy << "";
-        QTest::newRow("stored mode 2 asks the location file") << "2"
-                                                              << "1"
-                                                              << "1"
-                                                              << "stored" << spotBusy << "";
-        QTest::newRow("stored mode x is the route mode") << "x"
-                                                         << "0"
-                                                         << "1"
-                                                         << "stored" << QString() << "1";
+        auto files = [](const char *mode, const char *routeOn, const char *spotOn) {
+            return QStringList{QLatin1String(mode), QLatin1String(routeOn), QLatin1String(spotOn)};
+        };
+        QTest::newRow("route on") << files("0", "1", "0") << "route" << route << "";
+        QTest::newRow("route off, location on") << files("0", "0", "1") << "route"
+                                                << ""
+                                                << "1";
+        QTest::newRow("location on") << files("1", "0", "1") << "location" << spot << "";
+        QTest::newRow("location off, route on") << files("1", "1", "0") << "location"
+                                                << ""
+                                                << "0";
+        QTest::newRow("stored route mode, route on")
+            << files("0", "1", "0") << "stored" << route << "";
+        QTest::newRow("stored mode 2 asks the location file")
+            << files("2", "1", "1") << "stored" << spot << "";
+        QTest::newRow("stored mode x is the route mode") << files("x", "0", "1") << "stored"
+                                                         << ""
+                                                         << "1";
     }
     void refusalNeverWritesTheMasterFile()
     {
-        QFETCH(QString, storedMode);
-        QFETCH(QString, routeEnable);
-        QFETCH(QString, locationEnable);
+        QFETCH(QStringList, files);
         QFETCH(QString, button);
         QFETCH(QString, refusal);
         QFETCH(QString, newMode);
-        PropertyList::write(m_store->files().masterFile(),
-                            QVariantMap{{QStringLiteral("mode"), storedMode},
-                                        {QStringLiteral("theme"), QStringLiteral("dark")}});
-        const QByteArray before = bytesOf(m_store->files().masterFile());
-        m_store->writeRoutePreference(
-            RouteRecord::fromPropertyList(QVariantMap{{QStringLiteral("enable"), routeEnable}}));
-        m_store->writeLocationPreference(LocationRecord::fromPropertyList(
-            QVariantMap{{QStringLiteral("enable"), locationEnable}}));
+        QTemporaryDir dir;
+        TMPreferenceUtil store{PreferenceFiles(dir.path())};
+        const QString master = store.files().masterFile();
+        PropertyList::write(master, QVariantMap{{QStringLiteral("mode"), files[0]},
+                                                {QStringLiteral("theme"), QStringLiteral("dark")}});
+        const QByteArray before = bytesOf(master);
+        store.writeRoutePreference(RouteRecord::fromPropertyList(enable(files[1])));
+        store.writeLocationPreference(LocationRecord::fromPropertyList(enable(files[2])));
 
-        ModeChange change(*m_store);
+        ModeChange change(store);
         const ModeChange::Result result =
-            button == QLatin1String("route")      ? change.fromRouteMode(m_store->routePreference())
+            button == QLatin1String("route")      ? change.fromRouteMode(store.routePreference())
             : button == QLatin1String("location") ? change.fromLocationMode()
                                                   : change.fromStoredMode();
-
         QCOMPARE(result.refusal, refusal);
-        QCOMPARE(result.refused(), !refusal.isEmpty());
+        QCOMPARE(result.written, refusal.isEmpty());
         if (result.refused()) {
-            QVERIFY(!result.written);
-            QCOMPARE(bytesOf(m_store->files().masterFile()), before);
+            QCOMPARE(bytesOf(master), before);
         } else {
-            QVERIFY(result.written);
             QCOMPARE(QString::number(result.mode), newMode);
             // a fresh one-key dictionary: the other key is gone
-            QCOMPARE(PropertyList::readDictionary(m_store->files().masterFile()),
+            QCOMPARE(PropertyList::readDictionary(master),
                      (QVariantMap{{QStringLiteral("mode"), newMode}}));
         }
     }

@@ -101,8 +101,8 @@ private slots:
         QCOMPARE(map->overlays().size(), 1);
         QCOMPARE(map->overlays().first()->pointCount(), 3);
         // framed on the two places
-        QTRY_VERIFY(std::abs(map->region().center.latitude -
-                             (Central.latitude + Tst.latitude) / 2) < 1e-6);
+        QTRY_VERIFY(
+            std::abs(map->region().center.latitude - (Central.latitude + Tst.latitude) / 2) < 1e-6);
 
         // a failed plan clears the map; only one marker of each tag goes
         map->addAnnotation(std::make_shared<MapPointAnnotation>(Coordinate{1, 1}, 111111));
@@ -149,7 +149,10 @@ private slots:
         QVERIFY(!screen.addressPicker());
         QVERIFY(!child<QWidget>("v_picker")->isVisible());
         QTest::mouseClick(child<QPushButton>("btn_exchange"), Qt::LeftButton);
-        QCOMPARE(m_world->alerts.alerts().last().message, Busy);
+        const Alert &alert = m_world->alerts.alerts().last();
+        QCOMPARE(alert.message, Busy);
+        QVERIFY(alert.title.isEmpty());
+        QCOMPARE(alert.buttons, QStringList{QStringLiteral("OK")});
         QCOMPARE(m_world->shell.toLocation, 0);
 
         enable->toggle();
@@ -240,27 +243,6 @@ private slots:
         QVERIFY(std::abs(screen.trip().end().latitude - 22.3) < 1e-6);
         QTRY_COMPARE(m_world->directions.requests().size(), 1);
         QVERIFY(std::abs(m_world->directions.requests().first().first.latitude - 22.28) < 1e-6);
-    }
-
-    void panelOnTallScreen_data()
-    {
-        QTest::addColumn<int>("pixelHeight");
-        QTest::addColumn<int>("visible"); // of the panel once up
-        QTest::newRow("ordinary") << 1334 << 54;
-        QTest::newRow("tall") << 2532 << 78;
-    }
-    void panelOnTallScreen()
-    {
-        QFETCH(int, pixelHeight);
-        QFETCH(int, visible);
-        m_world->deviceMetrics = FixedDeviceMetrics(QStringLiteral("16.0"), pixelHeight);
-        open();
-        auto *arrow = child<QPushButton>("btn_upDown");
-        QTest::mouseClick(arrow, Qt::LeftButton);
-        const QWidget *panel = child<QWidget>("v_top");
-        QCOMPARE(panel->y() + panel->height(), visible);
-        QTest::mouseClick(arrow, Qt::LeftButton);
-        QCOMPARE(panel->y(), 0);
     }
 };
 
