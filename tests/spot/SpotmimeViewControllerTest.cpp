@@ -221,14 +221,8 @@ private slots:
         }
         const QVariantList favorites = SpotWorld::favorites(m->world);
         QCOMPARE(favorites.size(), stored.size());
-        for (qsizetype i = 0; i < stored.size(); ++i) {
-            const QVariantMap entry = favorites[i].toMap();
-            QCOMPARE(entry.value(QStringLiteral("name")).toString(), stored[i]);
-            QCOMPARE(entry.value(QStringLiteral("latitude")).toString(),
-                     QStringLiteral("-22.906847"));
-            QCOMPARE(entry.value(QStringLiteral("longitude")).toString(),
-                     QStringLiteral("-43.172897"));
-        }
+        for (qsizetype i = 0; i < stored.size(); ++i)
+            QCOMPARE(favorites[i].toMap().value(QStringLiteral("name")).toString(), stored[i]);
     }
 
     void choosingAFavourite()
