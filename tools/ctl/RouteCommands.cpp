@@ -193,12 +193,12 @@ int routeOn(CtlContext &context, QStringList args)
         return context.fail(CtlFailed, failure);
 
     // looked up only once the choices pass: the lookups go over the network
-    routeTrip->setAddresses(fromAddress ? *fromAddress : addressOf(context, from),
-                            toAddress ? *toAddress : addressOf(context, to));
+    const QString startAddress = fromAddress ? *fromAddress : addressOf(context, from);
+    const QString endAddress = toAddress ? *toAddress : addressOf(context, to);
+    routeTrip->setAddresses(startAddress, endAddress);
     // the route was planned a moment ago: no second request
     if (!routeTrip->switchOn(false).written)
         return context.writeFailed(preferences.files().routeFile());
-    routeTrip->stopPreview();
     if (json)
         context.printJson(RecordJson::route(routeTrip->record()));
     else
