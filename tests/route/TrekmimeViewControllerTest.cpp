@@ -9,6 +9,7 @@
 #include "ui/FlatSwitch.h"
 #include "ui/MapView.h"
 
+#include <QAccessible>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -162,6 +163,8 @@ private slots:
         QVERIFY(!m_world->preferences().isRouteEnable());
         QTest::mouseClick(child<QPushButton>("btn_exchange"), Qt::LeftButton);
         QCOMPARE(m_world->shell.toLocation, 1);
+        QTest::mouseClick(child<QPushButton>("btn_info"), Qt::LeftButton);
+        QCOMPARE(m_world->shell.infoViews, 1);
     }
 
     void restoresARunningTrip()
@@ -239,6 +242,11 @@ private slots:
         }
         QCOMPARE(text("lb_start"), QStringLiteral("Pier 7"));
         QCOMPARE(text("lb_end"), QStringLiteral("Star Ferry"));
+        // a screen reader reads the row as "caption: value"
+        QAccessibleInterface *row =
+            QAccessible::queryAccessibleInterface(child<QPushButton>("row_start"));
+        QCOMPARE(row->text(QAccessible::Name), QStringLiteral("Start"));
+        QCOMPARE(row->text(QAccessible::Description), QStringLiteral("Pier 7"));
         QVERIFY(std::abs(screen.trip().start().latitude - 22.28) < 1e-6);
         QVERIFY(std::abs(screen.trip().end().latitude - 22.3) < 1e-6);
         QTRY_COMPARE(m_world->directions.requests().size(), 1);
