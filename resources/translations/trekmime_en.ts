@@ -121,10 +121,6 @@ Choose a place on the map and press “Add To →”.</source>
 <context>
     <name>ModeChange</name>
     <message>
-        <source>Trekmime is working,please turn off the Trekmime first!</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Spotmime is working,please turn off the Spotmime first!</source>
         <translation type="unfinished"></translation>
     </message>
@@ -226,37 +222,6 @@ Choose a place on the map and press “Add To →”.</source>
     </message>
     <message>
         <source>The position source failed.</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>RouteSwitch</name>
-    <message>
-        <source>Please choose Start</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Please choose End</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Please choose Start Time</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Please choose End Time</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>End Time must later than Start Time</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Path planning failure, rechoose Start/End please</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Trekmime is working,please turn off the Trekmime first!</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -409,10 +374,6 @@ Choose a place on the map and press “Add To →”.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>No route planning service.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Show choices</source>
         <translation type="unfinished"></translation>
     </message>
@@ -422,6 +383,41 @@ Choose a place on the map and press “Add To →”.</source>
     </message>
     <message>
         <source>Done</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TripController</name>
+    <message>
+        <source>Please choose Start</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please choose End</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please choose Start Time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please choose End Time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>End Time must later than Start Time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Path planning failure, rechoose Start/End please</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Trekmime is working,please turn off the Trekmime first!</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No route planning service.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -122,10 +122,6 @@ Choose a place on the map and press “Add To →”.</source>
 <context>
     <name>ModeChange</name>
     <message>
-        <source>Trekmime is working,please turn off the Trekmime first!</source>
-        <translation>Trekmime 正在运行，请先关闭 Trekmime！</translation>
-    </message>
-    <message>
         <source>Spotmime is working,please turn off the Spotmime first!</source>
         <translation>Spotmime 正在运行，请先关闭 Spotmime！</translation>
     </message>
@@ -228,37 +224,6 @@ Choose a place on the map and press “Add To →”.</source>
     <message>
         <source>The position source failed.</source>
         <translation>位置来源出错。</translation>
-    </message>
-</context>
-<context>
-    <name>RouteSwitch</name>
-    <message>
-        <source>Please choose Start</source>
-        <translation>请选择起点</translation>
-    </message>
-    <message>
-        <source>Please choose End</source>
-        <translation>请选择终点</translation>
-    </message>
-    <message>
-        <source>Please choose Start Time</source>
-        <translation>请选择开始时间</translation>
-    </message>
-    <message>
-        <source>Please choose End Time</source>
-        <translation>请选择结束时间</translation>
-    </message>
-    <message>
-        <source>End Time must later than Start Time</source>
-        <translation>结束时间必须晚于开始时间</translation>
-    </message>
-    <message>
-        <source>Path planning failure, rechoose Start/End please</source>
-        <translation>路线规划失败，请重新选择起点/终点</translation>
-    </message>
-    <message>
-        <source>Trekmime is working,please turn off the Trekmime first!</source>
-        <translation>Trekmime 正在运行，请先关闭 Trekmime！</translation>
     </message>
 </context>
 <context>
@@ -410,10 +375,6 @@ Choose a place on the map and press “Add To →”.</source>
         <translation>Trekmime 正在运行</translation>
     </message>
     <message>
-        <source>No route planning service.</source>
-        <translation>没有路线规划服务。</translation>
-    </message>
-    <message>
         <source>Show choices</source>
         <translation>展开选项</translation>
     </message>
@@ -424,6 +385,41 @@ Choose a place on the map and press “Add To →”.</source>
     <message>
         <source>Done</source>
         <translation>完成</translation>
+    </message>
+</context>
+<context>
+    <name>TripController</name>
+    <message>
+        <source>Please choose Start</source>
+        <translation>请选择起点</translation>
+    </message>
+    <message>
+        <source>Please choose End</source>
+        <translation>请选择终点</translation>
+    </message>
+    <message>
+        <source>Please choose Start Time</source>
+        <translation>请选择开始时间</translation>
+    </message>
+    <message>
+        <source>Please choose End Time</source>
+        <translation>请选择结束时间</translation>
+    </message>
+    <message>
+        <source>End Time must later than Start Time</source>
+        <translation>结束时间必须晚于开始时间</translation>
+    </message>
+    <message>
+        <source>Path planning failure, rechoose Start/End please</source>
+        <translation>路线规划失败，请重新选择起点/终点</translation>
+    </message>
+    <message>
+        <source>Trekmime is working,please turn off the Trekmime first!</source>
+        <translation>Trekmime 正在运行，请先关闭 Trekmime！</translation>
+    </message>
+    <message>
+        <source>No route planning service.</source>
+        <translation>没有路线规划服务。</translation>
     </message>
 </context>
 <context>

@@ -5,17 +5,13 @@
 #include "app/SafeArea.h"
 #include "app/Services.h"
 #include "location/Location.h"
+#include "modes/ModeChange.h"
 #include "platform/AlertPresenter.h"
 #include "platform/Clock.h"
 #include "platform/gui/DeviceMetrics.h"
 #include "route/DateTimePicker.h"
-#include "route/RouteImages.h"
 #include "route/SelectAddressViewController.h"
-#include "routing/DirectionsService.h"
 #include "routing/RoutePreview.h"
-#include "settings/ModeChange.h"
-#include "settings/RouteSwitch.h"
-#include "settings/TMPreferenceUtil.h"
 #include "ui/ColorPalette.h"
 #include "ui/CoordinateRegion.h"
 #include "ui/FlatSwitch.h"
@@ -32,11 +28,6 @@ const QString DownArrow = QStringLiteral("\u2b07\ufe0f");
 constexpr int PanelStrip = 54;
 constexpr int TallPanelOffset = 24;
 
-Coordinate pointCoordinate(const RoutePoint &point)
-{
-    return {point.latitude(), point.longitude()};
-}
-
 QString timeText(double seconds)
 {
     // the device's own time zone, as the user reads a clock
@@ -50,6 +41,11 @@ TrekmimeViewController::TrekmimeViewController(const Services &services, Applica
 {
     setObjectName(QStringLiteral("TrekmimeViewController"));
     setClock(services.clock);
+    m_trip = new TripController(*services.preferences, services.directions, *services.clock, this);
+    connect(m_trip, &TripController::planningStarted, this, [this] { showHUDView(); });
+    connect(m_trip, &TripController::planningFinished, this,
+            &TrekmimeViewController::routeAnswered);
+    connect(m_trip, &TripController::previewAt, this, &TrekmimeViewController::showPreview);
     buildViews();
 }
 
@@ -57,7 +53,6 @@ TrekmimeViewController::~TrekmimeViewController() = default;
 
 void TrekmimeViewController::viewDidLoad()
 {
-    mPoints.clear();
     lb_startTip->setText(tr("Start"));
     lb_endTip->setText(tr("End"));
     lb_startTimeTip->setText(tr("Start Time"));
@@ -92,24 +87,18 @@ void TrekmimeViewController::viewDidLoad()
 
 void TrekmimeViewController::restore()
 {
-    m_preferences = m_services.preferences->routePreference();
-    m_recordFollowsPoints = false;
-    if (m_preferences.isEnabled()) {
+    m_trip->restore();
+    if (m_trip->isOn()) {
         enableSwitch->setOn(true);
         setTip(tr("Trekmime is working"));
-        mStartTime = m_preferences.startSeconds();
-        mEndTime = m_preferences.endSeconds();
-        mPoints = m_preferences.points();
-        mStartCoordinate = mPoints.isEmpty() ? Coordinate{} : pointCoordinate(mPoints.first());
-        mEndCoordinate = mPoints.isEmpty() ? Coordinate{} : pointCoordinate(mPoints.last());
-        drawMapLine();
+        m_trip->plan();
         up();
-        lb_start->setText(m_preferences.startAddress());
-        lb_end->setText(m_preferences.endAddress());
-        lb_startTime->setText(timeText(mStartTime));
-        lb_endTime->setText(timeText(mEndTime));
-        refreshLocation();
-        startTimer();
+        lb_start->setText(m_trip->startAddress());
+        lb_end->setText(m_trip->endAddress());
+        lb_startTime->setText(timeText(m_trip->startTime()));
+        lb_endTime->setText(timeText(m_trip->endTime()));
+        m_trip->previewNow();
+        m_trip->startPreview();
     } else {
         enableSwitch->setOn(false);
         setTip(QString());
@@ -125,9 +114,8 @@ void TrekmimeViewController::restore()
 void TrekmimeViewController::viewWillAppear(bool animated)
 {
     BaseViewController::viewWillAppear(animated);
-    m_preferences = m_services.preferences->routePreference();
-    m_recordFollowsPoints = false;
-    enableSwitch->setOn(m_preferences.isEnabled());
+    m_trip->reload();
+    enableSwitch->setOn(m_trip->isOn());
 }
 
 void TrekmimeViewController::resizeEvent(QResizeEvent *event)
@@ -142,199 +130,41 @@ void TrekmimeViewController::setTip(const QString &text)
     enableSwitch->setAccessibleDescription(text);
 }
 
-// --- route planning ---------------------------------------------------------
-
-void TrekmimeViewController::drawMapLine()
-{
-    if (!mStartCoordinate.isChosen() || !mEndCoordinate.isChosen())
-        return;
-    findDirections(mStartCoordinate, mEndCoordinate);
-}
-
-void TrekmimeViewController::findDirections(const Coordinate &from, const Coordinate &to)
-{
-    showHUDView();
-    mIsRouteError = false;
-    if (!m_services.directions) {
-        routeAnswered(DirectionsAnswer::failure(tr("No route planning service.")), from, to);
-        return;
-    }
-    m_services.directions->calculateDirections(
-        from, to, this,
-        [this, from, to](const DirectionsAnswer &answer) { routeAnswered(answer, from, to); });
-}
-
-void TrekmimeViewController::routeAnswered(const DirectionsAnswer &answer, const Coordinate &from,
-                                           const Coordinate &to)
-{
-    hideHUDView();
-    cleanStart();
-    cleanEnd();
-    cleanPath();
-    if (answer.isError() || answer.routes.isEmpty()) {
-        // the user hears of it when switching on; the old points stay
-        mIsRouteError = true;
-        return;
-    }
-    const DirectionsRoute &route = answer.routes.first();
-    QList<RoutePoint> points;
-    points.reserve(route.coordinates.size());
-    for (const Coordinate &c : route.coordinates)
-        points.append(RoutePoint(c.latitude, c.longitude));
-    setPoints(std::move(points));
-    buildStart();
-    buildEnd();
-    mv_main->addOverlay(std::make_shared<MapPolyline>(route.coordinates));
-
-    // framed on the two chosen places, not on the route's own bounds
-    CoordinateRegion region;
-    region.center = {(from.latitude + to.latitude) / 2, (from.longitude + to.longitude) / 2};
-    region.span = {std::abs(from.latitude - to.latitude), std::abs(from.longitude - to.longitude)};
-    mv_main->setRegion(mv_main->regionThatFits(region), true);
-}
-
-void TrekmimeViewController::setPoints(QList<RoutePoint> points)
-{
-    mPoints = std::move(points);
-    if (m_recordFollowsPoints)
-        m_preferences.setPoints(mPoints);
-}
-
-void TrekmimeViewController::cleanPath()
-{
-    const QList<MapOverlayPtr> overlays = mv_main->overlays();
-    for (const MapOverlayPtr &overlay : overlays)
-        mv_main->removeOverlay(overlay);
-}
-
-namespace {
-// only the first marker with the tag goes; later ones stay, as they always have
-void removeFirstWithTag(MapView *map, int tag)
-{
-    const QList<MapAnnotationPtr> annotations = map->annotations();
-    for (const MapAnnotationPtr &annotation : annotations) {
-        if (annotation->tag() == tag) {
-            map->removeAnnotation(annotation);
-            return;
-        }
-    }
-}
-} // namespace
-
-void TrekmimeViewController::cleanStart()
-{
-    removeFirstWithTag(mv_main, RouteStartAnnotationTag);
-}
-
-void TrekmimeViewController::cleanEnd()
-{
-    removeFirstWithTag(mv_main, RouteEndAnnotationTag);
-}
-
-void TrekmimeViewController::buildStart()
-{
-    // the start marker stands at the route's last point: kept as it has always been
-    const Coordinate at = mPoints.isEmpty() ? Coordinate{} : pointCoordinate(mPoints.last());
-    mv_main->addAnnotation(std::make_shared<MapPointAnnotation>(at, RouteStartAnnotationTag));
-}
-
-void TrekmimeViewController::buildEnd()
-{
-    const Coordinate at = mPoints.isEmpty() ? Coordinate{} : pointCoordinate(mPoints.first());
-    mv_main->addAnnotation(std::make_shared<MapPointAnnotation>(at, RouteEndAnnotationTag));
-}
-
-QImage TrekmimeViewController::viewForAnnotation(MapView *, const MapPointAnnotation &annotation)
-{
-    if (annotation.tag() == RouteEndAnnotationTag)
-        return RouteImages::named(QStringLiteral("icon_end"));
-    if (annotation.tag() == RouteStartAnnotationTag)
-        return RouteImages::named(QStringLiteral("icon_start"));
-    return {};
-}
-
-std::optional<MapPolylineRenderer> TrekmimeViewController::rendererForOverlay(MapView *,
-                                                                              const MapPolyline &)
-{
-    return MapPolylineRenderer{2.5, QColor(Qt::green)};
-}
-
 // --- the switch and the preview ---------------------------------------------
 
 void TrekmimeViewController::setEnable(bool on)
 {
     if (on) {
-        RouteSwitch::Choices choices;
-        choices.startLatitude = mStartCoordinate.latitude;
-        choices.startLongitude = mStartCoordinate.longitude;
-        choices.endLatitude = mEndCoordinate.latitude;
-        choices.endLongitude = mEndCoordinate.longitude;
-        choices.startTime = mStartTime;
-        choices.endTime = mEndTime;
-        choices.points = mPoints;
-        choices.routeError = mIsRouteError;
-        const QString failure = RouteSwitch::check(choices);
-        if (!failure.isEmpty()) {
-            m_services.alerts->showMessage(failure, tr("OK"), this);
+        m_trip->setAddresses(lb_start->text(), lb_end->text());
+        const TripController::SwitchResult result = m_trip->switchOn();
+        if (!result.refusal.isEmpty()) {
+            m_services.alerts->showMessage(result.refusal, tr("OK"), this);
             enableSwitch->setOn(false, true);
             return;
         }
-        mStartTime = RouteSwitch::normalizedStartTime(mStartTime, mEndTime,
-                                                      RoutePreview::nowSeconds(*m_services.clock));
         setTip(tr("Trekmime is working"));
         up();
-        drawMapLine();
-        choices.startTime = mStartTime;
-        choices.startAddress = lb_start->text();
-        choices.endAddress = lb_end->text();
-        choices.points = mPoints;
-        RouteSwitch(*m_services.preferences).writeOn(m_preferences, choices);
-        m_recordFollowsPoints = true;
-        startTimer();
     } else {
         setTip(QString());
         down();
         cleanPath();
         cleanStart();
         cleanEnd();
-        RouteSwitch(*m_services.preferences).writeOff(m_preferences);
-        stopTimer();
+        m_trip->switchOff();
     }
 }
 
-void TrekmimeViewController::startTimer()
+void TrekmimeViewController::showPreview(const Coordinate &coordinate)
 {
-    // one preview timer at most
-    stopTimer();
-    mTimer = m_services.clock->createTimer(this);
-    connect(mTimer, &ClockTimer::timeout, this, &TrekmimeViewController::refreshLocation);
-    mTimer->start(1000);
-}
-
-void TrekmimeViewController::stopTimer()
-{
-    if (!mTimer)
-        return;
-    mTimer->stop();
-    mTimer->deleteLater();
-    mTimer = nullptr;
-}
-
-void TrekmimeViewController::refreshLocation()
-{
-    const RoutePreview::Step step =
-        RoutePreview::stepAt(m_preferences, RoutePreview::nowSeconds(*m_services.clock));
-    if (!step.inRange)
-        return; // the 32-bit index left the list: nothing sensible to show
-    const CoordinateRegion region = CoordinateRegionMakeWithDistance(step.coordinate, 2000, 2000);
+    const CoordinateRegion region = CoordinateRegionMakeWithDistance(coordinate, 2000, 2000);
     mv_main->setRegion(mv_main->regionThatFits(region));
-    mv_main->setCenterCoordinate(step.coordinate);
+    mv_main->setCenterCoordinate(coordinate);
 }
 
 void TrekmimeViewController::exchange()
 {
     const ModeChange::Result change =
-        ModeChange(*m_services.preferences).fromRouteMode(m_preferences);
+        ModeChange(*m_services.preferences).fromRouteMode(m_trip->record());
     if (change.refused()) {
         m_services.alerts->showMessage(change.refusal, tr("OK"), this);
         return;
@@ -348,9 +178,10 @@ void TrekmimeViewController::exchange()
 
 bool TrekmimeViewController::guardChoice()
 {
-    if (!m_preferences.isEnabled())
+    const QString refusal = m_trip->choiceRefusal();
+    if (refusal.isEmpty())
         return true;
-    showHUDHintText(RouteSwitch::workingRefusal());
+    showHUDHintText(refusal);
     return false;
 }
 
@@ -386,22 +217,18 @@ void TrekmimeViewController::chooseAddress(bool start)
 
 void TrekmimeViewController::startChosen(double latitude, double longitude, const QString &address)
 {
-    if (latitude == 0.0 || longitude == 0.0)
-        return;
-    mStartCoordinate = {latitude, longitude};
+    if (!m_trip->chooseStart({latitude, longitude}, address))
+        return; // a place on the equator or the prime meridian is not chosen
     lb_start->setText(address);
     m_choiceRows[0]->setAccessibleDescription(address);
-    drawMapLine();
 }
 
 void TrekmimeViewController::endChosen(double latitude, double longitude, const QString &address)
 {
-    if (latitude == 0.0 || longitude == 0.0)
+    if (!m_trip->chooseEnd({latitude, longitude}, address))
         return;
-    mEndCoordinate = {latitude, longitude};
     lb_end->setText(address);
     m_choiceRows[1]->setAccessibleDescription(address);
-    drawMapLine();
 }
 
 void TrekmimeViewController::chooseStartTime()
@@ -502,11 +329,11 @@ void TrekmimeViewController::pickerValueChanged()
     if (mIsStart) {
         lb_startTime->setText(text);
         m_choiceRows[2]->setAccessibleDescription(text);
-        mStartTime = seconds;
+        m_trip->setStartTime(seconds);
     } else {
         lb_endTime->setText(text);
         m_choiceRows[3]->setAccessibleDescription(text);
-        mEndTime = seconds;
+        m_trip->setEndTime(seconds);
     }
 }
 

@@ -2,9 +2,9 @@
 
 #include "app/BaseViewController.h"
 #include "location/LocationDelegate.h"
+#include "modes/TripController.h"
 #include "platform/Coordinate.h"
 #include "route/SelectAddressViewController.h"
-#include "settings/RouteRecord.h"
 #include "ui/MapViewDelegate.h"
 
 #include <QList>
@@ -18,7 +18,6 @@ class MapView;
 class QLabel;
 class QPushButton;
 class QVariantAnimation;
-struct DirectionsAnswer;
 struct Services;
 
 // The screen of the route mode: a full-screen map under a choice panel
@@ -26,11 +25,8 @@ struct Services;
 // while the trip runs, a bottom bar with the on/off switch and the mode
 // button, and a date-and-time picker that slides up over a dimmed backdrop.
 //
-// It keeps its own in-memory copy of the route record (`preferences`), read
-// from the route file when it loads and each time it appears; the switch
-// writes that copy back whole. After switching on, the record's "points"
-// follow `mPoints`, so a route that answers after the write changes the copy
-// (and the file at the next write).
+// The trip itself (choices, planning, the switch, the preview) is the
+// TripController's; the screen shows it and hands it the user's touches.
 class TrekmimeViewController : public BaseViewController,
                                public LocationDelegate,
                                public MapViewDelegate
@@ -43,23 +39,15 @@ public:
     ~TrekmimeViewController() override;
 
     void viewWillAppear(bool animated) override;
-    const RouteRecord &preferences() const { return m_preferences; }
-
-    // state, for the screen's own operations and for tests
-    const QList<RoutePoint> &points() const { return mPoints; }
-    Coordinate startCoordinate() const { return mStartCoordinate; }
-    Coordinate endCoordinate() const { return mEndCoordinate; }
-    double startTime() const { return mStartTime; }
-    double endTime() const { return mEndTime; }
-    bool isRouteError() const { return mIsRouteError; }
+    TripController &trip() { return *m_trip; }
+    const RouteRecord &preferences() const { return m_trip->record(); }
+    const QList<RoutePoint> &points() const { return m_trip->points(); }
     bool isStart() const { return mIsStart; }
-    ClockTimer *timer() const { return mTimer; }
+    ClockTimer *timer() const { return m_trip->previewTimer(); }
     MapView *mapView() const { return mv_main; }
     SelectAddressViewController *addressPicker() const { return m_picker; }
 
-    // route planning
-    void drawMapLine();
-    void findDirections(const Coordinate &from, const Coordinate &to);
+    // the route's markers and line
     void cleanPath();
     void cleanStart();
     void cleanEnd();
@@ -68,7 +56,7 @@ public:
 
     // the switch and the preview
     void setEnable(bool on);
-    void refreshLocation();
+    void refreshLocation() { m_trip->previewNow(); }
 
     // the choices: each applies the guard, then opens its picker
     void chooseStart();
@@ -128,11 +116,8 @@ private:
     void layoutViews();
     void fitMapToPanel();
     bool guardChoice();
-    void routeAnswered(const DirectionsAnswer &answer, const Coordinate &from,
-                       const Coordinate &to);
-    void setPoints(QList<RoutePoint> points);
-    void startTimer();
-    void stopTimer();
+    void routeAnswered();
+    void showPreview(const Coordinate &coordinate);
     void movePanel(int top, bool animated);
     void chooseAddress(bool start);
     void setTip(const QString &text);
@@ -141,19 +126,8 @@ private:
 
     const Services &m_services;
     ApplicationShell &m_shell;
-    RouteRecord m_preferences;
-    // whether the record's "points" is `mPoints` (after a switch-on), so that
-    // a new route reaches it
-    bool m_recordFollowsPoints = false;
-
-    QList<RoutePoint> mPoints;
-    Coordinate mStartCoordinate;
-    Coordinate mEndCoordinate;
-    double mStartTime = 0.0;
-    double mEndTime = 0.0;
-    bool mIsRouteError = false;
+    TripController *m_trip = nullptr;
     bool mIsStart = true;
-    ClockTimer *mTimer = nullptr;
     QPointer<SelectAddressViewController> m_picker;
     int m_animationDuration = 500;
     int m_panelTop = 0;

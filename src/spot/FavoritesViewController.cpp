@@ -3,6 +3,7 @@
 #include "app/ModalPresentation.h"
 #include "app/Services.h"
 #include "app/TopBar.h"
+#include "modes/SpotController.h"
 #include "platform/gui/DeviceMetrics.h"
 #include "settings/FavoriteEntry.h"
 #include "settings/TMPreferenceUtil.h"
@@ -168,7 +169,7 @@ void FavoritesViewController::didSelectRow(int row)
         return;
     mainTableView->setCurrentRow(row);
     const FavoriteEntry &entry = m_favorites.at(row);
-    m_services.preferences->setLocationEnable(true, entry.latitude(), entry.longitude());
+    SpotController(*m_services.preferences).chooseFavorite(entry);
     done();
     if (FavoritesDelegate *listener = delegate())
         listener->favoritesDidSelected();

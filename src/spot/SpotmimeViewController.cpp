@@ -6,11 +6,9 @@
 #include "app/Services.h"
 #include "app/TopBar.h"
 #include "location/Location.h"
+#include "modes/ModeChange.h"
 #include "platform/AlertPresenter.h"
 #include "platform/gui/DeviceMetrics.h"
-#include "settings/FavoriteEntry.h"
-#include "settings/ModeChange.h"
-#include "settings/TMPreferenceUtil.h"
 #include "spot/FavoritesViewController.h"
 #include "spot/SearchInput.h"
 #include "ui/CoordinateRegion.h"
@@ -31,7 +29,8 @@ constexpr double kRegionMeters = 2000.0;
 
 SpotmimeViewController::SpotmimeViewController(const Services &services, ApplicationShell &shell,
                                                QWidget *parent)
-    : BaseViewController(parent), m_services(services), m_shell(shell)
+    : BaseViewController(parent), m_services(services), m_shell(shell),
+      m_spot(*services.preferences)
 {
     setObjectName(QStringLiteral("SpotmimeViewController"));
     setClock(services.clock);
@@ -87,7 +86,7 @@ void SpotmimeViewController::resizeEvent(QResizeEvent *event)
 
 void SpotmimeViewController::refreshViewByStatusWithLocation(bool withLocation)
 {
-    const bool enabled = m_services.preferences->isLocationEnable();
+    const bool enabled = m_spot.isOn();
     enableSwitch->setOn(enabled);
     if (!withLocation)
         return;
@@ -96,9 +95,7 @@ void SpotmimeViewController::refreshViewByStatusWithLocation(bool withLocation)
         startLocating();
         return;
     }
-    m_longitude = m_services.preferences->locationLongitude();
-    m_latitude = m_services.preferences->locationLatitude();
-    centerMapOn({m_latitude, m_longitude});
+    centerMapOn(m_spot.takeStoredPlace());
 }
 
 void SpotmimeViewController::centerMapOn(const Coordinate &coordinate)
@@ -119,13 +116,9 @@ void SpotmimeViewController::regionWillChangeAnimated(MapView *, bool)
 void SpotmimeViewController::regionDidChangeAnimated(MapView *mapView, bool)
 {
     const Coordinate centre = mapView ? mapView->region().center : Coordinate{};
-    m_latitude = centre.latitude;
-    m_longitude = centre.longitude;
-    lb_location->setText(QString::asprintf("%f\n%f", m_latitude, m_longitude));
+    lb_location->setText(QString::asprintf("%f\n%f", centre.latitude, centre.longitude));
     lb_location->show();
-    // leaves the stored place as it is: only the switch and a chosen
-    // favourite move the faked place
-    m_services.preferences->setLocationLatitude(m_latitude, m_longitude);
+    m_spot.mapSettled(centre);
     Location::addressWithCoordinate(centre, this);
 }
 
@@ -145,7 +138,7 @@ void SpotmimeViewController::reverseGeocoderFailed(Location *, const QString &)
 
 void SpotmimeViewController::setEnable()
 {
-    m_services.preferences->setLocationEnable(enableSwitch->isOn(), m_latitude, m_longitude);
+    m_spot.switchTo(enableSwitch->isOn());
     refreshViewByStatusWithLocation(false);
 }
 
@@ -259,8 +252,8 @@ void SpotmimeViewController::searchButtonClicked()
     case SearchInput::Address:
         break;
     }
-    // nothing is faked while the look-up runs; the switch stays as it is
-    m_services.preferences->setLocationEnable(false);
+    // the switch stays as it is
+    m_spot.searchStarted();
     searchField->clear();
     dismissKeyboard(searchField);
     showHUDViewOnWindowWithText(tr("Searching"));
@@ -276,12 +269,8 @@ bool SpotmimeViewController::textFieldShouldReturn()
 void SpotmimeViewController::geocoderSuccess(Location *, const Coordinate &coordinate)
 {
     hideHUDView();
-    m_latitude = coordinate.latitude;
-    m_longitude = coordinate.longitude;
+    m_spot.searchFound(coordinate, enableSwitch->isOn());
     centerMapOn(coordinate);
-    // only the flag comes back: the found place is stored when the switch
-    // is next flipped
-    m_services.preferences->setLocationEnable(enableSwitch->isOn());
 }
 
 void SpotmimeViewController::geocoderFailed(Location *, const QString &)
@@ -307,8 +296,7 @@ void SpotmimeViewController::addToFavorites()
 
 void SpotmimeViewController::okButtonClicked()
 {
-    m_services.preferences->addFavorite(
-        FavoriteEntry::make(favoritesNameField->text(), m_latitude, m_longitude));
+    m_spot.addFavorite(favoritesNameField->text());
     cancelButtonClicked();
 }
 

@@ -3,6 +3,7 @@
 #include "app/BaseViewController.h"
 #include "app/SafeArea.h"
 #include "location/LocationDelegate.h"
+#include "modes/SpotController.h"
 #include "spot/FavoritesDelegate.h"
 #include "ui/MapViewDelegate.h"
 
@@ -17,9 +18,10 @@ class QPushButton;
 struct Services;
 
 // The screen of the fixed-location mode. The user drags the map under a pin
-// fixed at its centre; the centre is the candidate place, shown as two
-// numbers and as an address. The switch stores the candidate in the location
-// file with faking on or off. From here the user searches for a place (by
+// fixed at its centre; the centre is the candidate place (the
+// SpotController's), shown as two numbers and as an address. The switch
+// stores the candidate in the location file with faking on or off. From here the user searches for
+// a place (by
 // "#:" coordinates or by address), saves favourites, opens the favourites
 // list and the information screen, and changes to the route mode.
 //
@@ -46,8 +48,8 @@ public:
     void viewWillAppear(bool animated) override;
 
     // the candidate place
-    double latitude() const { return m_latitude; }
-    double longitude() const { return m_longitude; }
+    double latitude() const { return m_spot.candidate().latitude; }
+    double longitude() const { return m_spot.candidate().longitude; }
 
     // Brings the switch in line with the location file and, with
     // `withLocation`, centres the map on the stored place (faking on) or on
@@ -112,8 +114,7 @@ private:
     const Services &m_services;
     ApplicationShell &m_shell;
 
-    double m_latitude = 0.0;
-    double m_longitude = 0.0;
+    SpotController m_spot;
 
     MapView *mainMapView = nullptr;
     QLabel *locationImageView = nullptr;

@@ -17,15 +17,6 @@
 #include <memory>
 
 namespace {
-const QString routeBusy = QStringLiteral("Trekmime is working,please turn off the Trekmime first!");
-const QString spotBusy = QStringLiteral("Spotmime is working,please turn off the Spotmime first!");
-
-QByteArray bytesOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QVariantMap routeOn()
 {
     return {{QStringLiteral("enable"), QStringLiteral("1")},
@@ -115,23 +106,6 @@ private slots:
         QCOMPARE(root(), delegate.trekmimeController());
     }
 
-    void routeButtonIsRefusedWhileItsRecordIsOn()
-    {
-        store().writeRoutePreference(routeOnRecord());
-        store().writeMode(MasterRecord::RouteMode);
-        const QByteArray masterBefore = bytesOf(m_world->files().masterFile());
-        AppDelegate &delegate = launch();
-
-        pressModeButton();
-
-        QCOMPARE(m_world->alerts.messages(), QStringList{routeBusy});
-        const Alert &alert = m_world->alerts.alerts().first();
-        QVERIFY(alert.title.isEmpty());
-        QCOMPARE(alert.buttons, QStringList{QStringLiteral("OK")});
-        QCOMPARE(bytesOf(m_world->files().masterFile()), masterBefore);
-        QCOMPARE(root(), delegate.trekmimeController());
-    }
-
     void routeButtonTrustsItsMemoryNotTheFile()
     {
         AppDelegate &delegate = launch();
@@ -142,23 +116,6 @@ private slots:
         QCOMPARE(root(), delegate.locationController());
         QCOMPARE(PropertyList::readDictionary(m_world->files().masterFile()),
                  (QVariantMap{{QStringLiteral("mode"), QStringLiteral("1")}}));
-    }
-
-    void spotButtonAsksTheLocationFile()
-    {
-        store().writeMode(MasterRecord::LocationMode);
-        AppDelegate &delegate = launch();
-        store().setLocationEnable(true, 1.0, 2.0);
-        pressModeButton();
-        QCOMPARE(m_world->alerts.messages(), QStringList{spotBusy});
-        QCOMPARE(root(), delegate.locationController());
-        QCOMPARE(store().mode(), 1);
-
-        store().setLocationEnable(false);
-        pressModeButton();
-        QCOMPARE(m_world->alerts.alerts().size(), 1);
-        QCOMPARE(root(), delegate.trekmimeController());
-        QCOMPARE(bytesOf(m_world->files().masterFile()).contains("<string>0</string>"), true);
     }
 
     void switchingKeepsBothScreensAndDropsOtherMasterKeys()

@@ -5,10 +5,10 @@
 
 #include "location/Location.h"
 #include "location/LocationDelegate.h"
+#include "modes/TripController.h"
 #include "platform/Clock.h"
 #include "routing/DirectionsService.h"
 #include "routing/RoutePreview.h"
-#include "settings/RouteSwitch.h"
 #include "settings/TMPreferenceUtil.h"
 
 #include <QDateTime>
@@ -18,6 +18,7 @@
 #include <QTimer>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace {
@@ -37,16 +38,24 @@ void waitUntil(const std::function<bool()> &done)
         loop.exec();
 }
 
-// Plans a route as the route screen does and waits for the answer.
-DirectionsAnswer plan(CtlContext &context, const Coordinate &from, const Coordinate &to)
+// The trip as the route screen has it, over this run's store and services.
+std::unique_ptr<TripController> trip(CtlContext &context)
 {
-    if (!context.services.directions)
-        return DirectionsAnswer::failure(QStringLiteral("no route planning service"));
-    std::optional<DirectionsAnswer> answer;
-    context.services.directions->calculateDirections(
-        from, to, nullptr, [&answer](const DirectionsAnswer &a) { answer = a; });
-    waitUntil([&] { return answer.has_value(); });
-    return *answer;
+    return std::make_unique<TripController>(*context.services.preferences,
+                                            context.services.directions, *context.services.clock);
+}
+
+// Waits for the route the trip is planning, if any.
+void waitForPlanning(TripController &trip)
+{
+    if (!trip.isPlanning())
+        return;
+    QEventLoop loop;
+    QObject::connect(&trip, &TripController::planningFinished, &loop, [&] {
+        if (!trip.isPlanning())
+            loop.quit();
+    });
+    loop.exec();
 }
 
 // The first address line of a place, or "Unknow" when the lookup fails, as
@@ -101,8 +110,12 @@ int routePlan(CtlContext &context, QStringList args)
     const auto toLongitude = toLatitude ? CtlArgs::longitude(context, args[3]) : std::nullopt;
     if (!toLongitude)
         return CtlBadInput;
-    const DirectionsAnswer answer =
-        plan(context, {*fromLatitude, *fromLongitude}, {*toLatitude, *toLongitude});
+    if (!context.services.directions)
+        return context.fail(CtlFailed, QStringLiteral("no route planning service"));
+    const auto planner = trip(context);
+    planner->planBetween({*fromLatitude, *fromLongitude}, {*toLatitude, *toLongitude});
+    waitForPlanning(*planner);
+    const DirectionsAnswer &answer = planner->lastAnswer();
     if (answer.isError() || answer.routes.isEmpty())
         return context.fail(CtlFailed, answer.error.value_or(QStringLiteral("no route")));
     const DirectionsRoute &route = answer.routes.first();
@@ -163,42 +176,34 @@ int routeOn(CtlContext &context, QStringList args)
     }
 
     TMPreferenceUtil &preferences = *context.services.preferences;
-    RouteRecord record = preferences.routePreference();
-    if (record.isEnabled())
-        return context.fail(CtlFailed, RouteSwitch::workingRefusal());
+    const auto routeTrip = trip(context);
+    routeTrip->restore();
+    if (routeTrip->isOn())
+        return context.fail(CtlFailed, routeTrip->choiceRefusal());
 
-    RouteSwitch::Choices choices;
-    choices.startLatitude = *fromLatitude;
-    choices.startLongitude = *fromLongitude;
-    choices.endLatitude = *toLatitude;
-    choices.endLongitude = *toLongitude;
-    choices.startTime = *startTime;
-    choices.endTime = *endTime;
+    // the screen's order: the places (the second one plans), then the times
     const Coordinate from{*fromLatitude, *fromLongitude};
     const Coordinate to{*toLatitude, *toLongitude};
-    // a place of exactly 0 is not chosen, and then no route is asked for
-    if (from.isChosen() && to.isChosen()) {
-        const DirectionsAnswer answer = plan(context, from, to);
-        choices.routeError = answer.isError() || answer.routes.isEmpty();
-        if (!choices.routeError) {
-            for (const Coordinate &c : answer.routes.first().coordinates)
-                choices.points.append(RoutePoint(c.latitude, c.longitude));
-        }
-    }
-    const QString failure = RouteSwitch::check(choices);
+    routeTrip->chooseStart(from, QString());
+    routeTrip->chooseEnd(to, QString());
+    waitForPlanning(*routeTrip);
+    routeTrip->setStartTime(*startTime);
+    routeTrip->setEndTime(*endTime);
+    const QString failure = routeTrip->check();
     if (!failure.isEmpty())
         return context.fail(CtlFailed, failure);
 
-    choices.startAddress = fromAddress ? *fromAddress : addressOf(context, from);
-    choices.endAddress = toAddress ? *toAddress : addressOf(context, to);
-    choices.startTime = RouteSwitch::normalizedStartTime(
-        choices.startTime, choices.endTime, RoutePreview::nowSeconds(*context.services.clock));
-    if (!RouteSwitch(preferences).writeOn(record, choices))
+    // looked up only once the choices pass: the lookups go over the network
+    const QString startAddress = fromAddress ? *fromAddress : addressOf(context, from);
+    const QString endAddress = toAddress ? *toAddress : addressOf(context, to);
+    routeTrip->setAddresses(startAddress, endAddress);
+    // the route was planned a moment ago: no second request
+    if (!routeTrip->switchOn(false).written)
         return context.writeFailed(preferences.files().routeFile());
     if (json)
-        context.printJson(RecordJson::route(record));
+        context.printJson(RecordJson::route(routeTrip->record()));
     else
-        context.out << RecordJson::describeRoute(record) << Qt::endl;
+        context.out << RecordJson::describeRoute(routeTrip->record()) << Qt::endl;
     return CtlOk;
 }
 
@@ -217,10 +222,11 @@ int route(CtlContext &context, const QStringList &args)
     if (!CtlArgs::count(context, args, 1, 1, usage))
         return CtlBadInput;
     TMPreferenceUtil &preferences = *context.services.preferences;
-    RouteRecord record = preferences.routePreference();
+    const auto routeTrip = trip(context);
+    routeTrip->restore();
+    const RouteRecord &record = routeTrip->record();
     if (args.first() == QLatin1String("off")) {
-        // as the route switch does: only "enable" changes
-        if (!RouteSwitch(preferences).writeOff(record))
+        if (!routeTrip->switchOff())
             return context.writeFailed(preferences.files().routeFile());
     } else if (args.first() != QLatin1String("show")) {
         return context.fail(CtlBadInput, QStringLiteral("usage: %1").arg(usage));

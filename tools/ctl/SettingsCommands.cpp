@@ -4,8 +4,9 @@
 #include "Ctl.h"
 #include "RecordJson.h"
 
+#include "modes/ModeChange.h"
+#include "modes/SpotController.h"
 #include "platform/AlertPresenter.h"
-#include "settings/ModeChange.h"
 #include "settings/StoredValue.h"
 #include "settings/TMPreferenceUtil.h"
 
@@ -134,11 +135,12 @@ int spot(CtlContext &context, const QStringList &args)
         return context.fail(CtlBadInput,
                             QStringLiteral("wrong number of arguments; usage: %1").arg(usage));
     const QString action = args.first();
+    SpotController spot(store(context));
     bool written = false;
     if (action == QLatin1String("off")) {
         if (!CtlArgs::count(context, args, 1, 1, usage))
             return CtlBadInput;
-        written = store(context).setLocationEnable(false);
+        written = spot.setFlag(false);
     } else if (action == QLatin1String("on")) {
         if (args.size() != 1 && args.size() != 3)
             return context.fail(CtlBadInput,
@@ -150,9 +152,11 @@ int spot(CtlContext &context, const QStringList &args)
             const auto longitude = CtlArgs::longitude(context, args[2]);
             if (!longitude)
                 return CtlBadInput;
-            written = store(context).setLocationEnable(true, *latitude, *longitude);
+            // as the screen's switch stores the place under its pin
+            spot.setCandidate({*latitude, *longitude});
+            written = spot.switchTo(true);
         } else {
-            written = store(context).setLocationEnable(true);
+            written = spot.setFlag(true); // the stored place stays
         }
     } else {
         return context.fail(CtlBadInput,

@@ -1,5 +1,6 @@
-#include "settings/ModeChange.h"
+#include "modes/ModeChange.h"
 
+#include "modes/TripController.h"
 #include "settings/RouteRecord.h"
 #include "settings/TMPreferenceUtil.h"
 
@@ -14,8 +15,7 @@ ModeChange::Result ModeChange::change(MasterRecord::Mode to)
 ModeChange::Result ModeChange::fromRouteMode(const RouteRecord &routeRecord)
 {
     if (routeRecord.isEnabled())
-        return {tr("Trekmime is working,please turn off the Trekmime first!"),
-                MasterRecord::RouteMode, false};
+        return {TripController::workingRefusal(), MasterRecord::RouteMode, false};
     return change(MasterRecord::LocationMode);
 }
 

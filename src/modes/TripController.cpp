@@ -1,0 +1,211 @@
+#include "modes/TripController.h"
+
+#include "platform/Clock.h"
+#include "routing/RoutePreview.h"
+#include "settings/TMPreferenceUtil.h"
+
+namespace {
+Coordinate pointCoordinate(const RoutePoint &point)
+{
+    return {point.latitude(), point.longitude()};
+}
+} // namespace
+
+TripController::TripController(TMPreferenceUtil &store, DirectionsService *directions, Clock &clock,
+                               QObject *parent)
+    : QObject(parent), m_store(store), m_directions(directions), m_clock(clock)
+{
+}
+
+TripController::~TripController() = default;
+
+void TripController::restore()
+{
+    reload();
+    if (!m_record.isEnabled())
+        return;
+    m_startTime = m_record.startSeconds();
+    m_endTime = m_record.endSeconds();
+    m_points = m_record.points();
+    m_start = m_points.isEmpty() ? Coordinate{} : pointCoordinate(m_points.first());
+    m_end = m_points.isEmpty() ? Coordinate{} : pointCoordinate(m_points.last());
+    m_startAddress = m_record.startAddress();
+    m_endAddress = m_record.endAddress();
+}
+
+void TripController::reload()
+{
+    m_record = m_store.routePreference();
+    m_recordFollowsPoints = false;
+}
+
+// --- the choices --------------------------------------------------------------
+
+bool TripController::chooseStart(const Coordinate &place, const QString &address)
+{
+    if (place.latitude == 0.0 || place.longitude == 0.0)
+        return false;
+    m_start = place;
+    m_startAddress = address;
+    plan();
+    return true;
+}
+
+bool TripController::chooseEnd(const Coordinate &place, const QString &address)
+{
+    if (place.latitude == 0.0 || place.longitude == 0.0)
+        return false;
+    m_end = place;
+    m_endAddress = address;
+    plan();
+    return true;
+}
+
+void TripController::setAddresses(const QString &start, const QString &end)
+{
+    m_startAddress = start;
+    m_endAddress = end;
+}
+
+QString TripController::choiceRefusal() const
+{
+    return m_record.isEnabled() ? workingRefusal() : QString();
+}
+
+QString TripController::workingRefusal()
+{
+    return tr("Trekmime is working,please turn off the Trekmime first!");
+}
+
+// --- planning -------------------------------------------------------------------
+
+void TripController::plan()
+{
+    if (!m_start.isChosen() || !m_end.isChosen())
+        return;
+    planBetween(m_start, m_end);
+}
+
+void TripController::planBetween(const Coordinate &from, const Coordinate &to)
+{
+    ++m_pendingPlans;
+    emit planningStarted();
+    m_routeError = false;
+    if (!m_directions) {
+        answered(DirectionsAnswer::failure(tr("No route planning service.")), from, to);
+        return;
+    }
+    m_directions->calculateDirections(
+        from, to, this,
+        [this, from, to](const DirectionsAnswer &answer) { answered(answer, from, to); });
+}
+
+void TripController::answered(const DirectionsAnswer &answer, const Coordinate &from,
+                              const Coordinate &to)
+{
+    --m_pendingPlans;
+    m_lastAnswer = answer;
+    m_plannedFrom = from;
+    m_plannedTo = to;
+    if (answer.isError() || answer.routes.isEmpty()) {
+        // the user hears of it when switching on; the old points stay
+        m_routeError = true;
+    } else {
+        const QList<Coordinate> &route = answer.routes.first().coordinates;
+        m_points.clear();
+        m_points.reserve(route.size());
+        for (const Coordinate &c : route)
+            m_points.append(RoutePoint(c.latitude, c.longitude));
+        if (m_recordFollowsPoints)
+            m_record.setPoints(m_points);
+    }
+    emit planningFinished();
+}
+
+// --- the switch -----------------------------------------------------------------
+
+QString TripController::check() const
+{
+    if (!m_start.isChosen())
+        return tr("Please choose Start");
+    if (!m_end.isChosen())
+        return tr("Please choose End");
+    if (m_startTime <= 0)
+        return tr("Please choose Start Time");
+    if (m_endTime <= 0)
+        return tr("Please choose End Time");
+    // equal times pass on purpose: the preview never divides by a zero span
+    if (m_startTime > m_endTime)
+        return tr("End Time must later than Start Time");
+    if (m_points.isEmpty() || m_routeError)
+        return tr("Path planning failure, rechoose Start/End please");
+    return {};
+}
+
+double TripController::normalizedStartTime(double startTime, double endTime, qint32 now)
+{
+    if (startTime < now)
+        startTime = now;
+    if (startTime > endTime)
+        startTime = endTime - 1.0;
+    return startTime;
+}
+
+TripController::SwitchResult TripController::switchOn(bool replan)
+{
+    SwitchResult result;
+    result.refusal = check();
+    if (!result.refusal.isEmpty())
+        return result;
+    m_startTime = normalizedStartTime(m_startTime, m_endTime, RoutePreview::nowSeconds(m_clock));
+    if (replan)
+        plan();
+    // the points of the route at hand; a new answer reaches the record later
+    m_record.setEnabled(true);
+    m_record.setStart(m_startTime);
+    m_record.setEnd(m_endTime);
+    m_record.setStartAddress(m_startAddress);
+    m_record.setEndAddress(m_endAddress);
+    m_record.setPoints(m_points);
+    result.written = m_store.writeRoutePreference(m_record);
+    m_recordFollowsPoints = true;
+    startPreview();
+    return result;
+}
+
+bool TripController::switchOff()
+{
+    m_record.setEnabled(false);
+    const bool written = m_store.writeRoutePreference(m_record);
+    stopPreview();
+    return written;
+}
+
+// --- the preview ------------------------------------------------------------------
+
+void TripController::startPreview()
+{
+    // one preview timer at most
+    stopPreview();
+    m_timer = m_clock.createTimer(this);
+    connect(m_timer, &ClockTimer::timeout, this, &TripController::previewNow);
+    m_timer->start(1000);
+}
+
+void TripController::stopPreview()
+{
+    if (!m_timer)
+        return;
+    m_timer->stop();
+    m_timer->deleteLater();
+    m_timer = nullptr;
+}
+
+void TripController::previewNow()
+{
+    const RoutePreview::Step step =
+        RoutePreview::stepAt(m_record, RoutePreview::nowSeconds(m_clock));
+    if (!step.inRange)
+        return; // the 32-bit index left the list: nothing sensible to show
+    emit previewAt(step.coordinate);
+}

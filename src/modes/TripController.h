@@ -1,0 +1,133 @@
+#pragma once
+
+#include "platform/Coordinate.h"
+#include "routing/DirectionsService.h"
+#include "settings/RouteRecord.h"
+
+#include <QObject>
+#include <QString>
+
+class Clock;
+class ClockTimer;
+class TMPreferenceUtil;
+
+// The simulated trip of the route mode, as the route screen shows it and as
+// trekmime-ctl drives it for a script: the four choices (start and end
+// place with their address texts, start and end time), planning the road
+// route between the places, the switch with its checks and writes, and the
+// one-second preview of where the trip stands.
+//
+// It keeps an in-memory copy of the route record, read from the route file
+// on `restore()` and `reload()`; the switch writes that copy back whole.
+// After a switch-on the record's "points" follow the planned points, so a
+// route that answers after the write changes the copy (and the file at the
+// next write).
+class TripController : public QObject
+{
+    Q_OBJECT
+
+public:
+    TripController(TMPreferenceUtil &store, DirectionsService *directions, Clock &clock,
+                   QObject *parent = nullptr);
+    ~TripController() override;
+
+    // Reads the route record. When it is on, the times, addresses and
+    // points come from it, and the places from the first and last point;
+    // planning and the preview are the caller's to start.
+    void restore();
+    // Reads the route record again, leaving the choices as they are.
+    void reload();
+    const RouteRecord &record() const { return m_record; }
+    bool isOn() const { return m_record.isEnabled(); }
+
+    // --- the choices. A place with a latitude or longitude of exactly 0 is
+    // not chosen, and is ignored (false); a chosen one plans the route.
+    bool chooseStart(const Coordinate &place, const QString &address);
+    bool chooseEnd(const Coordinate &place, const QString &address);
+    void setAddresses(const QString &start, const QString &end);
+    void setStartTime(double seconds) { m_startTime = seconds; }
+    void setEndTime(double seconds) { m_endTime = seconds; }
+    Coordinate start() const { return m_start; }
+    Coordinate end() const { return m_end; }
+    QString startAddress() const { return m_startAddress; }
+    QString endAddress() const { return m_endAddress; }
+    double startTime() const { return m_startTime; }
+    double endTime() const { return m_endTime; }
+    // The refusal to show when a choice is made while the trip is on, or
+    // an empty text when choosing is allowed.
+    QString choiceRefusal() const;
+
+    // --- planning. `plan()` asks for a route when both places are chosen;
+    // `planBetween()` asks in any case. Every request ends in exactly one
+    // planningFinished(), later, unless this object is gone by then.
+    void plan();
+    void planBetween(const Coordinate &from, const Coordinate &to);
+    bool isPlanning() const { return m_pendingPlans > 0; }
+    const QList<RoutePoint> &points() const { return m_points; }
+    bool isRouteError() const { return m_routeError; }
+    // The last answer and the two places it was asked for.
+    const DirectionsAnswer &lastAnswer() const { return m_lastAnswer; }
+    Coordinate plannedFrom() const { return m_plannedFrom; }
+    Coordinate plannedTo() const { return m_plannedTo; }
+
+    // --- the switch
+    struct SwitchResult
+    {
+        QString refusal; // the first failing check; empty when switched on
+        bool written = false;
+    };
+    // The six checks of the choices in their fixed order: the text of the
+    // first that fails, or an empty text.
+    QString check() const;
+    // Checks; then moves the start out of the past, plans again (unless
+    // `replan` is false: the caller has just planned), writes the record on
+    // and starts the preview.
+    SwitchResult switchOn(bool replan = true);
+    // Writes the record with only "enable" changed, and stops the preview.
+    bool switchOff();
+
+    // The start time to store: never in the past (`now` is whole seconds,
+    // 32-bit), and never after the end (then one second before it).
+    static double normalizedStartTime(double startTime, double endTime, qint32 now);
+    static QString workingRefusal();
+
+    // --- the preview, once a second while the trip is on
+    void startPreview();
+    void stopPreview();
+    // Emits previewAt() for the present moment, unless the 32-bit index
+    // falls outside the points.
+    void previewNow();
+    ClockTimer *previewTimer() const { return m_timer; }
+
+signals:
+    void planningStarted();
+    void planningFinished();
+    void previewAt(const Coordinate &coordinate);
+
+private:
+    void answered(const DirectionsAnswer &answer, const Coordinate &from, const Coordinate &to);
+
+    TMPreferenceUtil &m_store;
+    DirectionsService *m_directions;
+    Clock &m_clock;
+
+    RouteRecord m_record;
+    // whether the record's "points" is `m_points` (after a switch-on)
+    bool m_recordFollowsPoints = false;
+
+    Coordinate m_start;
+    Coordinate m_end;
+    QString m_startAddress;
+    QString m_endAddress;
+    double m_startTime = 0.0;
+    double m_endTime = 0.0;
+
+    QList<RoutePoint> m_points;
+    bool m_routeError = false;
+    int m_pendingPlans = 0;
+    DirectionsAnswer m_lastAnswer;
+    Coordinate m_plannedFrom;
+    Coordinate m_plannedTo;
+
+    ClockTimer *m_timer = nullptr;
+};

@@ -1,0 +1,99 @@
+// The route screen's map: the planned route's line and its two markers.
+
+#include "route/TrekmimeViewController.h"
+
+#include "route/RouteImages.h"
+#include "ui/CoordinateRegion.h"
+#include "ui/MapView.h"
+
+namespace {
+Coordinate pointCoordinate(const RoutePoint &point)
+{
+    return {point.latitude(), point.longitude()};
+}
+} // namespace
+
+// --- the route on the map ----------------------------------------------------
+
+void TrekmimeViewController::routeAnswered()
+{
+    hideHUDView();
+    cleanStart();
+    cleanEnd();
+    cleanPath();
+    if (m_trip->isRouteError())
+        return; // the user hears of it when switching on
+    buildStart();
+    buildEnd();
+    mv_main->addOverlay(
+        std::make_shared<MapPolyline>(m_trip->lastAnswer().routes.first().coordinates));
+
+    // framed on the two chosen places, not on the route's own bounds
+    const Coordinate from = m_trip->plannedFrom();
+    const Coordinate to = m_trip->plannedTo();
+    CoordinateRegion region;
+    region.center = {(from.latitude + to.latitude) / 2, (from.longitude + to.longitude) / 2};
+    region.span = {std::abs(from.latitude - to.latitude), std::abs(from.longitude - to.longitude)};
+    mv_main->setRegion(mv_main->regionThatFits(region), true);
+}
+
+void TrekmimeViewController::cleanPath()
+{
+    const QList<MapOverlayPtr> overlays = mv_main->overlays();
+    for (const MapOverlayPtr &overlay : overlays)
+        mv_main->removeOverlay(overlay);
+}
+
+namespace {
+// only the first marker with the tag goes; later ones stay, as they always have
+void removeFirstWithTag(MapView *map, int tag)
+{
+    const QList<MapAnnotationPtr> annotations = map->annotations();
+    for (const MapAnnotationPtr &annotation : annotations) {
+        if (annotation->tag() == tag) {
+            map->removeAnnotation(annotation);
+            return;
+        }
+    }
+}
+} // namespace
+
+void TrekmimeViewController::cleanStart()
+{
+    removeFirstWithTag(mv_main, RouteStartAnnotationTag);
+}
+
+void TrekmimeViewController::cleanEnd()
+{
+    removeFirstWithTag(mv_main, RouteEndAnnotationTag);
+}
+
+void TrekmimeViewController::buildStart()
+{
+    // the start marker stands at the route's last point: kept as it has always been
+    const QList<RoutePoint> &points = m_trip->points();
+    const Coordinate at = points.isEmpty() ? Coordinate{} : pointCoordinate(points.last());
+    mv_main->addAnnotation(std::make_shared<MapPointAnnotation>(at, RouteStartAnnotationTag));
+}
+
+void TrekmimeViewController::buildEnd()
+{
+    const QList<RoutePoint> &points = m_trip->points();
+    const Coordinate at = points.isEmpty() ? Coordinate{} : pointCoordinate(points.first());
+    mv_main->addAnnotation(std::make_shared<MapPointAnnotation>(at, RouteEndAnnotationTag));
+}
+
+QImage TrekmimeViewController::viewForAnnotation(MapView *, const MapPointAnnotation &annotation)
+{
+    if (annotation.tag() == RouteEndAnnotationTag)
+        return RouteImages::named(QStringLiteral("icon_end"));
+    if (annotation.tag() == RouteStartAnnotationTag)
+        return RouteImages::named(QStringLiteral("icon_start"));
+    return {};
+}
+
+std::optional<MapPolylineRenderer> TrekmimeViewController::rendererForOverlay(MapView *,
+                                                                              const MapPolyline &)
+{
+    return MapPolylineRenderer{2.5, QColor(Qt::green)};
+}

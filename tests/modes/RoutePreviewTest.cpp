@@ -1,0 +1,119 @@
+#include "TestMain.h"
+
+#include "routing/RoutePreview.h"
+#include "settings/RouteRecord.h"
+
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+const qint32 Start = 1700000000;
+
+RouteRecord trip(qint32 duration, int count)
+{
+    RouteRecord record;
+    record.setStart(Start);
+    record.setEnd(double(Start) + duration);
+    QList<RoutePoint> points;
+    for (int i = 0; i < count; ++i)
+        points.append(RoutePoint(i, -i));
+    record.setPoints(points);
+    return record;
+}
+} // namespace
+
+// Where the preview puts the trip: the index is worked out in signed 32-bit
+// arithmetic, as the hooking component does it, so long trips with many
+// points overflow, and the preview must show that, not a corrected point.
+class RoutePreviewTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void proportionalIndex_data()
+    {
+        QTest::addColumn<qint32>("elapsed");
+        QTest::addColumn<qint32>("count");
+        QTest::addColumn<qint32>("duration");
+        QTest::addColumn<qint32>("index");
+        QTest::newRow("half way") << 50 << 10 << 100 << 5;
+        QTest::newRow("rounds toward zero") << 99 << 10 << 100 << 9;
+        // 43200 x 100000 = 4 320 000 000 wraps to 25 032 704
+        QTest::newRow("product wraps positive") << 43200 << 100000 << 86400 << 289;
+        // 30000 x 100000 = 3 000 000 000 wraps to -1 294 967 296
+        QTest::newRow("product wraps negative") << 30000 << 100000 << 86400 << -14988;
+        QTest::newRow("no duration") << 5 << 10 << 0 << 0;
+        // 65536 x 32768 = 2^31 wraps to the smallest value; divided by -1 it stays
+        QTest::newRow("the one quotient that wraps")
+            << 65536 << 32768 << -1 << std::numeric_limits<qint32>::min();
+    }
+    void proportionalIndex()
+    {
+        QFETCH(qint32, elapsed);
+        QFETCH(qint32, count);
+        QFETCH(qint32, duration);
+        QFETCH(qint32, index);
+        QCOMPARE(RoutePreview::proportionalIndex(Start + elapsed, Start, Start + duration, count),
+                 index);
+    }
+
+    void stepAt_data()
+    {
+        QTest::addColumn<qint32>("duration");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<qint32>("elapsed");
+        QTest::addColumn<int>("pick");
+        QTest::addColumn<qint32>("index");
+        QTest::addColumn<bool>("inRange");
+        const int first = int(RoutePreview::Pick::First);
+        const int between = int(RoutePreview::Pick::Proportional);
+        const int last = int(RoutePreview::Pick::Last);
+        QTest::newRow("before the start") << 100 << 4 << -1 << first << 0 << true;
+        QTest::newRow("at the start") << 100 << 4 << 0 << between << 0 << true;
+        QTest::newRow("three quarters") << 100 << 4 << 75 << between << 3 << true;
+        QTest::newRow("at the end") << 100 << 4 << 100 << last << 3 << true;
+        QTest::newRow("no points: latitude 0, longitude 0")
+            << 100 << 0 << 50 << between << 0 << true;
+        QTest::newRow("a long trip leaves the list")
+            << 86400 << 100000 << 30000 << between << -14988 << false;
+        QTest::newRow("a long trip lands early")
+            << 86400 << 100000 << 43200 << between << 289 << true;
+    }
+    void stepAt()
+    {
+        QFETCH(qint32, duration);
+        QFETCH(int, count);
+        QFETCH(qint32, elapsed);
+        QFETCH(int, pick);
+        QFETCH(qint32, index);
+        QFETCH(bool, inRange);
+        const RoutePreview::Step step =
+            RoutePreview::stepAt(trip(duration, count), Start + elapsed);
+        QCOMPARE(int(step.pick), pick);
+        QCOMPARE(step.index, index);
+        QCOMPARE(step.inRange, inRange);
+        if (inRange)
+            QCOMPARE(step.coordinate, (Coordinate{double(index), -double(index)}));
+    }
+
+    void nowSeconds_data()
+    {
+        QTest::addColumn<double>("seconds");
+        QTest::addColumn<qint32>("whole");
+        QTest::newRow("cut toward zero") << 1700000000.9 << 1700000000;
+        QTest::newRow("negative cut toward zero") << -1.9 << -1;
+        QTest::newRow("after 2038") << 3e9 << std::numeric_limits<qint32>::max();
+        QTest::newRow("not a number") << std::nan("") << 0;
+    }
+    void nowSeconds()
+    {
+        QFETCH(double, seconds);
+        QFETCH(qint32, whole);
+        QCOMPARE(RoutePreview::nowSeconds(seconds), whole);
+    }
+};
+
+TREKMIME_TEST(RoutePreviewTest)
+#include "RoutePreviewTest.moc"

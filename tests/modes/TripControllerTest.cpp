@@ -1,0 +1,252 @@
+#include "TestMain.h"
+#include "TestServices.h"
+
+#include "fakes/FakeDirectionsService.h"
+#include "modes/TripController.h"
+#include "settings/PropertyList.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+const Coordinate Central{22.2846809, 114.1588};
+const Coordinate Tst{22.2988, 114.1722};
+const double Now = 1700000000; // the test clock's start
+const QString Busy = QStringLiteral("Trekmime is working,please turn off the Trekmime first!");
+
+QVariantMap point(const Coordinate &c)
+{
+    return {{QStringLiteral("lat"), c.latitude}, {QStringLiteral("lng"), c.longitude}};
+}
+
+QByteArray bytesOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+} // namespace
+
+// The trip behind the route screen and trekmime-ctl: the switch's checks in
+// their order, what switching on and off writes, restoring a running trip,
+// planning, and the preview.
+class TripControllerTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<TestServices> m_world;
+    std::unique_ptr<FakeDirectionsService> m_directions;
+    std::unique_ptr<TripController> m_trip;
+
+    TripController &trip() { return *m_trip; }
+    QVariantMap stored() { return m_world->preferences().routePreference().toPropertyList(); }
+    void waitForPlanning() { QTRY_VERIFY(!m_trip->isPlanning()); }
+    void choose(const Coordinate &start, const Coordinate &end, double startTime, double endTime)
+    {
+        trip().chooseStart(start, QStringLiteral("Central"));
+        trip().chooseEnd(end, QStringLiteral("Tsim Sha Tsui"));
+        waitForPlanning();
+        trip().setStartTime(startTime);
+        trip().setEndTime(endTime);
+    }
+
+private slots:
+    void init()
+    {
+        m_world = std::make_unique<TestServices>();
+        m_directions = std::make_unique<FakeDirectionsService>();
+        m_trip = std::make_unique<TripController>(m_world->preferences(), m_directions.get(),
+                                                  m_world->clock);
+    }
+    void cleanup()
+    {
+        m_trip.reset();
+        m_directions.reset();
+        m_world.reset();
+    }
+
+    // A refused switch-on leaves the route file exactly as it was.
+    void checksInOrder_data()
+    {
+        QTest::addColumn<Coordinate>("start");
+        QTest::addColumn<Coordinate>("end");
+        QTest::addColumn<double>("startTime");
+        QTest::addColumn<double>("endTime");
+        QTest::addColumn<bool>("routeFound");
+        QTest::addColumn<QString>("refusal");
+        const double t1 = Now + 60, t2 = Now + 120;
+        const QString path = QStringLiteral("Path planning failure, rechoose Start/End please");
+        QTest::newRow("nothing chosen") << Coordinate{} << Coordinate{} << 0.0 << 0.0 << true
+                                        << QStringLiteral("Please choose Start");
+        QTest::newRow("start on the equator") << Coordinate{0, 114.1} << Tst << t1 << t2 << true
+                                              << QStringLiteral("Please choose Start");
+        QTest::newRow("start on the prime meridian, all else missing")
+            << Coordinate{22.3, 0} << Coordinate{} << 0.0 << 0.0 << false
+            << QStringLiteral("Please choose Start");
+        QTest::newRow("end") << Central << Coordinate{22.3, 0} << -5.0 << t2 << true
+                             << QStringLiteral("Please choose End");
+        QTest::newRow("start time before end time")
+            << Central << Tst << 0.0 << 0.0 << false << QStringLiteral("Please choose Start Time");
+        QTest::newRow("end time") << Central << Tst << t1 << -1.0 << false
+                                  << QStringLiteral("Please choose End Time");
+        QTest::newRow("end before start") << Central << Tst << t2 << t1 << false
+                                          << QStringLiteral("End Time must later than Start Time");
+        QTest::newRow("no route") << Central << Tst << t1 << t2 << false << path;
+        QTest::newRow("equal times pass") << Central << Tst << t1 << t1 << true << QString();
+        QTest::newRow("all chosen") << Central << Tst << t1 << t2 << true << QString();
+    }
+    void checksInOrder()
+    {
+        QFETCH(Coordinate, start);
+        QFETCH(Coordinate, end);
+        QFETCH(double, startTime);
+        QFETCH(double, endTime);
+        QFETCH(bool, routeFound);
+        QFETCH(QString, refusal);
+        const QVariantMap existing{{QStringLiteral("enable"), QStringLiteral("0")},
+                                   {QStringLiteral("odd"), 7}};
+        QVERIFY(PropertyList::write(m_world->files().routeFile(), existing));
+        const QByteArray before = bytesOf(m_world->files().routeFile());
+        trip().restore();
+        if (!routeFound)
+            m_directions->setAnswer(DirectionsAnswer::failure(QStringLiteral("no road")));
+        choose(start, end, startTime, endTime);
+
+        const TripController::SwitchResult result = trip().switchOn();
+        QCOMPARE(result.refusal, refusal);
+        QCOMPARE(result.written, refusal.isEmpty());
+        QCOMPARE(bool(trip().previewTimer()), refusal.isEmpty());
+        if (!refusal.isEmpty())
+            QCOMPARE(bytesOf(m_world->files().routeFile()), before);
+    }
+
+    void normalizedStart_data()
+    {
+        QTest::addColumn<double>("start");
+        QTest::addColumn<double>("end");
+        QTest::addColumn<double>("expected");
+        QTest::newRow("future start kept") << Now + 60 << Now + 120 << Now + 60;
+        QTest::newRow("past start becomes now") << Now - 60 << Now + 120 << Now;
+        QTest::newRow("both past: one second before the end") << Now - 600 << Now - 60 << Now - 61;
+        QTest::newRow("end is now") << Now - 600 << Now << Now;
+    }
+    void normalizedStart()
+    {
+        QFETCH(double, start);
+        QFETCH(double, end);
+        QFETCH(double, expected);
+        QCOMPARE(TripController::normalizedStartTime(start, end, qint32(Now)), expected);
+    }
+
+    void switchOnThenOff()
+    {
+        QVERIFY(
+            PropertyList::write(m_world->files().routeFile(),
+                                QVariantMap{{QStringLiteral("extra"), QStringLiteral("kept")}}));
+        trip().restore();
+        choose(Central, Tst, Now - 60.5, Now + 120);
+        QCOMPARE(trip().points().size(), 3);
+        // the switch plans again; that answer comes after the write
+        const Coordinate b{22.29, 114.16}, c{22.295, 114.17};
+        m_directions->setAnswer(
+            DirectionsAnswer::found({DirectionsRoute{{Central, b, c, Tst}, 0, 0}}));
+        QVERIFY(trip().switchOn().written);
+        const QVariantMap on = stored();
+        QCOMPARE(on.value(QStringLiteral("enable")), QVariant(QStringLiteral("1")));
+        QCOMPARE(on.value(QStringLiteral("start")), QVariant(QStringLiteral("1700000000.000000")));
+        QCOMPARE(on.value(QStringLiteral("end")), QVariant(QStringLiteral("1700000120.000000")));
+        QCOMPARE(on.value(QStringLiteral("s")), QVariant(QStringLiteral("Central")));
+        QCOMPARE(on.value(QStringLiteral("e")), QVariant(QStringLiteral("Tsim Sha Tsui")));
+        QCOMPARE(on.value(QStringLiteral("points")).toList().size(), 3);
+        QCOMPARE(on.value(QStringLiteral("extra")), QVariant(QStringLiteral("kept")));
+        QCOMPARE(trip().choiceRefusal(), Busy);
+
+        // memory follows the new route; the file keeps the one written
+        waitForPlanning();
+        QCOMPARE(trip().record().pointCount(), 4);
+        QCOMPARE(m_world->preferences().routePreference().pointCount(), 3);
+
+        // the preview, once a second: in proportion, then the last point
+        QSignalSpy shown(&trip(), &TripController::previewAt);
+        m_world->clock.advance(60000); // 60 x 4 / 120 = 2
+        QCOMPARE(shown.size(), 60);
+        QCOMPARE(shown.last().first().value<Coordinate>(), c);
+        m_world->clock.advance(61000);
+        QCOMPARE(shown.last().first().value<Coordinate>(), Tst);
+
+        // off: only "enable" changes, of the record as it is in memory
+        QVERIFY(trip().switchOff());
+        QVERIFY(!trip().previewTimer());
+        QVariantMap off = on;
+        off.insert(QStringLiteral("enable"), QStringLiteral("0"));
+        off.insert(QStringLiteral("points"),
+                   QVariantList{point(Central), point(b), point(c), point(Tst)});
+        QCOMPARE(stored(), off);
+        QCOMPARE(trip().choiceRefusal(), QString());
+    }
+
+    // A trip restored from the file plans its route again, but the record
+    // keeps the stored points: switching off writes them back as they were.
+    void restoredTripReplannedAndSwitchedOff()
+    {
+        const QVariantList points{point({22.28, 114.15}), QStringLiteral("odd entry"),
+                                  point({22.3, 114.17})};
+        const QVariantMap record{{QStringLiteral("enable"), QStringLiteral("1")},
+                                 {QStringLiteral("start"), QStringLiteral("1699999000.500000")},
+                                 {QStringLiteral("end"), QStringLiteral("1700001000.000000")},
+                                 {QStringLiteral("s"), QStringLiteral("Central")},
+                                 {QStringLiteral("e"), QStringLiteral("TST")},
+                                 {QStringLiteral("points"), points}};
+        QVERIFY(PropertyList::write(m_world->files().routeFile(), record));
+        trip().restore();
+        QVERIFY(trip().isOn());
+        QCOMPARE(trip().start(), (Coordinate{22.28, 114.15}));
+        QCOMPARE(trip().end(), (Coordinate{22.3, 114.17}));
+        QCOMPARE(trip().startTime(), 1699999000.0);
+        QCOMPARE(trip().startAddress(), QStringLiteral("Central"));
+        QCOMPARE(trip().choiceRefusal(), Busy);
+
+        trip().plan();
+        waitForPlanning();
+        QCOMPARE(m_directions->requests().size(), 1);
+        QCOMPARE(trip().points().size(), 3);
+        QVERIFY(trip().points().at(1).latitude() != 0.0); // the new route's corner
+        QVERIFY(trip().switchOff());
+        QVariantMap off = record;
+        off.insert(QStringLiteral("enable"), QStringLiteral("0"));
+        QCOMPARE(stored(), off);
+    }
+
+    // A failed plan keeps the last good points but fails the last check;
+    // answers are taken in the order they come.
+    void failedPlanAfterAGoodOne()
+    {
+        m_directions->setHeld(true);
+        trip().chooseStart(Central, QStringLiteral("Central"));
+        trip().chooseEnd(Tst, QStringLiteral("TST"));
+        trip().plan();
+        QCOMPARE(m_directions->pending().size(), 2);
+        QVERIFY(m_directions->release(
+            1, DirectionsAnswer::found({DirectionsRoute{{{1, 1}, {2, 2}}, 0, 0}})));
+        QVERIFY(trip().isPlanning());
+        QVERIFY(m_directions->release(0, DirectionsAnswer::failure(QStringLiteral("x"))));
+        QVERIFY(!trip().isPlanning());
+        QVERIFY(trip().isRouteError());
+        QCOMPARE(trip().points().size(), 2);
+        trip().setStartTime(Now + 60);
+        trip().setEndTime(Now + 120);
+        QCOMPARE(trip().check(),
+                 QStringLiteral("Path planning failure, rechoose Start/End please"));
+
+        // a controller gone before the answer hears nothing
+        trip().plan();
+        m_trip.reset();
+        QVERIFY(!m_directions->release(0, DirectionsAnswer::failure(QStringLiteral("x"))));
+    }
+};
+
+TREKMIME_TEST(TripControllerTest)
+#include "TripControllerTest.moc"
