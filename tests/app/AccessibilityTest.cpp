@@ -12,14 +12,12 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 
 #include <cmath>
 
-// The controls as a screen reader or a test driver finds and works them
-// through Qt's accessibility interfaces.
+// The controls as a screen reader or a test driver finds and works them.
 namespace {
 
 enum class Control { SwitchOn, SwitchOff, DisabledSwitch, Button, ModeButton, Map };

@@ -1,6 +1,7 @@
 #include "TestMain.h"
 #include "TestServices.h"
 
+#include "app/BaseViewController.h"
 #include "app/ModalPresentation.h"
 #include "apps/WhitelistViewController.h"
 #include "fakes/FakeApplicationRegistry.h"

@@ -293,6 +293,10 @@ private slots:
         map.setShowsUserLocation(false);
         QCOMPARE(source->stopCount(), 1);
         QVERIFY(!map.userLocation());
+        // a zoom level shows the map at the next tile zoom, up to the finest
+        QVERIFY(std::abs(map.zoomLevel() - 15.0) < 1e-3);
+        map.setCenterCoordinate(Paris, 40u, false);
+        QVERIFY(std::abs(map.zoomLevel() - 19.0) < 1e-3);
     }
 };
 

@@ -9,7 +9,6 @@
 
 #include <QBuffer>
 #include <QNetworkAccessManager>
-#include <QPainter>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QSqlDatabase>
@@ -35,10 +34,7 @@ QByteArray pngOf(const QColor &color)
 class SolidTileSource : public TileSource
 {
 public:
-    QString attribution() const override
-    {
-        return QStringLiteral("\u00a9 OpenStreetMap contributors");
-    }
+    QString attribution() const override { return QString(); }
     void requestTile(const TileId &tile) override
     {
         requested.append(tile);
@@ -48,7 +44,7 @@ public:
         image.fill(color);
         QTimer::singleShot(0, this, [this, tile, image] { emit tileLoaded(tile, image); });
     }
-    QColor color = Qt::blue;
+    const QColor color = Qt::blue;
     bool answer = true;
     QList<TileId> requested;
 };
@@ -187,10 +183,8 @@ private slots:
         configuration.set(Configuration::TileUrl,
                           QStringLiteral("http://127.0.0.1:9/{z}/{x}/{y}.png"));
         auto web = createConfiguredTileSource(configuration, &m_network, m_cacheDir.path());
-        QVERIFY(qobject_cast<HttpTileSource *>(web.get()));
-        QCOMPARE(static_cast<HttpTileSource *>(web.get())->urlFor(TileId{5, 17, 11}).toString(),
+        QCOMPARE(qobject_cast<HttpTileSource *>(web.get())->urlFor(TileId{5, 17, 11}).toString(),
                  QStringLiteral("http://127.0.0.1:9/5/17/11.png"));
-
         configuration.mbtiles = m_cacheDir.filePath(QStringLiteral("none.mbtiles"));
         // a file that cannot be opened is reported, and the map shows its grid
         QTest::ignoreMessage(QtWarningMsg,
@@ -198,9 +192,9 @@ private slots:
         QVERIFY(qobject_cast<MBTilesTileSource *>(
             createConfiguredTileSource(configuration, &m_network, m_cacheDir.path()).get()));
 
-        Configuration empty;
-        empty.tileUrl.clear();
-        QVERIFY(!createConfiguredTileSource(empty, &m_network, m_cacheDir.path()));
+        configuration.mbtiles.clear();
+        configuration.tileUrl.clear();
+        QVERIFY(!createConfiguredTileSource(configuration, &m_network, m_cacheDir.path()));
     }
 
     void layerDrawsTilesAndFillsTheGaps()
@@ -276,9 +270,7 @@ private slots:
         map.removeOverlay(line);
         QCOMPARE(redPixels(map.render(), 150), 0);
         map.addOverlay(across(200), MapPolylineRenderer{3.0, QColor(Qt::red)});
-        const QImage moved = map.render();
-        QVERIFY(redPixels(moved, 150) >= 2);
-        QVERIFY(qRed(moved.pixel(150, 220)) > 200);
+        QVERIFY(qRed(map.render().pixel(150, 220)) > 200);
     }
 };
 
