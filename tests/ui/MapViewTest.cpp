@@ -12,17 +12,13 @@
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 class RecordingDelegate : public MapViewDelegate
 {
 public:
-    void regionWillChangeAnimated(MapView *, bool animated) override
-    {
-        events.append(QStringLiteral("will %1").arg(int(animated)));
-    }
-    void regionDidChangeAnimated(MapView *, bool animated) override
-    {
-        events.append(QStringLiteral("did %1").arg(int(animated)));
-    }
+    void regionWillChangeAnimated(MapView *, bool a) override { events << u"will %1"_s.arg(a); }
+    void regionDidChangeAnimated(MapView *, bool a) override { events << u"did %1"_s.arg(a); }
     QImage viewForAnnotation(MapView *, const MapPointAnnotation &annotation) override
     {
         return annotation.tag() == RouteEndAnnotationTag ? endImage : QImage();
@@ -101,8 +97,7 @@ private slots:
     {
         QTest::addColumn<Move>("move");
         QTest::addColumn<QStringList>("expected");
-        const QStringList plain{QStringLiteral("will 0"), QStringLiteral("did 0")};
-        const QStringList animated{QStringLiteral("will 1"), QStringLiteral("did 1")};
+        const QStringList plain{u"will 0"_s, u"did 0"_s}, animated{u"will 1"_s, u"did 1"_s};
         QTest::newRow("set") << Move::Set << plain;
         QTest::newRow("set, then centre in the same turn") << Move::SetThenCentre << plain;
         QTest::newRow("set to where it is") << Move::SetSameRegion << QStringList();
@@ -154,7 +149,7 @@ private slots:
             QTest::mouseMove(&map, QPoint(200, 220));
             QTest::qWait(30);
             // held in the hand: the move has not come to rest
-            QCOMPARE(m_delegate.events, QStringList{QStringLiteral("will 0")});
+            QCOMPARE(m_delegate.events, QStringList{u"will 0"_s});
             QTest::mouseRelease(&map, Qt::LeftButton, {}, QPoint(200, 220));
             break;
         case Move::WheelBurst:

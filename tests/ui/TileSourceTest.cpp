@@ -75,25 +75,18 @@ private slots:
     {
         QTest::addColumn<QByteArray>("cacheControl");
         QTest::addColumn<QList<int>>("statuses"); // the server's answer to each ask in turn
-        QTest::addColumn<QList<bool>>("loaded");  // whether each ask gave a tile
         QTest::addColumn<int>("requests");
         const QList<int> twoFine{200, 200};
-        const QList<bool> twoTiles{true, true};
-        QTest::newRow("fresh for an hour")
-            << QByteArray("max-age=3600") << twoFine << twoTiles << 1;
-        QTest::newRow("no expiry: kept by default") << QByteArray() << twoFine << twoTiles << 1;
-        QTest::newRow("already expired: asked again")
-            << QByteArray("max-age=0") << twoFine << twoTiles << 2;
-        // the server breaks down; the expired copy is better than nothing
+        QTest::newRow("fresh for an hour") << QByteArray("max-age=3600") << twoFine << 1;
+        QTest::newRow("no expiry: kept by default") << QByteArray() << twoFine << 1;
+        QTest::newRow("already expired: asked again") << QByteArray("max-age=0") << twoFine << 2;
         QTest::newRow("errors fail, yet an old tile serves")
-            << QByteArray("max-age=0") << QList<int>{404, 200, 500}
-            << QList<bool>{false, true, true} << 3;
+            << QByteArray("max-age=0") << QList<int>{404, 200, 500} << 3;
     }
     void fetchesThenServesFromTheCache()
     {
         QFETCH(QByteArray, cacheControl);
         QFETCH(QList<int>, statuses);
-        QFETCH(QList<bool>, loaded);
         QFETCH(int, requests);
         qsizetype ask = 0;
         StubHttpServer server([&, png = pngOf(Qt::red)](const StubHttpServer::Request &) {
@@ -103,15 +96,18 @@ private slots:
             return response;
         });
         QVERIFY(server.listen());
-        // every ask by a new source over the same cache
+        // every ask by a new source over the same cache; once the server fails,
+        // an expired copy is better than nothing
+        bool cached = false;
         for (ask = 0; ask < statuses.size(); ++ask) {
             HttpTileSource source(&m_network, optionsFor(server));
             QSignalSpy tiles(&source, &TileSource::tileLoaded);
             QSignalSpy failed(&source, &TileSource::tileFailed);
             source.requestTile(TileId{3, 4, 2});
             QTRY_COMPARE(tiles.size() + failed.size(), 1);
-            QCOMPARE(tiles.size(), loaded.at(ask) ? 1 : 0);
-            if (loaded.at(ask))
+            cached = cached || statuses.at(ask) == 200;
+            QCOMPARE(tiles.size(), cached ? 1 : 0);
+            if (cached)
                 QCOMPARE(tiles.first().at(1).value<QImage>().pixelColor(5, 5), QColor(Qt::red));
         }
         QCOMPARE(server.requests().size(), requests);
@@ -160,6 +156,7 @@ private slots:
                 QVERIFY(QSqlQuery(db).exec(statement));
             db.close();
         }
+        QSqlDatabase::removeDatabase(QStringLiteral("writer"));
         MBTilesTileSource source(path);
         QVERIFY2(source.isOpen(), qPrintable(source.errorString()));
         QCOMPARE(source.attribution(), QStringLiteral("\u00a9 OpenStreetMap contributors"));
