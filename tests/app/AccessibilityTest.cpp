@@ -48,7 +48,6 @@ QWidget *build(Control kind, QWidget *holder)
     }
 }
 
-// counts the moves that came to rest
 struct SettleCounter : MapViewDelegate
 {
     int settled = 0;

@@ -28,7 +28,6 @@ struct RecordingDelegate : ProgressHUDDelegate
     }
 };
 
-// a 320 by 480 overlay with a 16 pixel label and 12 pixel details
 ProgressHUDLayout::Input layoutInput()
 {
     ProgressHUDLayout::Input in;
@@ -44,7 +43,6 @@ class ProgressHUDTest : public QObject
 {
     Q_OBJECT
 
-    // an overlay placed on the host, hidden, with a manual clock and a delegate
     ProgressHUD *addedHUD()
     {
         auto *hud = new ProgressHUD(m_host);

@@ -82,7 +82,6 @@ private slots:
         QTest::addColumn<Act>("act");
         QTest::addColumn<bool>("expected");
         QTest::addColumn<bool>("sent");
-        // set from a shown position, and asked to tell or not
         const auto set = [](double shown, bool on, bool send) {
             return Act([=](FlatSwitch &c) {
                 c.setPercentOn(shown);

@@ -245,7 +245,6 @@ private slots:
         if (delegateFirst)
             map.setDelegate(&m_delegate);
         map.addAnnotation(std::make_shared<MapPointAnnotation>(Paris, tag));
-        // a line straight across, east to west
         map.addOverlay(std::make_shared<MapPolyline>(
             QList<Coordinate>{map.convertPointToCoordinate(QPointF(0, 600)),
                               map.convertPointToCoordinate(QPointF(390, 600))}));

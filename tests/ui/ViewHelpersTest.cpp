@@ -16,7 +16,6 @@ class ViewHelpersTest : public QObject
 {
     Q_OBJECT
 
-    // a child at `frame` of a shown parent of `size`
     static QWidget *childOf(QWidget *parent, QSize size, QRect frame)
     {
         parent->resize(size);
