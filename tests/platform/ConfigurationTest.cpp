@@ -9,197 +9,150 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-namespace {
-QStringList args(std::initializer_list<const char *> words)
-{
-    QStringList result{QStringLiteral("trekmime")};
-    for (const char *word : words)
-        result.append(QString::fromUtf8(word));
-    return result;
-}
-} // namespace
+using namespace Qt::StringLiterals;
 
 // Where each setting comes from: command line, then environment, then the
-// config file, then the default.
+// config file, then the default; and what stops the start.
 class ConfigurationTest : public QObject
 {
     Q_OBJECT
 
-private:
     QTemporaryDir m_dir;
 
-    QString writeConfig(const QByteArray &content,
-                        const QString &name = QStringLiteral("trekmime.conf"))
-    {
-        const QString path = m_dir.filePath(name);
-        QFile file(path);
-        file.open(QIODevice::WriteOnly);
-        file.write(content);
-        return path;
-    }
+    QString configPath() const { return m_dir.filePath(u"trekmime.conf"_s); }
 
-    bool load(const QStringList &arguments, const QProcessEnvironment &environment,
-              Configuration &configuration, QString *error = nullptr)
+    // `given` holds "--option value" and "VARIABLE=value" (CONFIG standing for the
+    // config file's path); the config file, holding `file`, is named if given
+    bool load(const QStringList &given, const QByteArray &file, Configuration &configuration,
+              QString *error = nullptr)
     {
+        QStringList words{u"trekmime"_s};
+        QProcessEnvironment environment;
+        QFile config(configPath());
+        if (!file.isNull() && config.open(QIODevice::WriteOnly)) {
+            config.write(file);
+            config.close();
+            environment.insert(u"TREKMIME_CONFIG"_s, configPath());
+        }
+        for (const QString &item : given) {
+            const bool option = item.startsWith(u"--");
+            const QString value =
+                item.section(option ? u' ' : u'=', 1).replace(u"CONFIG"_s, configPath());
+            if (option)
+                words << item.section(u' ', 0, 0) << value;
+            else if (!item.isEmpty())
+                environment.insert(item.section(u'=', 0, 0), value);
+        }
         QCommandLineParser parser;
         Configuration::addOptionsTo(parser);
-        if (!parser.parse(arguments))
-            return false;
-        return Configuration::load(&parser, environment, configuration, error);
+        return parser.parse(words) &&
+               Configuration::load(&parser, environment, configuration, error);
     }
 
 private slots:
     void precedence_data()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QString>("environment");
+        QTest::addColumn<QStringList>("given");
         QTest::addColumn<QByteArray>("file");
         QTest::addColumn<QString>("expected");
-        const QByteArray file = "tile-url = http://file.example/{z}/{x}/{y}.png\n";
-        QTest::newRow("default") << args({}) << QString() << QByteArray()
-                                 << QStringLiteral(
-                                        "https://tile.openstreetmap.org/{z}/{x}/{y}.png");
-        QTest::newRow("config file") << args({}) << QString() << file
-                                     << QStringLiteral("http://file.example/{z}/{x}/{y}.png");
-        const QString environment = QStringLiteral("http://env.example/{z}/{x}/{y}");
-        QTest::newRow("environment over file") << args({}) << environment << file << environment;
+        const QByteArray file = "tile-url = http://file/{z}/{x}/{y}\n";
+        const QString environment = u"TREKMIME_TILE_URL=http://env/{z}/{x}/{y}"_s;
+        // the default config file is optional
+        QTest::newRow("default") << QStringList{u"XDG_CONFIG_HOME=CONFIG.d"_s} << QByteArray()
+                                 << u"https://tile.openstreetmap.org/{z}/{x}/{y}.png"_s;
+        QTest::newRow("config file") << QStringList() << file << u"http://file/{z}/{x}/{y}"_s;
+        QTest::newRow("environment over file")
+            << QStringList{environment} << file << u"http://env/{z}/{x}/{y}"_s;
         QTest::newRow("command line over all")
-            << args({"--tile-url", "http://cli.example/{z}/{x}/{y}"}) << environment << file
-            << QStringLiteral("http://cli.example/{z}/{x}/{y}");
+            << QStringList{environment, u"--tile-url http://cli/{z}/{x}/{y}"_s} << file
+            << u"http://cli/{z}/{x}/{y}"_s;
         QTest::newRow("empty on the command line means no tiles")
-            << args({"--tile-url", ""}) << QString() << file << QString();
+            << QStringList{u"--tile-url "_s} << file << QString();
     }
     void precedence()
     {
-        QFETCH(QStringList, arguments);
-        QFETCH(QString, environment);
+        QFETCH(QStringList, given);
         QFETCH(QByteArray, file);
         QFETCH(QString, expected);
-        QProcessEnvironment env;
-        env.insert(QStringLiteral("TREKMIME_CONFIG"), writeConfig(file));
-        if (!environment.isEmpty())
-            env.insert(QStringLiteral("TREKMIME_TILE_URL"), environment);
         Configuration configuration;
-        QVERIFY(load(arguments, env, configuration));
+        QVERIFY(load(given, file, configuration));
         QCOMPARE(configuration.tileUrl, expected);
     }
 
     void valuesAreTyped()
     {
-        const QString log = writeConfig("", QStringLiteral("track.nmea"));
-        QProcessEnvironment env;
-        env.insert(QStringLiteral("TREKMIME_CONFIG"),
-                   writeConfig("tile-cache-mb = \" 50 \"\n"
-                               "routing-url = http://127.0.0.1:5000/osrm/\n"
-                               "tile-attribution = Data, and more\n"
-                               "nmea-file = " +
-                               log.toUtf8() + "\n"));
         Configuration configuration;
-        QVERIFY(load(args({"--routing-profile", "foot"}), env, configuration));
+        QVERIFY(load({u"--routing-profile foot"_s},
+                     "tile-cache-mb = \" 50 \"\nrouting-url = http://127.0.0.1:5000/osrm/\n"
+                     "tile-attribution = Data, and more\nnmea-file = " +
+                         configPath().toUtf8() + "\n",
+                     configuration));
         QCOMPARE(configuration.tileCacheMB, 50);
-        QCOMPARE(configuration.routingUrl, QUrl(QStringLiteral("http://127.0.0.1:5000/osrm/")));
-        QCOMPARE(configuration.routingProfile, QStringLiteral("foot"));
-        QCOMPARE(configuration.tileAttribution, QStringLiteral("Data, and more"));
-        QCOMPARE(configuration.nmeaFile, log);
-        QVERIFY(configuration.isExplicit(Configuration::TileCacheMB));
-        QVERIFY(!configuration.isExplicit(Configuration::NominatimUrl));
+        QCOMPARE(configuration.routingUrl, QUrl(u"http://127.0.0.1:5000/osrm/"_s));
+        QCOMPARE(configuration.routingProfile, u"foot"_s);
+        QCOMPARE(configuration.tileAttribution, u"Data, and more"_s);
+        QCOMPARE(configuration.nmeaFile, configPath());
+        QVERIFY(configuration.isExplicit(Configuration::TileCacheMB) &&
+                !configuration.isExplicit(Configuration::NominatimUrl));
     }
 
-    // One line naming where the value came from and why it cannot be used,
-    // before anything is created.
+    // one line naming where the value came from and why it cannot be used
     void unusableValuesStopTheStart_data()
     {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QString>("variable"); // "NAME=value"
+        QTest::addColumn<QString>("given");
         QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QString>("message"); // CONFIG: the config file's path
-        const auto row = [](const char *name, const QStringList &arguments, const char *variable,
-                            const QByteArray &file, const char *message) {
-            QTest::newRow(name) << arguments << QString::fromUtf8(variable) << file
-                                << QString::fromUtf8(message);
+        QTest::addColumn<QString>("message");
+        const auto row = [](const char *name, const char *given, const char *message,
+                            const QByteArray &file = "") {
+            QTest::newRow(name) << QString::fromUtf8(given) << file << QString::fromUtf8(message);
         };
-        row("cache size not a number", args({"--tile-cache-mb", "lots"}), "", "",
+        row("cache size not a number", "--tile-cache-mb lots",
             "--tile-cache-mb \"lots\" is not a whole number of 0 or more");
-        row("negative cache size", args({}), "TREKMIME_TILE_CACHE_MB=-1", "",
-            "TREKMIME_TILE_CACHE_MB \"-1\" is not a whole number of 0 or more");
-        row("fractional cache size in the file", args({}), "", "tile-cache-mb = 1.5\n",
-            "tile-cache-mb \"1.5\" in CONFIG is not a whole number of 0 or more");
-        row("URL without a scheme", args({"--nominatim-url", "nominatim.example.org"}), "", "",
-            "--nominatim-url \"nominatim.example.org\" is not a web address");
-        row("URL without a host", args({}), "TREKMIME_ROUTING_URL=http://", "",
+        row("URL without a host", "TREKMIME_ROUTING_URL=http://",
             "TREKMIME_ROUTING_URL \"http://\" is not a web address");
-        row("URL that does not parse", args({"--geocoding-url", "http://exa mple.org"}), "", "",
-            "--geocoding-url \"http://exa mple.org\" is not a web address");
-        row("empty URL", args({"--routing-url", ""}), "", "",
-            "--routing-url \"\" is not a web address");
-        row("tile template without {y}", args({"--tile-url", "https://t.example/{z}/{x}.png"}), "",
-            "", "is not a tile address with {z}, {x} and {y}");
-        row("tile template without a host", args({"--tile-url", "/tiles/{z}/{x}/{y}.png"}), "", "",
-            "is not a web address");
-        row("missing NMEA log", args({"--nmea-file", "/nonexistent/track.nmea"}), "", "",
+        row("tile template without {y}", "--tile-url https://t.example/{z}/{x}.png",
+            "is not a tile address with {z}, {x} and {y}");
+        row("tile template without a host", "--tile-url /{z}/{x}/{y}", "is not a web address");
+        row("missing NMEA log", "--nmea-file /nonexistent/track.nmea",
             "--nmea-file \"/nonexistent/track.nmea\" is not a readable file");
-        row("missing MBTiles file", args({}), "", "mbtiles = /nonexistent/map.mbtiles\n",
-            "mbtiles \"/nonexistent/map.mbtiles\" in CONFIG is not a readable file");
-        row("routing profile with a slash", args({"--routing-profile", "car/../x"}), "", "",
+        row("missing MBTiles file", "",
+            "mbtiles \"/nonexistent/map.mbtiles\" in CONFIG is not a readable file",
+            "mbtiles = /nonexistent/map.mbtiles\n");
+        row("routing profile with a slash", "--routing-profile car/../x",
             "--routing-profile \"car/../x\" is not one word");
-        row("preferences folder is a file", args({}), "TREKMIME_PREFERENCES_DIR=CONFIG", "",
+        row("named config file missing", "--config /nonexistent/trekmime.conf",
+            "cannot read config file /nonexistent/trekmime.conf");
+        row("preferences folder is a file", "TREKMIME_PREFERENCES_DIR=CONFIG",
             "TREKMIME_PREFERENCES_DIR \"CONFIG\" is not a folder");
     }
     void unusableValuesStopTheStart()
     {
-        QFETCH(QStringList, arguments);
-        QFETCH(QString, variable);
+        QFETCH(QString, given);
         QFETCH(QByteArray, file);
         QFETCH(QString, message);
-        const QString config = writeConfig(file);
-        QProcessEnvironment env;
-        env.insert(QStringLiteral("TREKMIME_CONFIG"), config);
-        if (!variable.isEmpty())
-            env.insert(variable.section(u'=', 0, 0),
-                       variable.section(u'=', 1).replace(QStringLiteral("CONFIG"), config));
         Configuration configuration;
         QString error;
-        QVERIFY(!load(arguments, env, configuration, &error));
-        QVERIFY2(error.contains(message.replace(QStringLiteral("CONFIG"), config)),
-                 qPrintable(error));
+        QVERIFY(!load({given}, file, configuration, &error));
+        QVERIFY2(error.contains(message.replace(u"CONFIG"_s, configPath())), qPrintable(error));
         QVERIFY(!error.contains(u'\n'));
-    }
-
-    void aNamedConfigFileMustExist()
-    {
-        Configuration configuration;
-        QString error;
-        QProcessEnvironment env;
-        QVERIFY(
-            !load(args({"--config", "/nonexistent/trekmime.conf"}), env, configuration, &error));
-        QCOMPARE(error, QStringLiteral("cannot read config file /nonexistent/trekmime.conf"));
-        // the default one is optional
-        env.insert(QStringLiteral("XDG_CONFIG_HOME"),
-                   m_dir.filePath(QStringLiteral("nothing-here")));
-        QVERIFY(load(args({}), env, configuration));
     }
 
     void preferencesDirectory()
     {
         Configuration configuration;
-        QProcessEnvironment env;
-        env.insert(QStringLiteral("TREKMIME_PREFERENCES_DIR"),
-                   m_dir.filePath(QStringLiteral("a/b")));
-        QVERIFY(load(args({}), env, configuration));
+        QVERIFY(load({u"TREKMIME_PREFERENCES_DIR=CONFIG.d/a"_s}, {}, configuration));
         QString announcement;
         const QString chosen = choosePreferencesDirectory(configuration, &announcement);
-        QCOMPARE(QDir(chosen).absolutePath(), m_dir.filePath(QStringLiteral("a/b")));
+        QCOMPARE(QDir(chosen).absolutePath(), configPath() + u".d/a"_s);
         QVERIFY(QDir(chosen).exists());
         QVERIFY(announcement.isEmpty()); // the user named it
-
-        if (QFileInfo::exists(QStringLiteral("/var/mobile/Library/Preferences")))
+        if (QFileInfo::exists(u"/var/mobile/Library/Preferences"_s))
             QSKIP("this machine has the device's preferences folder");
-        QVERIFY(load(args({}), QProcessEnvironment(), configuration));
+        QVERIFY(load({}, {}, configuration));
         const QString fallback = choosePreferencesDirectory(configuration, &announcement);
         QVERIFY(fallback.startsWith(
             QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)));
-        QVERIFY(QDir(fallback).exists());
-        QVERIFY(announcement.contains(fallback));
+        QVERIFY(QDir(fallback).exists() && announcement.contains(fallback));
     }
 };
 

@@ -9,7 +9,6 @@
 
 #include <QBuffer>
 #include <QNetworkAccessManager>
-#include <QPainter>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QSqlDatabase>
@@ -35,10 +34,7 @@ QByteArray pngOf(const QColor &color)
 class SolidTileSource : public TileSource
 {
 public:
-    QString attribution() const override
-    {
-        return QStringLiteral("\u00a9 OpenStreetMap contributors");
-    }
+    QString attribution() const override { return QString(); }
     void requestTile(const TileId &tile) override
     {
         requested.append(tile);
@@ -48,7 +44,7 @@ public:
         image.fill(color);
         QTimer::singleShot(0, this, [this, tile, image] { emit tileLoaded(tile, image); });
     }
-    QColor color = Qt::blue;
+    const QColor color = Qt::blue;
     bool answer = true;
     QList<TileId> requested;
 };
@@ -79,52 +75,45 @@ private slots:
     {
         QTest::addColumn<QByteArray>("cacheControl");
         QTest::addColumn<QList<int>>("statuses"); // the server's answer to each ask in turn
-        QTest::addColumn<QList<bool>>("loaded");  // whether each ask gave a tile
         QTest::addColumn<int>("requests");
         const QList<int> twoFine{200, 200};
-        const QList<bool> twoTiles{true, true};
-        QTest::newRow("fresh for an hour")
-            << QByteArray("max-age=3600") << twoFine << twoTiles << 1;
-        QTest::newRow("no expiry: kept by default") << QByteArray() << twoFine << twoTiles << 1;
-        QTest::newRow("already expired: asked again")
-            << QByteArray("max-age=0") << twoFine << twoTiles << 2;
-        // the server breaks down; the expired copy is better than nothing
+        QTest::newRow("fresh for an hour") << QByteArray("max-age=3600") << twoFine << 1;
+        QTest::newRow("no expiry: kept by default") << QByteArray() << twoFine << 1;
+        QTest::newRow("already expired: asked again") << QByteArray("max-age=0") << twoFine << 2;
         QTest::newRow("errors fail, yet an old tile serves")
-            << QByteArray("max-age=0") << QList<int>{404, 200, 500}
-            << QList<bool>{false, true, true} << 3;
+            << QByteArray("max-age=0") << QList<int>{404, 200, 500} << 3;
     }
     void fetchesThenServesFromTheCache()
     {
         QFETCH(QByteArray, cacheControl);
         QFETCH(QList<int>, statuses);
-        QFETCH(QList<bool>, loaded);
         QFETCH(int, requests);
-        const QByteArray png = pngOf(Qt::red);
         qsizetype ask = 0;
-        StubHttpServer server([&](const StubHttpServer::Request &) {
+        StubHttpServer server([&, png = pngOf(Qt::red)](const StubHttpServer::Request &) {
             StubHttpServer::Response response{statuses.value(ask), "image/png", png, {}};
             if (!cacheControl.isEmpty())
                 response.extraHeaders.append({"Cache-Control", cacheControl});
             return response;
         });
         QVERIFY(server.listen());
-        // every ask by a new source over the same cache
+        // every ask by a new source over the same cache; once the server fails,
+        // an expired copy is better than nothing
+        bool cached = false;
         for (ask = 0; ask < statuses.size(); ++ask) {
             HttpTileSource source(&m_network, optionsFor(server));
             QSignalSpy tiles(&source, &TileSource::tileLoaded);
             QSignalSpy failed(&source, &TileSource::tileFailed);
             source.requestTile(TileId{3, 4, 2});
             QTRY_COMPARE(tiles.size() + failed.size(), 1);
-            QCOMPARE(tiles.size(), loaded.at(ask) ? 1 : 0);
-            if (loaded.at(ask)) {
-                QCOMPARE(tiles.first().at(0).value<TileId>(), (TileId{3, 4, 2}));
+            cached = cached || statuses.at(ask) == 200;
+            QCOMPARE(tiles.size(), cached ? 1 : 0);
+            if (cached)
                 QCOMPARE(tiles.first().at(1).value<QImage>().pixelColor(5, 5), QColor(Qt::red));
-            }
         }
         QCOMPARE(server.requests().size(), requests);
-        const StubHttpServer::Request &request = server.requests().first();
-        QCOMPARE(request.target, QByteArray("/tiles/3/4/2.png"));
-        QCOMPARE(request.headers.value("user-agent"), Configuration().userAgent().toUtf8());
+        QCOMPARE(server.requests().first().target, QByteArray("/tiles/3/4/2.png"));
+        QCOMPARE(server.requests().first().headers.value("user-agent"),
+                 Configuration().userAgent().toUtf8());
     }
 
     void asksTheServerSparingly()
@@ -154,23 +143,20 @@ private slots:
                 QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("writer"));
             db.setDatabaseName(path);
             QVERIFY(db.open());
-            QSqlQuery query(db);
-            QVERIFY(query.exec(QStringLiteral("CREATE TABLE metadata (name text, value text)")));
-            QVERIFY(query.exec(QStringLiteral("CREATE TABLE tiles (zoom_level integer, tile_column "
-                                              "integer, tile_row integer, tile_data blob)")));
-            QVERIFY(
-                query.exec(QStringLiteral("INSERT INTO metadata VALUES ('attribution', '<a "
-                                          "href=\"https://www.openstreetmap.org/copyright\">&copy; "
-                                          "OpenStreetMap contributors</a>'), ('maxzoom', '14')")));
             // rows count from the south: XYZ row 1 of 4 is row 2 here
-            for (const auto &[row, color] : {std::pair{2, Qt::yellow}, std::pair{1, Qt::cyan}})
-                QVERIFY(query.exec(QStringLiteral("INSERT INTO tiles VALUES (2, 1, %1, X'%2')")
-                                       .arg(row)
-                                       .arg(QString::fromLatin1(pngOf(color).toHex()))));
+            for (const QString &statement :
+                 {QStringLiteral("CREATE TABLE metadata (name text, value text)"),
+                  QStringLiteral("CREATE TABLE tiles (zoom_level integer, tile_column integer, "
+                                 "tile_row integer, tile_data blob)"),
+                  QStringLiteral("INSERT INTO metadata VALUES ('attribution', '<a href=\"x\">"
+                                 "&copy; OpenStreetMap contributors</a>'), ('maxzoom', '14')"),
+                  QStringLiteral("INSERT INTO tiles VALUES (2, 1, 2, X'%1'), (2, 1, 1, X'%2')")
+                      .arg(QString::fromLatin1(pngOf(Qt::yellow).toHex()),
+                           QString::fromLatin1(pngOf(Qt::cyan).toHex()))})
+                QVERIFY(QSqlQuery(db).exec(statement));
             db.close();
         }
         QSqlDatabase::removeDatabase(QStringLiteral("writer"));
-
         MBTilesTileSource source(path);
         QVERIFY2(source.isOpen(), qPrintable(source.errorString()));
         QCOMPARE(source.attribution(), QStringLiteral("\u00a9 OpenStreetMap contributors"));
@@ -182,7 +168,6 @@ private slots:
         source.requestTile(TileId{2, 3, 3});
         QCOMPARE(loaded.size() + failed.size(), 0); // answered later
         QTRY_COMPARE(loaded.size() + failed.size(), 3);
-        QCOMPARE(loaded.size(), 2);
         QCOMPARE(loaded.at(0).at(0).value<TileId>(), (TileId{2, 1, 1}));
         QCOMPARE(loaded.at(0).at(1).value<QImage>().pixelColor(0, 0), QColor(Qt::yellow));
         QCOMPARE(loaded.at(1).at(1).value<QImage>().pixelColor(0, 0), QColor(Qt::cyan));
@@ -195,10 +180,8 @@ private slots:
         configuration.set(Configuration::TileUrl,
                           QStringLiteral("http://127.0.0.1:9/{z}/{x}/{y}.png"));
         auto web = createConfiguredTileSource(configuration, &m_network, m_cacheDir.path());
-        QVERIFY(qobject_cast<HttpTileSource *>(web.get()));
-        QCOMPARE(static_cast<HttpTileSource *>(web.get())->urlFor(TileId{5, 17, 11}).toString(),
+        QCOMPARE(qobject_cast<HttpTileSource *>(web.get())->urlFor(TileId{5, 17, 11}).toString(),
                  QStringLiteral("http://127.0.0.1:9/5/17/11.png"));
-
         configuration.mbtiles = m_cacheDir.filePath(QStringLiteral("none.mbtiles"));
         // a file that cannot be opened is reported, and the map shows its grid
         QTest::ignoreMessage(QtWarningMsg,
@@ -206,9 +189,9 @@ private slots:
         QVERIFY(qobject_cast<MBTilesTileSource *>(
             createConfiguredTileSource(configuration, &m_network, m_cacheDir.path()).get()));
 
-        Configuration empty;
-        empty.tileUrl.clear();
-        QVERIFY(!createConfiguredTileSource(empty, &m_network, m_cacheDir.path()));
+        configuration.mbtiles.clear();
+        configuration.tileUrl.clear();
+        QVERIFY(!createConfiguredTileSource(configuration, &m_network, m_cacheDir.path()));
     }
 
     void layerDrawsTilesAndFillsTheGaps()
@@ -221,24 +204,20 @@ private slots:
         map.camera().setCenterWorld(QPointF(0.5, 0.5));
         QSignalSpy changed(&map, &SlippyMap::changed);
 
-        // first frame: nothing in memory, the tiles in sight asked for, and
-        // the gaps light, never black
-        QImage frame = map.render();
+        // first frame: the tiles in sight asked for, the gaps light, never black
+        const QImage frame = map.render();
         QCOMPARE(source.requested.size(), 4);
         for (const QPoint &point : {QPoint(10, 10), QPoint(256, 256), QPoint(500, 400)})
             QVERIFY(qGray(frame.pixel(point)) > 150);
         // the middle tiles are asked for last, as sources serve the newest first
         QTRY_VERIFY(changed.size() >= 4);
-        frame = map.render();
-        QCOMPARE(frame.pixelColor(100, 100), QColor(Qt::blue));
-        QCOMPARE(frame.pixelColor(400, 300), QColor(Qt::blue));
+        QCOMPARE(map.render().pixelColor(400, 300), QColor(Qt::blue));
         QCOMPARE(source.requested.size(), 4); // nothing asked twice
 
         // one level in, before those tiles come: the parents, enlarged
         source.answer = false;
         map.camera().setZoom(4.0);
-        frame = map.render();
-        QCOMPARE(frame.pixelColor(100, 100), QColor(Qt::blue));
+        QCOMPARE(map.render().pixelColor(100, 100), QColor(Qt::blue));
         QVERIFY(!map.tiles().hasTile(TileId{4, 7, 7}));
     }
 
@@ -288,9 +267,7 @@ private slots:
         map.removeOverlay(line);
         QCOMPARE(redPixels(map.render(), 150), 0);
         map.addOverlay(across(200), MapPolylineRenderer{3.0, QColor(Qt::red)});
-        const QImage moved = map.render();
-        QVERIFY(redPixels(moved, 150) >= 2);
-        QVERIFY(qRed(moved.pixel(150, 220)) > 200);
+        QVERIFY(qRed(map.render().pixel(150, 220)) > 200);
     }
 };
 

@@ -6,7 +6,6 @@
 #include <QTest>
 
 #include <functional>
-#include <memory>
 
 using namespace ViewHelpers;
 
@@ -17,40 +16,30 @@ class ViewHelpersTest : public QObject
 {
     Q_OBJECT
 
+    static QWidget *childOf(QWidget *parent, QSize size, QRect frame)
+    {
+        parent->resize(size);
+        QWidget *child = viewWithFrame(frame);
+        child->setParent(parent);
+        parent->show();
+        return child;
+    }
+
 private slots:
-    void frameComponents_data()
+    void frames_data()
     {
         QTest::addColumn<FrameChange>("change");
         QTest::addColumn<QRect>("expected");
-        // every case starts from (10, 20, 40, 30)
+        // a child at (10, 20, 100, 50) of a 320 by 480 parent that then grows
+        // by 100 both ways; the flexible parts share the growth by their sizes
         QTest::newRow("setBottom moves up by the height")
-            << FrameChange([](QWidget *v) { setBottom(v, 100); }) << QRect(10, 70, 40, 30);
+            << FrameChange([](QWidget *v) { setBottom(v, 100); }) << QRect(10, 50, 100, 50);
         QTest::newRow("setRight moves left by the width")
-            << FrameChange([](QWidget *v) { setRight(v, 100); }) << QRect(60, 20, 40, 30);
+            << FrameChange([](QWidget *v) { setRight(v, 150); }) << QRect(50, 20, 100, 50);
         QTest::newRow("height then tail uses the new height") << FrameChange([](QWidget *v) {
-            setHeight(v, 50);
-            setTail(v, 100);
-        }) << QRect(10, 50, 40, 50);
-    }
-    void frameComponents()
-    {
-        QFETCH(FrameChange, change);
-        QFETCH(QRect, expected);
-        QWidget parent;
-        QWidget *child = viewWithFrame(QRect(10, 20, 40, 30));
-        child->setParent(&parent);
-        change(child);
-        QCOMPARE(child->geometry(), expected);
-        QCOMPARE(tail(child), expected.y() + expected.height());
-        QCOMPARE(right(child), expected.x() + expected.width());
-    }
-
-    void resizingRules_data()
-    {
-        QTest::addColumn<FrameChange>("rule");
-        QTest::addColumn<QRect>("expected");
-        // a child at (10, 20, 100, 50) of a 320 by 480 parent that grows by 100
-        // both ways; the flexible parts share the growth by their sizes
+            setHeight(v, 80);
+            setTail(v, 200);
+        }) << QRect(10, 120, 100, 80);
         QTest::newRow("full") << FrameChange(frameSetInSuperViewForFull) << QRect(13, 24, 131, 61);
         QTest::newRow("left top") << FrameChange(frameSetInSuperViewForLeftTop)
                                   << QRect(110, 20, 100, 50);
@@ -63,18 +52,17 @@ private slots:
         QTest::newRow("right bottom height top")
             << FrameChange(frameSetInSuperViewForRightBottmHeightTop) << QRect(10, 24, 100, 61);
     }
-    void resizingRules()
+    void frames()
     {
-        QFETCH(FrameChange, rule);
+        QFETCH(FrameChange, change);
         QFETCH(QRect, expected);
         QWidget parent;
-        parent.resize(320, 480);
-        QWidget *child = viewWithFrame(QRect(10, 20, 100, 50));
-        child->setParent(&parent);
-        rule(child);
-        parent.show();
+        QWidget *child = childOf(&parent, QSize(320, 480), QRect(10, 20, 100, 50));
+        change(child);
         parent.resize(420, 580);
         QCOMPARE(child->geometry(), expected);
+        QCOMPARE(tail(child), expected.y() + expected.height());
+        QCOMPARE(right(child), expected.x() + expected.width());
     }
 
     void resizingFollowsANewParent()
@@ -87,7 +75,7 @@ private slots:
         frameSetInSuperViewForFull(child);
         child->setParent(&second);
         second.resize(200, 150);
-        // a hidden parent learns of its new size when it is shown
+        // a hidden parent tells its new size when it is shown
         second.show();
         QCOMPARE(child->geometry(), QRect(0, 0, 200, 150));
     }
@@ -102,15 +90,11 @@ private slots:
     {
         QFETCH(bool, show);
         QWidget parent;
-        QWidget *child = viewWithFrame(QRect(0, 0, 10, 10));
-        child->setParent(&parent);
+        QWidget *child = childOf(&parent, QSize(10, 10), QRect(0, 0, 10, 10));
         child->setVisible(!show);
-        parent.show();
         int completions = 0;
-        if (show)
-            fadeShowAnimationDuration(child, 0.05, [&] { ++completions; });
-        else
-            fadeHideAnimationDuration(child, 0.05, [&] { ++completions; });
+        (show ? fadeShowAnimationDuration : fadeHideAnimationDuration)(child, 0.05,
+                                                                       [&] { ++completions; });
         QVERIFY(!child->isHidden());
         QCOMPARE(alpha(child), show ? 0.0 : 1.0);
         QTRY_COMPARE_WITH_TIMEOUT(completions, 1, 500);
@@ -149,32 +133,30 @@ private slots:
     void gesturesReportToTheirTarget()
     {
         QWidget target;
-        QWidget *v = viewWithFrame(QRect(0, 0, 200, 100));
-        v->setParent(&target);
+        QWidget *v = childOf(&target, QSize(200, 100), QRect(0, 0, 200, 100));
         int taps = 0, swipes = 0;
         QList<GestureRecognizer::State> pans;
         addTapGestureWithTarget(v, &target, [&](TapGestureRecognizer *) { ++taps; });
         addSwipeGestureWithTarget(v, &target, [&](SwipeGestureRecognizer *) { ++swipes; });
         addPanGestureWithTarget(v, &target,
                                 [&](PanGestureRecognizer *pan) { pans.append(pan->state()); });
-        sendMouse(v, QEvent::MouseButtonPress, {20, 50});
-        sendMouse(v, QEvent::MouseButtonRelease, {22, 51});
+        // pressed at the first point, moved through the middle ones, let go at the last
+        const auto stroke = [v](const QList<QPointF> &points) {
+            sendMouse(v, QEvent::MouseButtonPress, points.first());
+            for (const QPointF &point : points.mid(1, points.size() - 2))
+                sendMouse(v, QEvent::MouseMove, point);
+            sendMouse(v, QEvent::MouseButtonRelease, points.last());
+        };
+        stroke({{20, 50}, {22, 51}});
         QCOMPARE(taps, 1);
-        QCOMPARE(swipes, 0);
-        QVERIFY(pans.isEmpty());
-
-        sendMouse(v, QEvent::MouseButtonPress, {20, 50});
-        sendMouse(v, QEvent::MouseMove, {60, 52});
-        sendMouse(v, QEvent::MouseMove, {120, 55});
-        sendMouse(v, QEvent::MouseButtonRelease, {120, 55});
+        QVERIFY(swipes == 0 && pans.isEmpty());
+        stroke({{20, 50}, {60, 52}, {120, 55}, {120, 55}});
         QCOMPARE(taps, 1);
         QCOMPARE(swipes, 1);
         QCOMPARE(pans, (QList<GestureRecognizer::State>{GestureRecognizer::Began,
                                                         GestureRecognizer::Changed,
                                                         GestureRecognizer::Ended}));
-        // a stroke to the left is not a right swipe
-        sendMouse(v, QEvent::MouseButtonPress, {150, 50});
-        sendMouse(v, QEvent::MouseButtonRelease, {40, 50});
+        stroke({{150, 50}, {40, 50}}); // to the left: not a right swipe
         QCOMPARE(swipes, 1);
     }
 };
