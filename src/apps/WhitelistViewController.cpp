@@ -68,7 +68,7 @@ void WhitelistViewController::viewDidLoad()
     titleTopLabel->setText(tr("White List"));
 
     // reading never creates the file: a missing one is an empty record
-    whiteListPreferences_ = m_services.preferences->whitePreference();
+    m_whiteListPreferences = m_services.preferences->whitePreference();
 
     if (m_services.applications)
         m_appArray = ApplicationList::installedAppModel(*m_services.applications,
@@ -100,7 +100,7 @@ void WhitelistViewController::buildRows()
         if (model.appName().isEmpty())
             cell->setAccessibleName(model.appBundle());
         cell->setAccessibleDescription(model.appBundle());
-        cell->setChecked(whiteListPreferences_.isWhitelisted(model.appBundle()));
+        cell->setChecked(m_whiteListPreferences.isWhitelisted(model.appBundle()));
         connect(cell, &QAbstractButton::toggled, this, [this, row] { didSelectRow(row); });
         connect(cell, &WhitelistRow::moveFocus, this, [this, row](int step) {
             if (WhitelistRow *next = rowAt(row + step)) {
@@ -121,8 +121,8 @@ void WhitelistViewController::didSelectRow(int row)
         return;
     const QString bundle = m_appArray.at(row).appBundle();
     // a failed write is not shown: the mark follows the record in memory
-    m_services.preferences->toggleWhitelist(whiteListPreferences_, bundle);
-    const bool on = whiteListPreferences_.isWhitelisted(bundle);
+    m_services.preferences->toggleWhitelist(m_whiteListPreferences, bundle);
+    const bool on = m_whiteListPreferences.isWhitelisted(bundle);
     WhitelistRow *cell = m_rows.at(row);
     const QSignalBlocker blocker(cell);
     cell->setChecked(on);

@@ -25,7 +25,7 @@ public:
     explicit WhitelistViewController(const Services &services, QWidget *parent = nullptr);
 
     const QList<ApplicationModel> &appArray() const { return m_appArray; }
-    const WhitelistRecord &whiteListPreferences() const { return whiteListPreferences_; }
+    const WhitelistRecord &whiteListPreferences() const { return m_whiteListPreferences; }
 
     int numberOfRows() const { return int(m_appArray.size()); }
     WhitelistRow *rowAt(int row) const { return m_rows.value(row); }
@@ -46,7 +46,7 @@ private:
 
     const Services &m_services;
     QList<ApplicationModel> m_appArray;
-    WhitelistRecord whiteListPreferences_;
+    WhitelistRecord m_whiteListPreferences;
     QList<WhitelistRow *> m_rows;
 
     FlatButton *backButton = nullptr;

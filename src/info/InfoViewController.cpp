@@ -71,25 +71,25 @@ InfoViewController::InfoViewController(const Services &services, ScreenMaker mak
     topView = bar.topView;
     titleTopLabel = bar.titleTopLabel;
 
-    body = new QWidget(this);
-    body->setObjectName(QStringLiteral("body"));
-    auto *column = new QVBoxLayout(body);
+    m_body = new QWidget(this);
+    m_body->setObjectName(QStringLiteral("body"));
+    auto *column = new QVBoxLayout(m_body);
     column->setContentsMargins(32, 24, 32, 24);
     column->setSpacing(18);
     column->addStretch(2);
-    auto *emblem = new QLabel(body);
+    auto *emblem = new QLabel(m_body);
     emblem->setObjectName(QStringLiteral("emblem"));
     emblem->setPixmap(emblemPixmap(devicePixelRatioF()));
     emblem->setAlignment(Qt::AlignCenter);
     column->addWidget(emblem);
-    titleLabel = new QLabel(body);
+    titleLabel = new QLabel(m_body);
     titleLabel->setObjectName(QStringLiteral("titleLabel"));
     titleLabel->setAlignment(Qt::AlignCenter);
     titleLabel->setWordWrap(true);
     column->addWidget(titleLabel);
     column->addSpacing(18);
     auto makeButton = [this, column](const char *name) {
-        auto *button = new FlatButton(body);
+        auto *button = new FlatButton(m_body);
         button->setObjectName(QLatin1String(name));
         button->setMinimumHeight(56);
         column->addWidget(button);
@@ -201,6 +201,6 @@ void InfoViewController::layoutBars()
     const ModalScreenFrame frame = ModalScreenFrame::forSize(size(), m_services.deviceMetrics);
     bgLabel->setGeometry(frame.statusStrip);
     topView->setGeometry(frame.topView);
-    body->setGeometry(frame.body);
+    m_body->setGeometry(frame.body);
     bottomView->setGeometry(frame.bottomView);
 }

@@ -56,5 +56,5 @@ private:
     QLabel *titleTopLabel = nullptr;
     QWidget *topView = nullptr;
     QWidget *bottomView = nullptr;
-    QWidget *body = nullptr;
+    QWidget *m_body = nullptr;
 };
