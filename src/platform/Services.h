@@ -8,6 +8,7 @@ class Clock;
 class DeviceMetrics;
 class DirectionsService;
 class Geocoder;
+class Location;
 class PositionSourceFactory;
 class QNetworkAccessManager;
 class TileSource;
@@ -26,6 +27,7 @@ struct Services
     PositionSourceFactory *positionSources = nullptr;
     TileSource *tiles = nullptr; // nullptr: the map shows its grid only
     Geocoder *geocoder = nullptr;
+    Location *location = nullptr; // the device's position and the address lookups
     DirectionsService *directions = nullptr;
     ApplicationRegistry *applications = nullptr;
     Configuration configuration;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/BaseViewController.h"
-#include "location/LocationDelegate.h"
 #include "platform/Coordinate.h"
 #include "route/SelectAddressViewController.h"
 #include "ui/MapViewDelegate.h"
@@ -31,9 +30,7 @@ struct Services;
 // writes that copy back whole. After switching on, the record's "points"
 // follow `mPoints`, so a route that answers after the write changes the copy
 // (and the file at the next write).
-class TrekmimeViewController : public BaseViewController,
-                               public LocationDelegate,
-                               public MapViewDelegate
+class TrekmimeViewController : public BaseViewController, public MapViewDelegate
 {
     Q_OBJECT
 
@@ -95,9 +92,9 @@ public:
     void mineLocationButtonClicked();
     void showInfoView();
 
-    // LocationDelegate
-    void locationSuccess(Location *, double latitude, double longitude) override;
-    void locationFailed(Location *, const QString &error) override;
+    // the answers of the location service
+    void locationSuccess(double latitude, double longitude);
+    void locationFailed(const QString &error);
 
     // MapViewDelegate
     QImage viewForAnnotation(MapView *mapView, const MapPointAnnotation &annotation) override;
@@ -152,7 +149,6 @@ private:
     int m_panelTop = 0;
     QVariantAnimation *m_panelAnimation = nullptr;
     QVariantAnimation *m_pickerAnimation = nullptr;
-    QPointer<Location> m_location;
 
     // outlets
     MapView *mv_main = nullptr;

@@ -2,6 +2,7 @@
 
 #include "apps/GioApplicationRegistry.h"
 #include "location/ConfiguredPositionSourceFactory.h"
+#include "location/Location.h"
 #include "location/NominatimGeocoder.h"
 #include "platform/Clock.h"
 #include "route/OsrmDirectionsService.h"
@@ -16,10 +17,13 @@ struct CoreServices::Owned
     std::unique_ptr<NominatimGeocoder> geocoder; // after the network it uses
     std::unique_ptr<OsrmDirectionsService> directions;
     GioApplicationRegistry applications;
+    std::unique_ptr<Location> location; // last: it uses the sources and the geocoder
 };
 
-CoreServices::CoreServices(const Configuration &configuration) : m_owned(std::make_unique<Owned>())
+CoreServices::CoreServices(const Configuration &configuration, AlertPresenter *alerts)
+    : m_owned(std::make_unique<Owned>())
 {
+    m_services.alerts = alerts;
     m_services.configuration = configuration;
     m_services.clock = &m_owned->clock;
     m_services.network = &m_owned->network;
@@ -30,6 +34,9 @@ CoreServices::CoreServices(const Configuration &configuration) : m_owned(std::ma
     m_owned->directions.reset(OsrmDirectionsService::fromServices(m_services));
     m_services.directions = m_owned->directions.get();
     m_services.applications = &m_owned->applications;
+    m_owned->location =
+        std::make_unique<Location>(m_services.positionSources, m_services.geocoder, alerts);
+    m_services.location = m_owned->location.get();
 }
 
 CoreServices::~CoreServices() = default;

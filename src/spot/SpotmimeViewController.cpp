@@ -128,17 +128,26 @@ void SpotmimeViewController::regionDidChangeAnimated(MapView *mapView, bool)
     // leaves the stored place as it is: only the switch and a chosen
     // favourite move the faked place
     TMPreferenceUtil::setLocationLatitude(m_latitude, m_longitude);
-    Location::addressWithCoordinate(centre, this);
+    if (!m_services.location) {
+        reverseGeocoderFailed(QString());
+        return;
+    }
+    m_services.location->addressWithCoordinate(centre, this, [this](const AddressAnswer &answer) {
+        if (answer.succeeded())
+            reverseGeocoderSuccess(*answer.value);
+        else
+            reverseGeocoderFailed(answer.error);
+    });
 }
 
-void SpotmimeViewController::reverseGeocoderSuccess(Location *, const QString &address)
+void SpotmimeViewController::reverseGeocoderSuccess(const QString &address)
 {
     addressLabel->setText(address);
     spinner->stopAnimating();
     spinner->hide();
 }
 
-void SpotmimeViewController::reverseGeocoderFailed(Location *, const QString &)
+void SpotmimeViewController::reverseGeocoderFailed(const QString &)
 {
     addressLabel->setText(tr("Unknow"));
     spinner->stopAnimating();
@@ -170,20 +179,26 @@ void SpotmimeViewController::mineLocationButtonClicked()
 
 void SpotmimeViewController::startLocating()
 {
-    // the shell registers the location service; without one (a test of
-    // something else) there is no position to wait for, and an overlay the
-    // current-location button showed must not stay
-    if (Location *location = Location::sharedInstacneWithDelegate(this))
-        location->startLocation();
-    else
-        locationFailed(nullptr, QString());
+    // without a location service (a test of something else) there is no
+    // position to wait for, and an overlay the current-location button
+    // showed must not stay
+    if (!m_services.location) {
+        locationFailed(QString());
+        return;
+    }
+    m_services.location->startLocation(this, [this](const PositionAnswer &answer) {
+        if (answer.succeeded())
+            locationSuccess(answer.value->latitude, answer.value->longitude);
+        else
+            locationFailed(answer.error);
+    });
 }
 
-void SpotmimeViewController::locationSuccess(Location *, double, double)
+void SpotmimeViewController::locationSuccess(double, double)
 {
     HUD()->hide(true);
-    // the service's own last position, not the arguments
-    const Coordinate position{Location::latitude(), Location::longitude()};
+    // the service's own last position, not the answer's values
+    const Coordinate position{m_services.location->latitude(), m_services.location->longitude()};
     const CoordinateRegion region = mainMapView->regionThatFits(
         CoordinateRegionMakeWithDistance(position, kRegionMeters, kRegionMeters));
     QPointer<MapView> map(mainMapView);
@@ -193,7 +208,7 @@ void SpotmimeViewController::locationSuccess(Location *, double, double)
     });
 }
 
-void SpotmimeViewController::locationFailed(Location *, const QString &)
+void SpotmimeViewController::locationFailed(const QString &)
 {
     // the service has told the user already where it had something to say
     HUD()->hide(true);
@@ -266,7 +281,17 @@ void SpotmimeViewController::searchButtonClicked()
     searchField->clear();
     dismissKeyboard(searchField);
     showHUDViewOnWindowWithText(tr("Searching"));
-    Location::coordinateWithAddress(input.text, this);
+    if (!m_services.location) {
+        geocoderFailed(QString());
+        return;
+    }
+    m_services.location->coordinateWithAddress(input.text, this,
+                                               [this](const CoordinateAnswer &answer) {
+                                                   if (answer.succeeded())
+                                                       geocoderSuccess(*answer.value);
+                                                   else
+                                                       geocoderFailed(answer.error);
+                                               });
 }
 
 bool SpotmimeViewController::textFieldShouldReturn()
@@ -275,7 +300,7 @@ bool SpotmimeViewController::textFieldShouldReturn()
     return true;
 }
 
-void SpotmimeViewController::geocoderSuccess(Location *, const Coordinate &coordinate)
+void SpotmimeViewController::geocoderSuccess(const Coordinate &coordinate)
 {
     hideHUDView();
     m_latitude = coordinate.latitude;
@@ -286,7 +311,7 @@ void SpotmimeViewController::geocoderSuccess(Location *, const Coordinate &coord
     TMPreferenceUtil::setLocationEnable(enableSwitch->isOn());
 }
 
-void SpotmimeViewController::geocoderFailed(Location *, const QString &)
+void SpotmimeViewController::geocoderFailed(const QString &)
 {
     hideHUDView();
     // the record stays off, even with the switch on, until the switch is

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/BaseViewController.h"
-#include "location/LocationDelegate.h"
+#include "platform/Coordinate.h"
 #include "spot/FavoritesDelegate.h"
 #include "ui/MapViewDelegate.h"
 
@@ -32,7 +32,6 @@ struct Services;
 // whether its simulation is on.
 class SpotmimeViewController : public BaseViewController,
                                public MapViewDelegate,
-                               public LocationDelegate,
                                public FavoritesDelegate
 {
     Q_OBJECT
@@ -63,14 +62,14 @@ public:
     void regionWillChangeAnimated(MapView *mapView, bool animated) override;
     void regionDidChangeAnimated(MapView *mapView, bool animated) override;
 
-    // --- position and lookups
-    void locationSuccess(Location *location, double latitude, double longitude) override;
-    void locationFailed(Location *location, const QString &error) override;
-    void reverseGeocoderSuccess(Location *location, const QString &address) override;
-    void reverseGeocoderFailed(Location *location, const QString &error) override;
+    // --- the answers of the location service: position and lookups
+    void locationSuccess(double latitude, double longitude);
+    void locationFailed(const QString &error);
+    void reverseGeocoderSuccess(const QString &address);
+    void reverseGeocoderFailed(const QString &error);
     // the forward lookup of an address search
-    void geocoderSuccess(Location *location, const Coordinate &coordinate) override;
-    void geocoderFailed(Location *location, const QString &error) override;
+    void geocoderSuccess(const Coordinate &coordinate);
+    void geocoderFailed(const QString &error);
 
     // --- favourites list
     void favoritesDidSelected() override;

@@ -35,7 +35,7 @@ struct SpotWorld
     FakeGeocoder geocoder;
     FakePositionSourceFactory positions;
     RecordingShell shell;
-    std::unique_ptr<Location::Registration> registration;
+    std::unique_ptr<Location> location;
     std::unique_ptr<QWidget> window;
     SpotmimeViewController *screen = nullptr;
 
@@ -43,13 +43,14 @@ struct SpotWorld
     {
         world.services().geocoder = &geocoder;
         world.services().positionSources = &positions;
-        registration = std::make_unique<Location::Registration>(world.services());
+        location = std::make_unique<Location>(&positions, &geocoder, &world.alerts);
+        world.services().location = location.get();
         setModalAnimationsEnabled(false);
     }
     ~SpotWorld()
     {
         window.reset();
-        registration.reset();
+        location.reset();
     }
 
     // The screen, loaded and shown at phone size. The device reports

@@ -6,7 +6,6 @@
 
 #include "location/ConfiguredPositionSourceFactory.h"
 #include "location/Location.h"
-#include "location/LocationDelegate.h"
 #include "location/WebGeocoder.h"
 
 #include <QEventLoop>
@@ -174,41 +173,23 @@ int reverse(CtlContext &context, const QStringList &args)
     });
 }
 
-// Keeps what the location service reports.
-class Listener : public LocationDelegate
+// Keeps what the location service answered.
+struct Outcome
 {
-public:
-    void locationSuccess(Location *, double latitude, double longitude) override
-    {
-        coordinate = Coordinate{latitude, longitude};
-        answered = true;
-    }
-    void locationFailed(Location *, const QString &text) override { fail(text); }
-    void reverseGeocoderSuccess(Location *, const QString &line) override
-    {
-        address = line;
-        answered = true;
-    }
-    void reverseGeocoderFailed(Location *, const QString &text) override { fail(text); }
-    void geocoderSuccess(Location *, const Coordinate &found) override
-    {
-        coordinate = found;
-        answered = true;
-    }
-    void geocoderFailed(Location *, const QString &text) override { fail(text); }
-
     bool answered = false;
     bool failed = false;
     QString error;
     QString address;
     Coordinate coordinate;
 
-private:
-    void fail(const QString &text)
+    template <typename T> void take(const LocationAnswer<T> &answer, T &into)
     {
-        failed = true;
-        error = text;
         answered = true;
+        failed = !answer.succeeded();
+        if (failed)
+            error = answer.error;
+        else
+            into = *answer.value;
     }
 };
 
@@ -245,13 +226,17 @@ int lookup(CtlContext &context, const QStringList &args)
         }
     }
 
-    const Location::Registration registration(context.services);
-
-    Listener listener;
-    if (coordinate)
-        Location::addressWithCoordinate(*coordinate, &listener);
-    else
-        Location::coordinateWithAddress(args.join(QLatin1Char(' ')), &listener);
+    QObject receiver;
+    Outcome listener;
+    if (coordinate) {
+        context.services.location->addressWithCoordinate(
+            *coordinate, &receiver,
+            [&](const AddressAnswer &answer) { listener.take(answer, listener.address); });
+    } else {
+        context.services.location->coordinateWithAddress(
+            args.join(QLatin1Char(' ')), &receiver,
+            [&](const CoordinateAnswer &answer) { listener.take(answer, listener.coordinate); });
+    }
     waitUntil([&] { return listener.answered; }, 0); // the geocoder's own timeout answers
 
     if (listener.failed) {
@@ -298,15 +283,17 @@ int position(CtlContext &context, const QStringList &args)
     Services services = context.services;
     if (!nmeaFile.isEmpty())
         services.positionSources = &commandSources;
-    Listener listener;
+    Outcome listener;
     bool answered = false;
     {
-        const Location::Registration registration(services); // the shared instance goes with it
-        Location *location = Location::sharedInstacneWithDelegate(&listener);
-        location->startLocation();
+        // a service of its own, for the sources of this command; its source
+        // stops when it goes
+        Location location(services.positionSources, services.geocoder, services.alerts);
+        QObject receiver;
+        location.startLocation(&receiver, [&](const PositionAnswer &answer) {
+            listener.take(answer, listener.coordinate);
+        });
         answered = waitUntil([&] { return listener.answered; }, int(timeoutSeconds * 1000));
-        if (location->locationManager())
-            location->locationManager()->stopUpdatingLocation();
     }
 
     if (!answered) {
