@@ -35,7 +35,7 @@ struct SpotWorld
     FakeGeocoder geocoder;
     FakePositionSourceFactory positions;
     RecordingShell shell;
-    std::unique_ptr<Location> location;
+    std::unique_ptr<Location> locationService;
     std::unique_ptr<QWidget> window;
     SpotmimeViewController *screen = nullptr;
 
@@ -43,14 +43,14 @@ struct SpotWorld
     {
         world.services().geocoder = &geocoder;
         world.services().positionSources = &positions;
-        location = std::make_unique<Location>(&positions, &geocoder, &world.alerts);
-        world.services().location = location.get();
+        locationService = std::make_unique<Location>(&positions, &geocoder, &world.alerts);
+        world.services().location = locationService.get();
         setModalAnimationsEnabled(false);
     }
     ~SpotWorld()
     {
         window.reset();
-        location.reset();
+        locationService.reset();
     }
 
     // The screen, loaded and shown at phone size. The device reports
