@@ -227,30 +227,30 @@ int lookup(CtlContext &context, const QStringList &args)
     }
 
     QObject receiver;
-    Outcome listener;
+    Outcome outcome;
     if (coordinate) {
         context.services.location->addressWithCoordinate(
             *coordinate, &receiver,
-            [&](const AddressAnswer &answer) { listener.take(answer, listener.address); });
+            [&](const AddressAnswer &answer) { outcome.take(answer, outcome.address); });
     } else {
         context.services.location->coordinateWithAddress(
             args.join(QLatin1Char(' ')), &receiver,
-            [&](const CoordinateAnswer &answer) { listener.take(answer, listener.coordinate); });
+            [&](const CoordinateAnswer &answer) { outcome.take(answer, outcome.coordinate); });
     }
-    waitUntil([&] { return listener.answered; }, 0); // the geocoder's own timeout answers
+    waitUntil([&] { return outcome.answered; }, 0); // the geocoder's own timeout answers
 
-    if (listener.failed) {
-        return context.fail(CtlFailed, listener.error.isNull() ? QStringLiteral("nothing found")
-                                                               : listener.error);
+    if (outcome.failed) {
+        return context.fail(CtlFailed, outcome.error.isNull() ? QStringLiteral("nothing found")
+                                                              : outcome.error);
     }
     if (!coordinate)
-        return printCoordinate(context, listener.coordinate);
-    if (listener.address.isNull())
+        return printCoordinate(context, outcome.coordinate);
+    if (outcome.address.isNull())
         return context.fail(CtlFailed, QStringLiteral("the place found has no address line"));
     if (context.json)
-        context.printJson(QJsonObject{{QStringLiteral("address"), listener.address}});
+        context.printJson(QJsonObject{{QStringLiteral("address"), outcome.address}});
     else
-        context.out << listener.address << Qt::endl;
+        context.out << outcome.address << Qt::endl;
     return CtlOk;
 }
 
@@ -283,7 +283,7 @@ int position(CtlContext &context, const QStringList &args)
     Services services = context.services;
     if (!nmeaFile.isEmpty())
         services.positionSources = &commandSources;
-    Outcome listener;
+    Outcome outcome;
     bool answered = false;
     {
         // a service of its own, for the sources of this command; its source
@@ -291,21 +291,21 @@ int position(CtlContext &context, const QStringList &args)
         Location location(services.positionSources, services.geocoder, services.alerts);
         QObject receiver;
         location.startLocation(&receiver, [&](const PositionAnswer &answer) {
-            listener.take(answer, listener.coordinate);
+            outcome.take(answer, outcome.coordinate);
         });
-        answered = waitUntil([&] { return listener.answered; }, int(timeoutSeconds * 1000));
+        answered = waitUntil([&] { return outcome.answered; }, int(timeoutSeconds * 1000));
     }
 
     if (!answered) {
         return context.fail(CtlFailed,
                             QStringLiteral("no position within %1 seconds").arg(timeoutSeconds));
     }
-    if (listener.failed) {
-        return context.fail(CtlFailed, listener.error.isNull()
+    if (outcome.failed) {
+        return context.fail(CtlFailed, outcome.error.isNull()
                                            ? QStringLiteral("the position could not be found")
-                                           : listener.error);
+                                           : outcome.error);
     }
-    return printCoordinate(context, listener.coordinate);
+    return printCoordinate(context, outcome.coordinate);
 }
 
 } // namespace
