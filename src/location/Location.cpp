@@ -1,7 +1,6 @@
 #include "location/Location.h"
 
 #include "location/Geocoder.h"
-#include "location/LocationDelegate.h"
 #include "location/OldStyleText.h"
 #include "platform/AlertPresenter.h"
 
@@ -9,8 +8,6 @@
 #include <QSettings>
 
 namespace {
-
-Location::Registration *g_current = nullptr;
 
 const QString latitudeKey = QStringLiteral("LocationLatitudeKey");
 const QString longitudeKey = QStringLiteral("LocationLongitudeKey");
@@ -35,291 +32,6 @@ void storeUserDefault(const QString &key, double value)
     settings.sync();
 }
 
-double readUserDefault(const QString &key)
-{
-    return userDefaults().value(key, 0.0).toDouble();
-}
-
-void presentAlert(const HeadlessServices &services, const QString &title, const QString &message,
-                  const QString &button)
-{
-    if (services.alerts)
-        services.alerts->present(Alert{title, message, {button}, {}}, nullptr);
-}
-
-// The services the class-level operations work with.
-HeadlessServices currentServices()
-{
-    return g_current ? g_current->services() : HeadlessServices{};
-}
-
-} // namespace
-
-Location::Registration::Registration(const HeadlessServices &services,
-                                     UserLocationMapViewFactory mapViews)
-    : m_services(services), m_mapViews(std::move(mapViews)), m_outer(g_current)
-{
-    g_current = this;
-}
-
-Location::Registration::~Registration()
-{
-    // the shared instance goes first, while the services it uses still exist
-    m_shared.reset();
-    for (Registration **link = &g_current; *link; link = &(*link)->m_outer) {
-        if (*link == this) {
-            *link = m_outer;
-            break;
-        }
-    }
-}
-
-void Location::Registration::setMapViewFactory(UserLocationMapViewFactory mapViews)
-{
-    m_mapViews = std::move(mapViews);
-    if (m_shared)
-        m_shared->m_mapViewFactory = m_mapViews;
-}
-
-Location::Registration *Location::Registration::current()
-{
-    return g_current;
-}
-
-Location::Location(const HeadlessServices &services, UserLocationMapViewFactory mapViews,
-                   QObject *parent)
-    : QObject(parent), m_services(services), m_mapViewFactory(std::move(mapViews))
-{
-}
-
-Location::~Location() = default;
-
-Location *Location::shared()
-{
-    return g_current ? g_current->m_shared.get() : nullptr;
-}
-
-Location *Location::sharedInstacneWithDelegate(LocationDelegate *delegate)
-{
-    if (!g_current)
-        return nullptr;
-    if (!g_current->m_shared)
-        g_current->m_shared.reset(new Location(g_current->m_services, g_current->m_mapViews));
-    g_current->m_shared->setDelegate(delegate);
-    return g_current->m_shared.get();
-}
-
-Location *Location::locationWihtDelegate(LocationDelegate *delegate, QObject *parent)
-{
-    auto *location = g_current ? new Location(g_current->m_services, g_current->m_mapViews, parent)
-                               : new Location(HeadlessServices{}, {}, parent);
-    location->setDelegate(delegate);
-    return location;
-}
-
-LocationDelegate *Location::delegate() const
-{
-    return m_delegateLifetime ? m_delegate : nullptr;
-}
-
-void Location::setDelegate(LocationDelegate *delegate)
-{
-    m_delegate = delegate;
-    m_delegateLifetime = delegate ? delegate->lifetime() : nullptr;
-}
-
-void Location::setLatitude(double latitude)
-{
-    if (Location *location = shared())
-        location->m_latitude = latitude;
-    storeUserDefault(latitudeKey, latitude);
-}
-
-void Location::setLongitude(double longitude)
-{
-    if (Location *location = shared())
-        location->m_longitude = longitude;
-    storeUserDefault(longitudeKey, longitude);
-}
-
-// Once the shared instance exists its memory wins, even while it still holds
-// 0 because no fix has arrived yet.
-double Location::latitude()
-{
-    const Location *location = shared();
-    return location ? location->m_latitude : readUserDefault(latitudeKey);
-}
-
-double Location::longitude()
-{
-    const Location *location = shared();
-    return location ? location->m_longitude : readUserDefault(longitudeKey);
-}
-
-QString Location::address()
-{
-    const Location *location = shared();
-    return location ? location->m_address : QString();
-}
-
-bool Location::isLocationOn()
-{
-    const Location *location = shared();
-    if (location && location->m_locationManager)
-        return location->m_locationManager->locationServicesEnabled();
-    const HeadlessServices services = currentServices();
-    if (!services.positionSources)
-        return false;
-    // no manager to ask yet: ask a short-lived one
-    QObject owner;
-    PositionSource *source = services.positionSources->create(&owner);
-    return source && source->locationServicesEnabled();
-}
-
-void Location::prepareLocationManager()
-{
-    if (m_locationManager || !m_services.positionSources)
-        return;
-    PositionSource *manager = m_services.positionSources->create(this);
-    if (!manager)
-        return;
-    m_locationManager = manager;
-    connect(manager, &PositionSource::locationUpdated, this,
-            [this, manager](const PositionFix &fix) {
-                locationManagerDidUpdateToLocation(manager, fix);
-            });
-    connect(manager, &PositionSource::failed, this, [this, manager](int code, const QString &text) {
-        locationManagerDidFailWithError(manager, PositionError{code, text});
-    });
-    manager->requestAuthorization();
-}
-
-void Location::startLocation()
-{
-    prepareLocationManager();
-    m_isMapViewShow = false;
-    startCoordinate();
-}
-
-void Location::startCoordinate()
-{
-    const bool on =
-        m_locationManager ? m_locationManager->locationServicesEnabled() : isLocationOn();
-    if (on) {
-        tryToUseLocationManager();
-        return;
-    }
-    presentAlert(m_services, QString(), tr("定位服务未开启"), tr("确定"));
-    // a null error: the delegate hears of the failure, but no second alert
-    locationManagerDidFailWithError(m_locationManager, std::nullopt);
-}
-
-void Location::tryToUseLocationManager()
-{
-    prepareLocationManager();
-    if (m_locationManager) {
-        m_locationManager->startUpdatingLocation();
-    } else {
-        // nothing to ask on this machine: the request ends as any failure does
-        locationManagerDidFailWithError(nullptr, std::nullopt);
-    }
-}
-
-void Location::tryToUseMapView()
-{
-    if (!m_mapView) {
-        if (!m_mapViewFactory) {
-            tryToUseLocationManager();
-            return;
-        }
-        m_mapView = m_mapViewFactory(this);
-        if (!m_mapView) {
-            tryToUseLocationManager();
-            return;
-        }
-        connect(m_mapView, &UserLocationMapView::didUpdateUserLocation, this,
-                &Location::mapViewDidUpdateUserLocation);
-        connect(m_mapView, &UserLocationMapView::didFailToLocateUser, this,
-                [this](int code, const QString &text) {
-                    mapViewDidFailToLocateUser(PositionError{code, text});
-                });
-        m_mapView->attachHidden();
-        m_isMapViewShow = true;
-    }
-    m_mapView->setShowsUserLocation(true);
-}
-
-void Location::storeAndReport(const PositionFix &fix)
-{
-    const double latitude = fix.coordinate.latitude;
-    const double longitude = fix.coordinate.longitude;
-    Location::setLatitude(latitude);
-    Location::setLongitude(longitude);
-    m_longitude = longitude;
-    m_latitude = latitude;
-    if (LocationDelegate *listener = delegate())
-        listener->locationSuccess(this, m_latitude, m_longitude);
-}
-
-void Location::locationManagerDidUpdateToLocation(PositionSource *manager,
-                                                  const std::optional<PositionFix> &location)
-{
-    // an untrusted fix ends the request; it does not wait for a better one
-    if (!location || !location->isValid()) {
-        locationManagerDidFailWithError(manager, std::nullopt);
-        return;
-    }
-    storeAndReport(*location);
-    // one request, one success report
-    if (manager)
-        manager->stopUpdatingLocation();
-}
-
-void Location::locationManagerDidFailWithError(PositionSource *manager,
-                                               const std::optional<PositionError> &error)
-{
-    const int code = error ? error->code : 0;
-    // These texts are chosen and then left unused on purpose: the delegate
-    // gets the source's own description, the user at most the alert below.
-    [[maybe_unused]] const QString failureText = code == PositionSource::AccessDenied
-                                                     ? tr("获取数据失败，定位服务未开启")
-                                                     : tr("获取地理位置失败");
-    if (LocationDelegate *listener = delegate())
-        listener->locationFailed(this, error ? error->description : QString());
-    if (code == PositionSource::AccessDenied)
-        presentAlert(m_services, tr("定位失败"), tr("请开启定位以保证程序正常运行"), tr("确定"));
-    if (manager)
-        manager->stopUpdatingLocation();
-}
-
-void Location::mapViewDidUpdateUserLocation(const std::optional<PositionFix> &location)
-{
-    if (!m_mapView)
-        return;
-    if (m_isMapViewShow) {
-        m_mapView->detach();
-        m_isMapViewShow = false;
-    }
-    m_mapView->setShowsUserLocation(false);
-    if (location && location->isValid())
-        storeAndReport(*location);
-    else
-        tryToUseLocationManager();
-}
-
-void Location::mapViewDidFailToLocateUser(const PositionError &)
-{
-    if (m_mapView && m_isMapViewShow) {
-        m_mapView->detach();
-        m_isMapViewShow = false;
-    }
-    tryToUseLocationManager();
-}
-
-// ---- address lookups ----
-
-namespace {
-
 // The first line of the first placemark, or null.
 QString firstAddressLine(const QList<GeocoderPlacemark> &placemarks)
 {
@@ -333,87 +45,180 @@ bool failed(const GeocoderAnswer &answer)
     return !answer.placemarks || answer.error;
 }
 
+AddressAnswer addressAnswer(const GeocoderAnswer &answer)
+{
+    if (failed(answer))
+        return AddressAnswer::failure(answer.error.value_or(QString()));
+    return AddressAnswer::found(firstAddressLine(*answer.placemarks));
+}
+
 } // namespace
 
-void Location::addressWithCoordinate(const Coordinate &coordinate, LocationDelegate *delegate)
+Location::Location(PositionSourceFactory *positionSources, Geocoder *geocoder,
+                   AlertPresenter *alerts, QObject *parent)
+    : QObject(parent), m_positionSources(positionSources), m_geocoder(geocoder), m_alerts(alerts)
 {
-    Geocoder *geocoder = currentServices().geocoder;
-    if (!geocoder) {
-        if (delegate)
-            delegate->reverseGeocoderFailed(nullptr, QString());
+    // the last position of an earlier run, until this one finds its own
+    QSettings settings = userDefaults();
+    m_latitude = settings.value(latitudeKey, 0.0).toDouble();
+    m_longitude = settings.value(longitudeKey, 0.0).toDouble();
+}
+
+Location::~Location() = default;
+
+bool Location::isLocationOn() const
+{
+    if (m_locationManager)
+        return m_locationManager->locationServicesEnabled();
+    if (!m_positionSources)
+        return false;
+    // no manager to ask yet: ask a short-lived one
+    QObject owner;
+    PositionSource *source = m_positionSources->create(&owner);
+    return source && source->locationServicesEnabled();
+}
+
+void Location::presentAlert(const QString &title, const QString &message) const
+{
+    if (m_alerts)
+        m_alerts->present(Alert{title, message, {tr("确定")}, {}}, nullptr);
+}
+
+void Location::prepareLocationManager()
+{
+    if (m_locationManager || !m_positionSources)
+        return;
+    PositionSource *manager = m_positionSources->create(this);
+    if (!manager)
+        return;
+    m_locationManager = manager;
+    connect(manager, &PositionSource::locationUpdated, this,
+            [this, manager](const PositionFix &fix) { didUpdateToLocation(manager, fix); });
+    connect(manager, &PositionSource::failed, this,
+            [this, manager](int code, const QString &text) { didFail(manager, code, text); });
+    manager->requestAuthorization();
+}
+
+void Location::startLocation(QObject *receiver, PositionCompletion completion)
+{
+    // an earlier requester still waiting is replaced: the last one hears
+    m_receiver = receiver;
+    m_completion = std::move(completion);
+    prepareLocationManager();
+    const bool on =
+        m_locationManager ? m_locationManager->locationServicesEnabled() : isLocationOn();
+    if (!on) {
+        presentAlert(QString(), tr("定位服务未开启"));
+        // a failure without description: no second alert
+        didFail(m_locationManager, PositionSource::UnknownError, QString());
         return;
     }
-    // The delegate's lifetime is the receiver: the answer reaches the
-    // delegate only while it exists, whatever the caller does meanwhile.
-    geocoder->reverseGeocodeLocation(
-        coordinate, delegate ? delegate->lifetime() : nullptr,
-        [delegate](const GeocoderAnswer &answer) {
-            if (failed(answer))
-                delegate->reverseGeocoderFailed(nullptr, answer.error.value_or(QString()));
-            else
-                delegate->reverseGeocoderSuccess(nullptr, firstAddressLine(*answer.placemarks));
+    if (m_locationManager)
+        m_locationManager->startUpdatingLocation();
+    else // nothing to ask on this machine: the request ends as any failure does
+        didFail(nullptr, PositionSource::UnknownError, QString());
+}
+
+void Location::answerPosition(const PositionAnswer &answer)
+{
+    // taken first, so that a completion may start the next request
+    const QPointer<QObject> receiver = m_receiver;
+    const PositionCompletion completion = std::move(m_completion);
+    m_receiver = nullptr;
+    m_completion = nullptr;
+    if (receiver && completion)
+        completion(answer);
+}
+
+void Location::didUpdateToLocation(PositionSource *manager, const PositionFix &fix)
+{
+    // an untrusted fix ends the request; it does not wait for a better one
+    if (!fix.isValid()) {
+        didFail(manager, PositionSource::UnknownError, QString());
+        return;
+    }
+    m_latitude = fix.coordinate.latitude;
+    m_longitude = fix.coordinate.longitude;
+    storeUserDefault(latitudeKey, m_latitude);
+    storeUserDefault(longitudeKey, m_longitude);
+    answerPosition(PositionAnswer::found(Coordinate{m_latitude, m_longitude}));
+    // one request, one answer
+    manager->stopUpdatingLocation();
+}
+
+void Location::didFail(PositionSource *manager, int code, const QString &description)
+{
+    // These texts are chosen and then left unused on purpose: the requester
+    // gets the source's own description, the user at most the alert below.
+    [[maybe_unused]] const QString failureText = code == PositionSource::AccessDenied
+                                                     ? tr("获取数据失败，定位服务未开启")
+                                                     : tr("获取地理位置失败");
+    answerPosition(PositionAnswer::failure(description));
+    if (code == PositionSource::AccessDenied)
+        presentAlert(tr("定位失败"), tr("请开启定位以保证程序正常运行"));
+    if (manager)
+        manager->stopUpdatingLocation();
+}
+
+// ---- address lookups ----
+
+void Location::addressWithCoordinate(const Coordinate &coordinate, QObject *receiver,
+                                     AddressCompletion completion)
+{
+    if (!m_geocoder) {
+        if (receiver && completion)
+            completion(AddressAnswer::failure(QString()));
+        return;
+    }
+    m_geocoder->reverseGeocodeLocation(
+        coordinate, receiver, [completion = std::move(completion)](const GeocoderAnswer &answer) {
+            if (completion)
+                completion(addressAnswer(answer));
         });
 }
 
-void Location::reverseGeocoderCoordinate(const Coordinate &coordinate, LocationDelegate *delegate)
+void Location::coordinateWithAddress(const QString &address, QObject *receiver,
+                                     CoordinateCompletion completion)
 {
-    addressWithCoordinate(coordinate, delegate);
-}
-
-void Location::coordinateWithAddress(const QString &address, LocationDelegate *delegate)
-{
-    Geocoder *geocoder = currentServices().geocoder;
-    if (!geocoder) {
-        if (delegate)
-            delegate->geocoderFailed(nullptr, QString());
+    if (!m_geocoder) {
+        if (receiver && completion)
+            completion(CoordinateAnswer::failure(QString()));
         return;
     }
-    geocoder->geocodeAddressString(
-        address, delegate ? delegate->lifetime() : nullptr,
-        [delegate](const GeocoderAnswer &answer) {
+    m_geocoder->geocodeAddressString(
+        address, receiver, [completion = std::move(completion)](const GeocoderAnswer &answer) {
+            if (!completion)
+                return;
             if (failed(answer)) {
-                delegate->geocoderFailed(nullptr, answer.error.value_or(QString()));
+                completion(CoordinateAnswer::failure(answer.error.value_or(QString())));
                 return;
             }
             const QList<GeocoderPlacemark> &placemarks = *answer.placemarks;
-            const Coordinate coordinate = placemarks.isEmpty()
-                                              ? Coordinate{}
-                                              : placemarks.first().location.value_or(Coordinate{});
-            delegate->geocoderSuccess(nullptr, coordinate);
+            completion(CoordinateAnswer::found(
+                placemarks.isEmpty() ? Coordinate{}
+                                     : placemarks.first().location.value_or(Coordinate{})));
         });
 }
 
-void Location::geocoderAddress(const QString &address, LocationDelegate *delegate)
+void Location::startAddress(QObject *receiver, AddressCompletion completion)
 {
-    coordinateWithAddress(address, delegate);
-}
-
-void Location::startAddress()
-{
-    if (!m_services.geocoder) {
-        if (LocationDelegate *listener = delegate())
-            listener->reverseGeocoderFailed(this, QString());
+    if (!m_geocoder) {
+        if (receiver && completion)
+            completion(AddressAnswer::failure(QString()));
         return;
     }
-    const Coordinate coordinate{m_latitude, m_longitude};
-    // this instance is the receiver; the delegate is looked at when the
-    // answer comes, as it may have changed or gone by then
-    m_services.geocoder->reverseGeocodeLocation(
-        coordinate, this, [this](const GeocoderAnswer &answer) {
-            if (failed(answer)) {
-                if (LocationDelegate *listener = delegate())
-                    listener->reverseGeocoderFailed(this, answer.error.value_or(QString()));
-                return;
-            }
-            m_address = firstAddressLine(*answer.placemarks);
-            if (LocationDelegate *listener = delegate())
-                listener->reverseGeocoderSuccess(this, m_address);
+    // this instance receives the geocoder's answer, so that the address is
+    // kept even when the requester is gone by then
+    m_geocoder->reverseGeocodeLocation(
+        Coordinate{m_latitude, m_longitude}, this,
+        [this, receiver = QPointer<QObject>(receiver),
+         completion = std::move(completion)](const GeocoderAnswer &answer) {
+            const AddressAnswer result = addressAnswer(answer);
+            if (result.succeeded())
+                m_address = *result.value;
+            if (receiver && completion)
+                completion(result);
         });
-}
-
-void Location::startGeocoder()
-{
-    startAddress();
 }
 
 QString Location::replaceUnicode(const QString &text)

@@ -7,6 +7,7 @@ class ApplicationRegistry;
 class Clock;
 class DirectionsService;
 class Geocoder;
+class Location;
 class PositionSourceFactory;
 class QNetworkAccessManager;
 class TMPreferenceUtil;
@@ -23,6 +24,7 @@ struct HeadlessServices
     QNetworkAccessManager *network = nullptr;
     PositionSourceFactory *positionSources = nullptr;
     Geocoder *geocoder = nullptr;
+    Location *location = nullptr; // the device's position and the address lookups
     DirectionsService *directions = nullptr;
     ApplicationRegistry *applications = nullptr;
     TMPreferenceUtil *preferences = nullptr; // the settings store; the screens need it

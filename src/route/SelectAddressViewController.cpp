@@ -9,7 +9,6 @@
 #include "location/Location.h"
 #include "platform/AlertPresenter.h"
 #include "platform/gui/DeviceMetrics.h"
-#include "route/RelayLocationDelegate.h"
 #include "route/RouteImages.h"
 #include "ui/ColorPalette.h"
 #include "ui/CoordinateRegion.h"
@@ -185,18 +184,23 @@ void SelectAddressViewController::viewWillAppear(bool animated)
 void SelectAddressViewController::mineLocationButtonClicked()
 {
     showHUDView();
-    m_location = Location::sharedInstacneWithDelegate(this);
-    if (m_location)
-        m_location->startLocation();
-    else
+    if (!m_services.location) {
         hideHUDView(); // no location service to ask
+        return;
+    }
+    m_services.location->startLocation(this, [this](const PositionAnswer &answer) {
+        if (answer.succeeded())
+            locationSuccess(answer.value->latitude, answer.value->longitude);
+        else
+            locationFailed(answer.error);
+    });
 }
 
-void SelectAddressViewController::locationSuccess(Location *, double, double)
+void SelectAddressViewController::locationSuccess(double, double)
 {
     hideHUDView();
-    // the service's last-known place, not the callback's arguments
-    const Coordinate centre{Location::latitude(), Location::longitude()};
+    // the service's last-known place, not the answer's values
+    const Coordinate centre{m_services.location->latitude(), m_services.location->longitude()};
     const CoordinateRegion region =
         mainMapView->regionThatFits(CoordinateRegionMakeWithDistance(centre, 2000, 2000));
     QPointer<MapView> map(mainMapView);
@@ -206,7 +210,7 @@ void SelectAddressViewController::locationSuccess(Location *, double, double)
     });
 }
 
-void SelectAddressViewController::locationFailed(Location *, const QString &)
+void SelectAddressViewController::locationFailed(const QString &)
 {
     hideHUDView();
 }
@@ -225,12 +229,17 @@ void SelectAddressViewController::regionDidChangeAnimated(MapView *mapView, bool
     const Coordinate centre = mapView->centerCoordinate();
     m_latitude = centre.latitude;
     m_longitude = centre.longitude;
-    // every settled move asks; a relay keeps a late answer from a closed screen
-    Location::addressWithCoordinate(
-        centre,
-        RelayLocationDelegate::forAddress(
-            this, [this](const QString &address) { reverseGeocoderSuccess(nullptr, address); },
-            [this](const QString &error) { reverseGeocoderFailed(nullptr, error); }));
+    // every settled move asks; a closed screen hears no late answer
+    if (!m_services.location) {
+        reverseGeocoderFailed(QString());
+        return;
+    }
+    m_services.location->addressWithCoordinate(centre, this, [this](const AddressAnswer &answer) {
+        if (answer.succeeded())
+            reverseGeocoderSuccess(*answer.value);
+        else
+            reverseGeocoderFailed(answer.error);
+    });
 }
 
 void SelectAddressViewController::addressFound(const QString &address)
@@ -243,7 +252,7 @@ void SelectAddressViewController::addressFound(const QString &address)
     layoutViews();
 }
 
-void SelectAddressViewController::reverseGeocoderSuccess(Location *, const QString &address)
+void SelectAddressViewController::reverseGeocoderSuccess(const QString &address)
 {
     addressFound(address);
 }
@@ -253,12 +262,12 @@ void SelectAddressViewController::geocoderAddressSuccess(const QString &address)
     addressFound(address);
 }
 
-void SelectAddressViewController::reverseGeocoderFailed(Location *, const QString &)
+void SelectAddressViewController::reverseGeocoderFailed(const QString &)
 {
     addressFound(QString());
 }
 
-void SelectAddressViewController::geocoderFailed(Location *, const QString &)
+void SelectAddressViewController::geocoderFailed(const QString &)
 {
     // shows "Unknow" but keeps the address found before
     mIsLoading = false;
@@ -276,13 +285,19 @@ void SelectAddressViewController::searchButtonClicked()
     searchField->clear();
     searchField->clearFocus();
     showHUDView();
-    Location::coordinateWithAddress(
-        text, RelayLocationDelegate::forCoordinate(
-                  this, [this](const Coordinate &c) { geocoderSuccess(nullptr, c); },
-                  [this](const QString &error) { geocoderCoordinateFailed(error); }));
+    if (!m_services.location) {
+        geocoderCoordinateFailed(QString());
+        return;
+    }
+    m_services.location->coordinateWithAddress(text, this, [this](const CoordinateAnswer &answer) {
+        if (answer.succeeded())
+            geocoderSuccess(*answer.value);
+        else
+            geocoderCoordinateFailed(answer.error);
+    });
 }
 
-void SelectAddressViewController::geocoderSuccess(Location *, const Coordinate &coordinate)
+void SelectAddressViewController::geocoderSuccess(const Coordinate &coordinate)
 {
     mIsLoading = false;
     hideHUDView();

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/BaseViewController.h"
-#include "location/LocationDelegate.h"
+#include "platform/Coordinate.h"
 #include "ui/MapViewDelegate.h"
 
 #include <QPointer>
@@ -21,9 +21,7 @@ struct Services;
 // closure given at creation, CANCEL hands back zeros; either way the screen
 // dismisses itself, and the closure runs at most once, right after the
 // dismissal is asked for.
-class SelectAddressViewController : public BaseViewController,
-                                    public LocationDelegate,
-                                    public MapViewDelegate
+class SelectAddressViewController : public BaseViewController, public MapViewDelegate
 {
     Q_OBJECT
 
@@ -44,17 +42,17 @@ public:
     void regionWillChangeAnimated(MapView *mapView, bool animated) override;
     void regionDidChangeAnimated(MapView *mapView, bool animated) override;
 
-    // LocationDelegate: the own position
-    void locationSuccess(Location *, double latitude, double longitude) override;
-    void locationFailed(Location *, const QString &error) override;
+    // the answers of the location service: the own position
+    void locationSuccess(double latitude, double longitude);
+    void locationFailed(const QString &error);
     // the address under the pin; the two failures differ on purpose: a failed
     // reverse lookup forgets the address, a failed forward one keeps it
-    void reverseGeocoderSuccess(Location *, const QString &address) override;
-    void reverseGeocoderFailed(Location *, const QString &error) override;
+    void reverseGeocoderSuccess(const QString &address);
+    void reverseGeocoderFailed(const QString &error);
     void geocoderAddressSuccess(const QString &address);
-    void geocoderFailed(Location *, const QString &error) override;
+    void geocoderFailed(const QString &error);
     // the place of a typed address
-    void geocoderSuccess(Location *, const Coordinate &coordinate) override;
+    void geocoderSuccess(const Coordinate &coordinate);
     void geocoderCoordinateFailed(const QString &error);
 
     double latitude() const { return m_latitude; }
@@ -84,7 +82,6 @@ private:
     QString m_address;
     bool mIsLoading = false;
     int m_animationDuration = 500;
-    QPointer<Location> m_location;
 
     // outlets
     QLabel *bgLabel = nullptr;

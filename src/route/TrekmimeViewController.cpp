@@ -383,10 +383,14 @@ void TrekmimeViewController::upDown()
 
 bool TrekmimeViewController::startLocating()
 {
-    m_location = Location::sharedInstacneWithDelegate(this);
-    if (!m_location)
+    if (!m_services.location)
         return false; // no location service to ask
-    m_location->startLocation();
+    m_services.location->startLocation(this, [this](const PositionAnswer &answer) {
+        if (answer.succeeded())
+            locationSuccess(answer.value->latitude, answer.value->longitude);
+        else
+            locationFailed(answer.error);
+    });
     return true;
 }
 
@@ -397,11 +401,11 @@ void TrekmimeViewController::mineLocationButtonClicked()
         hideHUDView();
 }
 
-void TrekmimeViewController::locationSuccess(Location *, double, double)
+void TrekmimeViewController::locationSuccess(double, double)
 {
     hideHUDView();
-    // the service's last-known place, not the callback's arguments
-    const Coordinate centre{Location::latitude(), Location::longitude()};
+    // the service's last-known place, not the answer's values
+    const Coordinate centre{m_services.location->latitude(), m_services.location->longitude()};
     const CoordinateRegion region =
         mv_main->regionThatFits(CoordinateRegionMakeWithDistance(centre, 2000, 2000));
     QPointer<MapView> map(mv_main);
@@ -411,7 +415,7 @@ void TrekmimeViewController::locationSuccess(Location *, double, double)
     });
 }
 
-void TrekmimeViewController::locationFailed(Location *, const QString &)
+void TrekmimeViewController::locationFailed(const QString &)
 {
     hideHUDView();
 }

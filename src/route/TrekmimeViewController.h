@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/BaseViewController.h"
-#include "location/LocationDelegate.h"
 #include "modes/TripController.h"
 #include "platform/Coordinate.h"
 #include "route/SelectAddressViewController.h"
@@ -27,9 +26,7 @@ struct Services;
 //
 // The trip itself (choices, planning, the switch, the preview) is the
 // TripController's; the screen shows it and hands it the user's touches.
-class TrekmimeViewController : public BaseViewController,
-                               public LocationDelegate,
-                               public MapViewDelegate
+class TrekmimeViewController : public BaseViewController, public MapViewDelegate
 {
     Q_OBJECT
 
@@ -83,9 +80,9 @@ public:
     void mineLocationButtonClicked();
     void showInfoView();
 
-    // LocationDelegate
-    void locationSuccess(Location *, double latitude, double longitude) override;
-    void locationFailed(Location *, const QString &error) override;
+    // the answers of the location service
+    void locationSuccess(double latitude, double longitude);
+    void locationFailed(const QString &error);
 
     // MapViewDelegate
     QImage viewForAnnotation(MapView *mapView, const MapPointAnnotation &annotation) override;
@@ -133,7 +130,6 @@ private:
     int m_panelTop = 0;
     QVariantAnimation *m_panelAnimation = nullptr;
     QVariantAnimation *m_pickerAnimation = nullptr;
-    QPointer<Location> m_location;
 
     // outlets
     MapView *mv_main = nullptr;

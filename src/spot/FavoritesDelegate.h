@@ -6,8 +6,7 @@
 // was chosen (and already written to the location file).
 //
 // The list keeps its delegate without owning it; `lifetime()` is destroyed
-// together with the delegate, so the list can tell that it is gone. (Named
-// apart from LocationDelegate::lifetime(), as one screen is often both.)
+// together with the delegate, so the list can tell that it is gone.
 class FavoritesDelegate
 {
 public:

@@ -119,17 +119,26 @@ void SpotmimeViewController::regionDidChangeAnimated(MapView *mapView, bool)
     lb_location->setText(QString::asprintf("%f\n%f", centre.latitude, centre.longitude));
     lb_location->show();
     m_spot.mapSettled(centre);
-    Location::addressWithCoordinate(centre, this);
+    if (!m_services.location) {
+        reverseGeocoderFailed(QString());
+        return;
+    }
+    m_services.location->addressWithCoordinate(centre, this, [this](const AddressAnswer &answer) {
+        if (answer.succeeded())
+            reverseGeocoderSuccess(*answer.value);
+        else
+            reverseGeocoderFailed(answer.error);
+    });
 }
 
-void SpotmimeViewController::reverseGeocoderSuccess(Location *, const QString &address)
+void SpotmimeViewController::reverseGeocoderSuccess(const QString &address)
 {
     addressLabel->setText(address);
     spinner->stopAnimating();
     spinner->hide();
 }
 
-void SpotmimeViewController::reverseGeocoderFailed(Location *, const QString &)
+void SpotmimeViewController::reverseGeocoderFailed(const QString &)
 {
     addressLabel->setText(tr("Unknow"));
     spinner->stopAnimating();
@@ -161,20 +170,26 @@ void SpotmimeViewController::mineLocationButtonClicked()
 
 void SpotmimeViewController::startLocating()
 {
-    // the shell registers the location service; without one (a test of
-    // something else) there is no position to wait for, and an overlay the
-    // current-location button showed must not stay
-    if (Location *location = Location::sharedInstacneWithDelegate(this))
-        location->startLocation();
-    else
-        locationFailed(nullptr, QString());
+    // without a location service (a test of something else) there is no
+    // position to wait for, and an overlay the current-location button
+    // showed must not stay
+    if (!m_services.location) {
+        locationFailed(QString());
+        return;
+    }
+    m_services.location->startLocation(this, [this](const PositionAnswer &answer) {
+        if (answer.succeeded())
+            locationSuccess(answer.value->latitude, answer.value->longitude);
+        else
+            locationFailed(answer.error);
+    });
 }
 
-void SpotmimeViewController::locationSuccess(Location *, double, double)
+void SpotmimeViewController::locationSuccess(double, double)
 {
     HUD()->hide(true);
-    // the service's own last position, not the arguments
-    const Coordinate position{Location::latitude(), Location::longitude()};
+    // the service's own last position, not the answer's values
+    const Coordinate position{m_services.location->latitude(), m_services.location->longitude()};
     const CoordinateRegion region = mainMapView->regionThatFits(
         CoordinateRegionMakeWithDistance(position, kRegionMeters, kRegionMeters));
     QPointer<MapView> map(mainMapView);
@@ -184,7 +199,7 @@ void SpotmimeViewController::locationSuccess(Location *, double, double)
     });
 }
 
-void SpotmimeViewController::locationFailed(Location *, const QString &)
+void SpotmimeViewController::locationFailed(const QString &)
 {
     // the service has told the user already where it had something to say
     HUD()->hide(true);
@@ -257,7 +272,17 @@ void SpotmimeViewController::searchButtonClicked()
     searchField->clear();
     dismissKeyboard(searchField);
     showHUDViewOnWindowWithText(tr("Searching"));
-    Location::coordinateWithAddress(input.text, this);
+    if (!m_services.location) {
+        geocoderFailed(QString());
+        return;
+    }
+    m_services.location->coordinateWithAddress(input.text, this,
+                                               [this](const CoordinateAnswer &answer) {
+                                                   if (answer.succeeded())
+                                                       geocoderSuccess(*answer.value);
+                                                   else
+                                                       geocoderFailed(answer.error);
+                                               });
 }
 
 bool SpotmimeViewController::textFieldShouldReturn()
@@ -266,14 +291,14 @@ bool SpotmimeViewController::textFieldShouldReturn()
     return true;
 }
 
-void SpotmimeViewController::geocoderSuccess(Location *, const Coordinate &coordinate)
+void SpotmimeViewController::geocoderSuccess(const Coordinate &coordinate)
 {
     hideHUDView();
     m_spot.searchFound(coordinate, enableSwitch->isOn());
     centerMapOn(coordinate);
 }
 
-void SpotmimeViewController::geocoderFailed(Location *, const QString &)
+void SpotmimeViewController::geocoderFailed(const QString &)
 {
     hideHUDView();
     // the record stays off, even with the switch on, until the switch is

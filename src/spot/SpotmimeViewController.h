@@ -2,8 +2,8 @@
 
 #include "app/BaseViewController.h"
 #include "app/SafeArea.h"
-#include "location/LocationDelegate.h"
 #include "modes/SpotController.h"
+#include "platform/Coordinate.h"
 #include "spot/FavoritesDelegate.h"
 #include "ui/MapViewDelegate.h"
 
@@ -35,7 +35,6 @@ struct Services;
 // whether its simulation is on.
 class SpotmimeViewController : public BaseViewController,
                                public MapViewDelegate,
-                               public LocationDelegate,
                                public FavoritesDelegate
 {
     Q_OBJECT
@@ -66,14 +65,14 @@ public:
     void regionWillChangeAnimated(MapView *mapView, bool animated) override;
     void regionDidChangeAnimated(MapView *mapView, bool animated) override;
 
-    // --- position and lookups
-    void locationSuccess(Location *location, double latitude, double longitude) override;
-    void locationFailed(Location *location, const QString &error) override;
-    void reverseGeocoderSuccess(Location *location, const QString &address) override;
-    void reverseGeocoderFailed(Location *location, const QString &error) override;
+    // --- the answers of the location service: position and lookups
+    void locationSuccess(double latitude, double longitude);
+    void locationFailed(const QString &error);
+    void reverseGeocoderSuccess(const QString &address);
+    void reverseGeocoderFailed(const QString &error);
     // the forward lookup of an address search
-    void geocoderSuccess(Location *location, const Coordinate &coordinate) override;
-    void geocoderFailed(Location *location, const QString &error) override;
+    void geocoderSuccess(const Coordinate &coordinate);
+    void geocoderFailed(const QString &error);
 
     // --- favourites list
     void favoritesDidSelected() override;

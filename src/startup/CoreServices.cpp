@@ -2,6 +2,7 @@
 
 #include "applications/GioApplicationRegistry.h"
 #include "location/ConfiguredPositionSourceFactory.h"
+#include "location/Location.h"
 #include "location/NominatimGeocoder.h"
 #include "platform/Clock.h"
 #include "routing/OsrmDirectionsService.h"
@@ -26,10 +27,13 @@ struct CoreServices::Owned
     std::unique_ptr<OsrmDirectionsService> directions;
     GioApplicationRegistry applications;
     TMPreferenceUtil preferences;
+    std::unique_ptr<Location> location; // last: it uses the sources and the geocoder
 };
 
-CoreServices::CoreServices(const Configuration &configuration) : m_owned(std::make_unique<Owned>(configuration))
+CoreServices::CoreServices(const Configuration &configuration, AlertPresenter *alerts)
+    : m_owned(std::make_unique<Owned>(configuration))
 {
+    m_services.alerts = alerts;
     m_services.configuration = configuration;
     m_services.clock = &m_owned->clock;
     m_services.network = &m_owned->network;
@@ -41,6 +45,9 @@ CoreServices::CoreServices(const Configuration &configuration) : m_owned(std::ma
     m_services.directions = m_owned->directions.get();
     m_services.applications = &m_owned->applications;
     m_services.preferences = &m_owned->preferences;
+    m_owned->location =
+        std::make_unique<Location>(m_services.positionSources, m_services.geocoder, alerts);
+    m_services.location = m_owned->location.get();
 }
 
 CoreServices::~CoreServices() = default;

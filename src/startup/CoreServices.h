@@ -4,17 +4,20 @@
 
 #include <memory>
 
+class AlertPresenter;
+
 // The real services that need no window, built from the configuration and
 // kept alive as long as this object: the clock, the network manager, the
 // device's position sources, the address lookup (Nominatim) and the settings
 // store over the configuration's preferences folder. The web
 // geocoding endpoint follows from them (WebGeocoderEndpoint::fromServices).
 // trekmime-ctl uses them as they are; the application adds what needs a
-// window (RealServices).
+// window (RealServices). The location service is made here too, with the
+// alert presenter given (none for trekmime-ctl), which must outlive this.
 class CoreServices
 {
 public:
-    explicit CoreServices(const Configuration &configuration);
+    explicit CoreServices(const Configuration &configuration, AlertPresenter *alerts = nullptr);
     ~CoreServices();
     CoreServices(const CoreServices &) = delete;
     CoreServices &operator=(const CoreServices &) = delete;

@@ -4,88 +4,39 @@
 #include "fakes/FakeGeocoder.h"
 #include "fakes/FakePositionSourceFactory.h"
 #include "location/Location.h"
-#include "location/LocationDelegate.h"
 
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QWidget>
 
 #include <memory>
+#include <type_traits>
 
 namespace {
 
-// Writes down every callback, with the number of alerts shown at that time.
-class RecordingDelegate : public LocationDelegate
+QString shown(const QString &text)
 {
-public:
-    void locationSuccess(Location *l, double latitude, double longitude) override
-    {
-        note(l, QStringLiteral("success %1 %2").arg(latitude).arg(longitude));
-    }
-    void locationFailed(Location *l, const QString &t) override { note(l, "failed", t); }
-    void reverseGeocoderSuccess(Location *l, const QString &t) override { note(l, "address", t); }
-    void reverseGeocoderFailed(Location *l, const QString &t) override
-    {
-        note(l, "address failed", t);
-    }
-    void geocoderSuccess(Location *l, const Coordinate &c) override
-    {
-        note(l, "coordinate", c.toString());
-    }
-    void geocoderFailed(Location *l, const QString &t) override { note(l, "coordinate failed", t); }
+    return text.isNull() ? QStringLiteral("<null>") : text;
+}
 
-    QStringList events;
-    QStringList *journal = nullptr; // outlives the delegate, if set
-    QList<Location *> callers;
-    QList<qsizetype> alertsSeen;
-    const RecordingAlertPresenter *alerts = nullptr;
-
-private:
-    void note(Location *location, const char *what, const QString &text)
-    {
-        note(location,
-             QLatin1String(what) + u' ' + (text.isNull() ? QStringLiteral("<null>") : text));
-    }
-    void note(Location *location, const QString &event)
-    {
-        events.append(event);
-        if (journal)
-            journal->append(event);
-        callers.append(location);
-        alertsSeen.append(alerts ? alerts->alerts().size() : 0);
-    }
-};
-
-// A hidden map view that does what the test tells it.
-class FakeMapView : public UserLocationMapView
+// One answer as a line: the value found, or "failed" and the error text.
+template <typename T> QString describe(const LocationAnswer<T> &answer)
 {
-public:
-    using UserLocationMapView::UserLocationMapView;
-    void attachHidden() override
-    {
-        attached = true;
-        ++attachCount;
-    }
-    void detach() override { attached = false; }
-    void setShowsUserLocation(bool on) override { shows = on; }
-    bool attached = false;
-    bool shows = false;
-    int attachCount = 0;
-};
+    if (!answer.succeeded())
+        return QStringLiteral("failed ") + shown(answer.error);
+    if constexpr (std::is_same_v<T, QString>)
+        return shown(*answer.value);
+    else
+        return answer.value->toString();
+}
 
-// A screen: a widget that is also a delegate, destroyed on dismissal.
-class ScreenDelegate : public QWidget, public RecordingDelegate
-{
-};
-
-enum Failure { InvalidFix, SourceError, ServicesOff };
-enum Request { ReverseLookup, ForwardLookup, PositionRequest, OwnAddress, SeparateInstance };
+enum Failure { InvalidFix, SourceError, ServicesOff, NoSources };
+enum Request { ReverseLookup, ForwardLookup, PositionRequest, OwnAddress };
 
 } // namespace
 
-// The location service with a fake position source, a fake geocoder and
-// recorded alerts.
+// The location service over a fake position source, a fake geocoder and
+// recorded alerts, with a user-defaults store of its own.
 class LocationTest : public QObject
 {
     Q_OBJECT
@@ -93,20 +44,40 @@ class LocationTest : public QObject
 private:
     std::unique_ptr<TestServices> m_world;
     std::unique_ptr<QTemporaryDir> m_defaultsDir;
-    std::unique_ptr<Location::Registration> m_registration;
-    FakePositionSourceFactory *m_sources = nullptr;
-    FakeGeocoder *m_geocoder = nullptr;
-    QPointer<FakeMapView> m_mapView;
+    std::unique_ptr<FakePositionSourceFactory> m_sources;
+    std::unique_ptr<FakeGeocoder> m_geocoder;
+    std::unique_ptr<Location> m_location;
+    QStringList m_heard;           // every answer, in order
+    QList<qsizetype> m_alertsSeen; // the alerts shown when each answer came
+    QObject m_receiver;
 
     FakePositionSource *source() const { return m_sources->last(); }
-    // What the next start of the application would read.
-    static double stored(const QString &key)
+    Location &make(PositionSourceFactory *sources)
+    {
+        m_location = std::make_unique<Location>(sources, m_geocoder.get(), &m_world->alerts);
+        return *m_location;
+    }
+    // Records an answer; it writes to the test, not to the receiver, so an
+    // answer to a receiver that is gone would still be seen.
+    template <typename T> std::function<void(const LocationAnswer<T> &)> record()
+    {
+        return [this](const LocationAnswer<T> &answer) {
+            m_heard.append(describe(answer));
+            m_alertsSeen.append(m_world->alerts.alerts().size());
+        };
+    }
+    static QSettings defaults()
     {
         return QSettings(QSettings::UserScope, QStringLiteral("trekmime"),
-                         QCoreApplication::applicationName())
-            .value(key)
-            .toDouble();
+                         QCoreApplication::applicationName());
     }
+    static void store(double latitude, double longitude)
+    {
+        QSettings settings = defaults();
+        settings.setValue(QStringLiteral("LocationLatitudeKey"), latitude);
+        settings.setValue(QStringLiteral("LocationLongitudeKey"), longitude);
+    }
+    static double stored(const char *key) { return defaults().value(key).toDouble(); }
 
 private slots:
     void init()
@@ -114,42 +85,41 @@ private slots:
         m_world = std::make_unique<TestServices>();
         m_defaultsDir = std::make_unique<QTemporaryDir>();
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_defaultsDir->path());
-        m_sources = new FakePositionSourceFactory;
-        m_geocoder = new FakeGeocoder;
-        m_world->services().positionSources = m_sources;
-        m_world->services().geocoder = m_geocoder;
-        m_registration = std::make_unique<Location::Registration>(m_world->services());
+        m_sources = std::make_unique<FakePositionSourceFactory>();
+        m_geocoder = std::make_unique<FakeGeocoder>();
+        m_heard.clear();
+        m_alertsSeen.clear();
     }
     void cleanup()
     {
-        m_registration.reset();
-        delete m_sources;
-        delete m_geocoder;
+        m_location.reset();
+        m_sources.reset();
+        m_geocoder.reset();
         m_world.reset();
     }
 
-    void validFixIsStoredAndReportedOncePerRequest()
+    void validFixIsStoredAndAnsweredOncePerRequest()
     {
-        Location::setLatitude(5.0);
-        RecordingDelegate delegate;
-        Location *location = Location::sharedInstacneWithDelegate(&delegate);
-        location->startLocation();
+        store(5.0, 6.0);
+        Location &location = make(m_sources.get());
+        QCOMPARE(location.latitude(), 5.0); // a fresh start knows the last place
+        QCOMPARE(location.longitude(), 6.0);
+        location.startLocation(&m_receiver, record<Coordinate>());
         QVERIFY(source()->deliver(22.54321, 114.05432));
-        QCOMPARE(delegate.callers, QList<Location *>{location});
-        QVERIFY(!source()->deliver(1.0, 2.0)); // one request, one report
-        QCOMPARE(Location::latitude(), 22.54321);
-        QCOMPARE(location->ownLongitude(), 114.05432);
+        QVERIFY(!source()->deliver(1.0, 2.0)); // one request, one answer
+        QCOMPARE(location.latitude(), 22.54321);
+        QCOMPARE(location.longitude(), 114.05432);
         // stored unrounded, for the next start of the application
-        QCOMPARE(stored(QStringLiteral("LocationLatitudeKey")), 22.54321);
-        QCOMPARE(stored(QStringLiteral("LocationLongitudeKey")), 114.05432);
+        QCOMPARE(stored("LocationLatitudeKey"), 22.54321);
+        QCOMPARE(stored("LocationLongitudeKey"), 114.05432);
 
-        location->startLocation();                 // the same source, asked once for permission
+        location.startLocation(&m_receiver, record<Coordinate>()); // the same source, asked once
         QVERIFY(source()->deliver(0.0, 0.0, 0.0)); // at 0,0 with accuracy 0: a fix all the same
         QCOMPARE(m_sources->created(), 1);
         QCOMPARE(source()->authorizationRequests(), 1);
-        QCOMPARE(delegate.events, (QStringList{QStringLiteral("success 22.5432 114.054"),
-                                               QStringLiteral("success 0 0")}));
-        QCOMPARE(stored(QStringLiteral("LocationLatitudeKey")), 0.0);
+        QCOMPARE(m_heard, (QStringList{Coordinate{22.54321, 114.05432}.toString(),
+                                       Coordinate{0.0, 0.0}.toString()}));
+        QCOMPARE(stored("LocationLatitudeKey"), 0.0);
         QVERIFY(m_world->alerts.alerts().isEmpty());
     }
 
@@ -158,8 +128,9 @@ private slots:
         QTest::addColumn<int>("kind");
         QTest::addColumn<int>("code");
         QTest::addColumn<QString>("description");
-        QTest::addColumn<QString>("event");
+        QTest::addColumn<QString>("answer");
         QTest::addColumn<QStringList>("alerts");
+        const QStringList off{QStringLiteral("|定位服务未开启|确定")};
         QTest::newRow("negative accuracy") << int(InvalidFix) << 0 << QString()
                                            << QStringLiteral("failed <null>") << QStringList();
         QTest::newRow("access denied")
@@ -169,136 +140,81 @@ private slots:
         QTest::newRow("other error") << int(SourceError) << 2 << QStringLiteral("No fix")
                                      << QStringLiteral("failed No fix") << QStringList();
         QTest::newRow("services off")
-            << int(ServicesOff) << 0 << QString() << QStringLiteral("failed <null>")
-            << QStringList{QStringLiteral("|定位服务未开启|确定")};
+            << int(ServicesOff) << 0 << QString() << QStringLiteral("failed <null>") << off;
+        QTest::newRow("no sources")
+            << int(NoSources) << 0 << QString() << QStringLiteral("failed <null>") << off;
     }
     void failures()
     {
         QFETCH(int, kind);
         QFETCH(int, code);
         QFETCH(QString, description);
-        QFETCH(QString, event);
+        QFETCH(QString, answer);
         QFETCH(QStringList, alerts);
-        Location::setLatitude(7.0);
-        Location::setLongitude(8.0);
+        store(7.0, 8.0);
         m_sources->setServicesEnabled(kind != ServicesOff);
-        QCOMPARE(Location::isLocationOn(), kind != ServicesOff);
-        RecordingDelegate delegate;
-        delegate.alerts = &m_world->alerts;
-        QCOMPARE(Location::latitude(), 7.0);
-        QVERIFY(Location::address().isNull());
-        Location *location = Location::sharedInstacneWithDelegate(&delegate);
-        // no fix yet: once shared, its memory wins over the stored values
-        QCOMPARE(Location::latitude(), 0.0);
-        QCOMPARE(Location::longitude(), 0.0);
-        location->startLocation();
+        Location &location = make(kind == NoSources ? nullptr : m_sources.get());
+        QCOMPARE(location.isLocationOn(), kind != ServicesOff && kind != NoSources);
+        location.startLocation(&m_receiver, record<Coordinate>());
         if (kind == InvalidFix)
             QVERIFY(source()->deliverInvalid());
         else if (kind == SourceError)
             QVERIFY(source()->fail(code, description));
-        QCOMPARE(delegate.events, QStringList{event});
-        QStringList shown;
+        QCOMPARE(m_heard, QStringList{answer});
+        QStringList seen;
         for (const Alert &alert : m_world->alerts.alerts())
-            shown.append(alert.title + u'|' + alert.message + u'|' + alert.buttons.join(u','));
-        QCOMPARE(shown, alerts);
-        if (code == PositionSource::AccessDenied) // the delegate hears first
-            QCOMPARE(delegate.alertsSeen, QList<qsizetype>{0});
-        QCOMPARE(source()->startCount(), kind == ServicesOff ? 0 : 1);
-        QVERIFY(!source()->deliver(1.0, 1.0)); // no better fix is waited for
-        QCOMPARE(location->ownLatitude(), 0.0);
-        m_registration.reset(); // the stored values are left as they were
-        QCOMPARE(Location::latitude(), 7.0);
-        QCOMPARE(Location::longitude(), 8.0);
+            seen.append(alert.title + u'|' + alert.message + u'|' + alert.buttons.join(u','));
+        QCOMPARE(seen, alerts);
+        // the requester hears of a denial before the user does; of services
+        // that are off, after
+        QCOMPARE(m_alertsSeen.first(), kind == SourceError ? 0 : alerts.size());
+        if (kind != NoSources) {
+            QCOMPARE(source()->startCount(), kind == ServicesOff ? 0 : 1);
+            QVERIFY(!source()->deliver(1.0, 1.0)); // no better fix is waited for
+        }
+        QCOMPARE(m_heard.size(), 1);
+        // the last good place is kept, in memory and stored
+        QCOMPARE(location.latitude(), 7.0);
+        QCOMPARE(stored("LocationLatitudeKey"), 7.0);
+        QCOMPARE(stored("LocationLongitudeKey"), 8.0);
     }
 
-    void theLastDelegateWinsAndASeparateInstanceHasItsOwn()
+    void theLastRequesterIsAnswered()
     {
-        RecordingDelegate first;
-        RecordingDelegate second;
-        RecordingDelegate own;
-        Location *shared = Location::sharedInstacneWithDelegate(&first);
-        QCOMPARE(Location::sharedInstacneWithDelegate(&second), shared);
-        shared->startLocation();
-        source()->deliver(1.0, 2.0);
-        QVERIFY(first.events.isEmpty());
-        QCOMPARE(second.events.size(), 1);
-
-        std::unique_ptr<Location> separate(Location::locationWihtDelegate(&own));
-        separate->startLocation();
-        source()->deliver(4.0, 5.0);
-        QCOMPARE(own.callers, QList<Location *>{separate.get()});
-        QCOMPARE(second.events.size(), 1);
-        QCOMPARE(Location::latitude(), 4.0); // the class values follow every fix
-
-        Location::sharedInstacneWithDelegate(nullptr)->startLocation();
-        QVERIFY(m_sources->sources().first()->deliver(6.0, 7.0));
-        QCOMPARE(Location::latitude(), 6.0);
-    }
-
-    void mapViewSource_data()
-    {
-        QTest::addColumn<int>("outcome"); // 0 valid fix, 1 invalid fix, 2 failure
-        QTest::addColumn<QStringList>("events");
-        QTest::addColumn<int>("managerStarts");
-        QTest::newRow("valid fix") << 0 << QStringList{QStringLiteral("success 1 2")} << 0;
-        QTest::newRow("invalid fix falls back") << 1 << QStringList() << 1;
-        QTest::newRow("failure falls back") << 2 << QStringList() << 1;
-    }
-    void mapViewSource()
-    {
-        QFETCH(int, outcome);
-        QFETCH(QStringList, events);
-        QFETCH(int, managerStarts);
-        m_registration->setMapViewFactory([this](QObject *parent) {
-            m_mapView = new FakeMapView(parent);
-            return m_mapView.data();
-        });
-        RecordingDelegate delegate;
-        Location *location = Location::sharedInstacneWithDelegate(&delegate);
-        location->tryToUseMapView();
-        QVERIFY(m_mapView);
-        QVERIFY(m_mapView->attached && m_mapView->shows && location->isMapViewShow());
-        if (outcome == 0)
-            emit m_mapView->didUpdateUserLocation(PositionFix{Coordinate{1.0, 2.0}, 3.0});
-        else if (outcome == 1)
-            emit m_mapView->didUpdateUserLocation(std::nullopt);
-        else
-            emit m_mapView->didFailToLocateUser(0, QStringLiteral("no"));
-        QVERIFY(!m_mapView->attached);
-        QVERIFY(!location->isMapViewShow());
-        QCOMPARE(m_mapView->shows, outcome == 2); // a failure leaves it as it is
-        QCOMPARE(delegate.events, events);
-        QCOMPARE(source() ? source()->startCount() : 0, managerStarts);
-        // the hidden view is made once and reused
-        location->tryToUseMapView();
-        QCOMPARE(m_mapView->attachCount, 1);
-        QVERIFY(m_mapView->shows);
-    }
-
-    void withoutMapViewTheManagerIsUsed()
-    {
-        Location::sharedInstacneWithDelegate(nullptr)->tryToUseMapView();
-        QCOMPARE(source()->startCount(), 1);
+        Location &location = make(m_sources.get());
+        QObject first;
+        QStringList firstHeard;
+        location.startLocation(&first,
+                               [&](const PositionAnswer &a) { firstHeard.append(describe(a)); });
+        location.startLocation(&m_receiver, record<Coordinate>());
+        QVERIFY(source()->deliver(1.0, 2.0));
+        QVERIFY(firstHeard.isEmpty());
+        QCOMPARE(m_heard, (QStringList{Coordinate{1.0, 2.0}.toString()}));
     }
 
     void lookups_data()
     {
-        QTest::addColumn<int>("operation");
-        QTest::addColumn<QStringList>("events");
-        const QStringList reverse{
-            QStringLiteral("address Line 1"), QStringLiteral("address failed not found"),
-            QStringLiteral("address <null>"), QStringLiteral("address failed <null>")};
-        const QStringList forward{QStringLiteral("coordinate 22.540000, 114.050000"),
-                                  QStringLiteral("coordinate failed not found")};
-        QTest::newRow("addressWithCoordinate") << 0 << reverse;
-        QTest::newRow("reverseGeocoderCoordinate") << 1 << reverse;
-        QTest::newRow("coordinateWithAddress") << 2 << forward;
-        QTest::newRow("geocoderAddress") << 3 << forward;
+        QTest::addColumn<bool>("reverse");
+        QTest::addColumn<bool>("withGeocoder");
+        QTest::addColumn<QStringList>("answers");
+        QTest::newRow("address of a coordinate")
+            << true << true
+            << QStringList{QStringLiteral("Line 1"), QStringLiteral("failed not found"),
+                           QStringLiteral("<null>"), QStringLiteral("failed <null>")};
+        QTest::newRow("coordinate of an address")
+            << false << true
+            << QStringList{QStringLiteral("22.540000, 114.050000"),
+                           QStringLiteral("failed not found")};
+        QTest::newRow("no geocoder, reverse")
+            << true << false << QStringList(4, QStringLiteral("failed <null>"));
+        QTest::newRow("no geocoder, forward")
+            << false << false << QStringList(2, QStringLiteral("failed <null>"));
     }
     void lookups()
     {
-        QFETCH(int, operation);
-        QFETCH(QStringList, events);
+        QFETCH(bool, reverse);
+        QFETCH(bool, withGeocoder);
+        QFETCH(QStringList, answers);
         m_geocoder->setReverseAnswer(
             Coordinate{22.5, 114.1},
             GeocoderAnswer::found(
@@ -311,90 +227,78 @@ private slots:
             GeocoderAnswer::found({GeocoderPlacemark{std::nullopt, Coordinate{1.0, 1.0}}}));
         m_geocoder->setReverseAnswer(Coordinate{2.0, 2.0}, GeocoderAnswer{});
         m_geocoder->setCoordinate(QStringLiteral(" Shenzhen "), Coordinate{22.54, 114.05});
-        using Reverse = void (*)(const Coordinate &, LocationDelegate *);
-        using Forward = void (*)(const QString &, LocationDelegate *);
-        const Reverse reverse[] = {&Location::addressWithCoordinate,
-                                   &Location::reverseGeocoderCoordinate};
-        const Forward forward[] = {&Location::coordinateWithAddress, &Location::geocoderAddress};
-        RecordingDelegate delegate;
-        if (operation < 2) {
+        if (!withGeocoder)
+            m_geocoder.reset();
+        Location &location = make(m_sources.get());
+        if (reverse) {
             // the fake knows no ocean
             for (const Coordinate &at : {Coordinate{22.5, 114.1}, Coordinate{0.0, -160.0},
                                          Coordinate{1.0, 1.0}, Coordinate{2.0, 2.0}})
-                reverse[operation](at, &delegate);
+                location.addressWithCoordinate(at, &m_receiver, record<QString>());
         } else {
-            forward[operation - 2](QStringLiteral(" Shenzhen "), &delegate);
-            forward[operation - 2](QStringLiteral("Shenzhen"), &delegate); // sent untrimmed
+            location.coordinateWithAddress(QStringLiteral(" Shenzhen "), &m_receiver,
+                                           record<Coordinate>());
+            location.coordinateWithAddress(QStringLiteral("Shenzhen"), &m_receiver,
+                                           record<Coordinate>()); // sent untrimmed
         }
-        QVERIFY(delegate.events.isEmpty()); // answers come later
-        QTRY_COMPARE_WITH_TIMEOUT(delegate.events.size(), events.size(), 1000);
-        QCOMPARE(delegate.events, events);
-        QCOMPARE(delegate.callers, QList<Location *>(events.size(), nullptr));
+        if (withGeocoder)
+            QVERIFY(m_heard.isEmpty()); // answers come later
+        QTRY_COMPARE_WITH_TIMEOUT(m_heard.size(), answers.size(), 1000);
+        QCOMPARE(m_heard, answers);
+        QVERIFY(location.address().isNull()); // only the own address is kept
     }
 
-    void startAddressKeepsTheLineOnTheSharedInstance()
+    void startAddressKeepsTheLineOfTheLastFix()
     {
         m_geocoder->setAddress(Coordinate{1.0, 2.0}, QStringLiteral("Somewhere 1"));
-        RecordingDelegate delegate;
-        Location *location = Location::sharedInstacneWithDelegate(&delegate);
-        location->startLocation();
+        Location &location = make(m_sources.get());
+        location.startLocation(&m_receiver, record<Coordinate>());
         source()->deliver(1.0, 2.0);
-        location->startGeocoder();
-        QTRY_COMPARE_WITH_TIMEOUT(delegate.events.size(), 2, 1000);
-        QCOMPARE(delegate.events.last(), QStringLiteral("address Somewhere 1"));
-        QCOMPARE(delegate.callers.last(), location);
-        QCOMPARE(Location::address(), QStringLiteral("Somewhere 1"));
+        location.startAddress(&m_receiver, record<QString>());
+        QTRY_COMPARE_WITH_TIMEOUT(m_heard.size(), 2, 1000);
+        QCOMPARE(m_heard.last(), QStringLiteral("Somewhere 1"));
+        QCOMPARE(location.address(), QStringLiteral("Somewhere 1"));
 
-        Location::setLatitude(50.0); // nothing known there
-        location->startAddress();
-        QTRY_COMPARE_WITH_TIMEOUT(delegate.events.size(), 3, 1000);
-        QCOMPARE(delegate.events.last(), QStringLiteral("address failed not found"));
-        QCOMPARE(Location::address(), QStringLiteral("Somewhere 1"));
+        location.startLocation(&m_receiver, record<Coordinate>());
+        source()->deliver(50.0, 2.0); // nothing known there
+        location.startAddress(&m_receiver, record<QString>());
+        QTRY_COMPARE_WITH_TIMEOUT(m_heard.size(), 4, 1000);
+        QCOMPARE(m_heard.last(), QStringLiteral("failed not found"));
+        QCOMPARE(location.address(), QStringLiteral("Somewhere 1"));
     }
 
-    void goneRequesterGetsNothing_data()
+    void goneReceiverGetsNothing_data()
     {
         QTest::addColumn<int>("request");
-        QTest::addColumn<bool>("screen");
-        QTest::newRow("address of a coordinate, delegate") << int(ReverseLookup) << false;
-        QTest::newRow("coordinate of an address, screen") << int(ForwardLookup) << true;
-        QTest::newRow("position fix, screen") << int(PositionRequest) << true;
-        QTest::newRow("address of the shared fix, delegate") << int(OwnAddress) << false;
-        QTest::newRow("address of a separate instance's fix, screen")
-            << int(SeparateInstance) << true;
+        QTest::addColumn<bool>("serviceGoes"); // the service itself goes, not the receiver
+        QTest::newRow("address of a coordinate") << int(ReverseLookup) << false;
+        QTest::newRow("coordinate of an address") << int(ForwardLookup) << false;
+        QTest::newRow("position") << int(PositionRequest) << false;
+        QTest::newRow("own address") << int(OwnAddress) << false;
+        QTest::newRow("own address, service gone") << int(OwnAddress) << true;
     }
-    void goneRequesterGetsNothing()
+    void goneReceiverGetsNothing()
     {
         QFETCH(int, request);
-        QFETCH(bool, screen);
+        QFETCH(bool, serviceGoes);
         m_geocoder->setAddress(Coordinate{0.0, 0.0}, QStringLiteral("Null Island"));
         m_geocoder->setCoordinate(QStringLiteral("Here"), Coordinate{1.0, 2.0});
-        QStringList heard;
-        const auto make = [&] {
-            std::unique_ptr<RecordingDelegate> delegate(screen ? new ScreenDelegate
-                                                               : new RecordingDelegate);
-            delegate->journal = &heard;
-            return delegate;
-        };
-        std::unique_ptr<Location> separate;
-        // asks on the delegate's behalf
-        const auto ask = [&](RecordingDelegate *delegate) {
+        store(0.0, 0.0);
+        make(m_sources.get());
+        const auto ask = [&](QObject *receiver) {
             switch (request) {
             case ReverseLookup:
-                Location::addressWithCoordinate(Coordinate{0.0, 0.0}, delegate);
+                m_location->addressWithCoordinate({0.0, 0.0}, receiver, record<QString>());
                 break;
             case ForwardLookup:
-                Location::coordinateWithAddress(QStringLiteral("Here"), delegate);
+                m_location->coordinateWithAddress(QStringLiteral("Here"), receiver,
+                                                  record<Coordinate>());
                 break;
             case PositionRequest:
-                Location::sharedInstacneWithDelegate(delegate)->startLocation();
+                m_location->startLocation(receiver, record<Coordinate>());
                 break;
             case OwnAddress:
-                Location::sharedInstacneWithDelegate(delegate)->startAddress();
-                break;
-            case SeparateInstance:
-                separate.reset(Location::locationWihtDelegate(delegate));
-                separate->startAddress();
+                m_location->startAddress(receiver, record<QString>());
                 break;
             }
         };
@@ -404,24 +308,23 @@ private slots:
             QTest::qWait(20);
         };
 
-        std::unique_ptr<RecordingDelegate> gone = make();
+        auto gone = std::make_unique<QObject>();
         ask(gone.get());
-        gone.reset();
+        if (serviceGoes)
+            m_location.reset();
+        else
+            gone.reset();
         answer();
-        QCOMPARE(heard, QStringList());
+        QCOMPARE(m_heard, QStringList());
+        if (serviceGoes)
+            return;
+        if (request == OwnAddress) // kept all the same
+            QCOMPARE(m_location->address(), QStringLiteral("Null Island"));
 
-        std::unique_ptr<RecordingDelegate> next = make();
-        ask(next.get());
+        ask(&m_receiver); // the service works on for the next requester
         answer();
-        QCOMPARE(heard.size(), 1);
-        QVERIFY(!heard.first().contains(QLatin1String("failed")));
-
-        if (request == SeparateInstance) { // the instance itself goes with its lookup out
-            ask(next.get());
-            separate.reset();
-            answer();
-            QCOMPARE(heard.size(), 1);
-        }
+        QCOMPARE(m_heard.size(), 1);
+        QVERIFY(!m_heard.first().startsWith(QLatin1String("failed")));
     }
 };
 

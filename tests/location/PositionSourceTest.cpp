@@ -4,7 +4,6 @@
 
 #include "location/ConfiguredPositionSourceFactory.h"
 #include "location/Location.h"
-#include "location/LocationDelegate.h"
 #include "location/QtPositionSource.h"
 
 #include <QFile>
@@ -49,13 +48,6 @@ public:
     {
         return new QtPositionSource(new DeniedSource, parent);
     }
-};
-
-class FailureListener : public LocationDelegate
-{
-public:
-    void locationFailed(Location *, const QString &text) override { failures.append(text); }
-    QStringList failures;
 };
 
 } // namespace
@@ -145,15 +137,15 @@ private slots:
     {
         TestServices world;
         DeniedSources sources;
-        world.services().positionSources = &sources;
-        const Location::Registration registration(world.services());
-        FailureListener listener;
+        Location location(&sources, nullptr, &world.alerts);
+        QStringList failures;
         for (int request = 1; request <= 2; ++request) {
-            Location::sharedInstacneWithDelegate(&listener)->startLocation();
-            QTRY_COMPARE_WITH_TIMEOUT(listener.failures.size(), request, 1000);
+            location.startLocation(
+                this, [&](const PositionAnswer &answer) { failures.append(answer.error); });
+            QTRY_COMPARE_WITH_TIMEOUT(failures.size(), request, 1000);
         }
         const QString denied = QtPositionSource::describe(QGeoPositionInfoSource::AccessError);
-        QCOMPARE(listener.failures, (QStringList{denied, denied}));
+        QCOMPARE(failures, (QStringList{denied, denied}));
         QCOMPARE(world.alerts.alerts().size(), 2);
         for (const Alert &alert : world.alerts.alerts())
             QCOMPARE(alert.title, QStringLiteral("定位失败"));

@@ -30,7 +30,8 @@ struct RouteTestWorld : TestServices
         services().directions = &directions;
         services().geocoder = &geocoder;
         services().positionSources = &positionSources;
-        registration = std::make_unique<Location::Registration>(services());
+        location = std::make_unique<Location>(&positionSources, &geocoder, &alerts);
+        services().location = location.get();
         setModalAnimationsEnabled(false);
     }
 
@@ -39,5 +40,5 @@ struct RouteTestWorld : TestServices
     FakePositionSourceFactory positionSources;
     Shell shell;
     // last: the location service goes before the fakes it uses
-    std::unique_ptr<Location::Registration> registration;
+    std::unique_ptr<Location> location;
 };

@@ -125,13 +125,13 @@ private slots:
         QFETCH(QString, handed);
         SelectAddressViewController &picker = open();
         if (!found.isNull())
-            picker.reverseGeocoderSuccess(nullptr, found);
+            picker.reverseGeocoderSuccess(found);
         if (answer == 0)
-            picker.reverseGeocoderSuccess(nullptr, QString());
+            picker.reverseGeocoderSuccess(QString());
         else if (answer == 1)
-            picker.reverseGeocoderFailed(nullptr, QStringLiteral("offline"));
+            picker.reverseGeocoderFailed(QStringLiteral("offline"));
         else
-            picker.geocoderFailed(nullptr, QStringLiteral("offline"));
+            picker.geocoderFailed(QStringLiteral("offline"));
         QCOMPARE(addressLabel()->text(), label);
         picker.okButtonClicked();
         QCOMPARE(m_result.address, handed);
@@ -140,7 +140,7 @@ private slots:
     void cancelHandsBackZeros()
     {
         SelectAddressViewController &picker = open();
-        picker.reverseGeocoderSuccess(nullptr, QStringLiteral("Pier 7"));
+        picker.reverseGeocoderSuccess(QStringLiteral("Pier 7"));
         QTest::keyClick(&picker, Qt::Key_Escape);
         QCOMPARE(m_result.calls, 1);
         QCOMPARE(m_result.latitude, 0.0);

@@ -34,7 +34,7 @@ struct SpotWorld
     FakeGeocoder geocoder;
     FakePositionSourceFactory positions;
     RecordingShell shell;
-    std::unique_ptr<Location::Registration> registration;
+    std::unique_ptr<Location> locationService;
     std::unique_ptr<QWidget> window;
     SpotmimeViewController *screen = nullptr;
 
@@ -42,13 +42,14 @@ struct SpotWorld
     {
         world.services().geocoder = &geocoder;
         world.services().positionSources = &positions;
-        registration = std::make_unique<Location::Registration>(world.services());
+        locationService = std::make_unique<Location>(&positions, &geocoder, &world.alerts);
+        world.services().location = locationService.get();
         setModalAnimationsEnabled(false);
     }
     ~SpotWorld()
     {
         window.reset();
-        registration.reset();
+        locationService.reset();
     }
 
     // The screen, loaded and shown at phone size. The device reports

@@ -178,10 +178,9 @@ int runCtl(int argc, char **argv)
         return CtlBadInput;
 
     // no screens here: no device metrics, no URL opener, alerts on stderr
-    const CoreServices core(configuration);
     StderrAlertPresenter alerts(err);
+    const CoreServices core(configuration, &alerts);
     CtlContext context{out, err, parser.isSet(json), core.services()};
-    context.services.alerts = &alerts;
 
     const QString name = positional.takeFirst();
     for (const CtlCommand &command : std::as_const(table)) {

@@ -6,7 +6,6 @@
 
 #include "location/ConfiguredPositionSourceFactory.h"
 #include "location/Location.h"
-#include "location/LocationDelegate.h"
 #include "location/WebGeocoder.h"
 
 #include <QEventLoop>
@@ -174,41 +173,23 @@ int reverse(CtlContext &context, const QStringList &args)
     });
 }
 
-// Keeps what the location service reports.
-class Listener : public LocationDelegate
+// Keeps what the location service answered.
+struct Outcome
 {
-public:
-    void locationSuccess(Location *, double latitude, double longitude) override
-    {
-        coordinate = Coordinate{latitude, longitude};
-        answered = true;
-    }
-    void locationFailed(Location *, const QString &text) override { fail(text); }
-    void reverseGeocoderSuccess(Location *, const QString &line) override
-    {
-        address = line;
-        answered = true;
-    }
-    void reverseGeocoderFailed(Location *, const QString &text) override { fail(text); }
-    void geocoderSuccess(Location *, const Coordinate &found) override
-    {
-        coordinate = found;
-        answered = true;
-    }
-    void geocoderFailed(Location *, const QString &text) override { fail(text); }
-
     bool answered = false;
     bool failed = false;
     QString error;
     QString address;
     Coordinate coordinate;
 
-private:
-    void fail(const QString &text)
+    template <typename T> void take(const LocationAnswer<T> &answer, T &into)
     {
-        failed = true;
-        error = text;
         answered = true;
+        failed = !answer.succeeded();
+        if (failed)
+            error = answer.error;
+        else
+            into = *answer.value;
     }
 };
 
@@ -245,27 +226,31 @@ int lookup(CtlContext &context, const QStringList &args)
         }
     }
 
-    const Location::Registration registration(context.services);
+    QObject receiver;
+    Outcome outcome;
+    if (coordinate) {
+        context.services.location->addressWithCoordinate(
+            *coordinate, &receiver,
+            [&](const AddressAnswer &answer) { outcome.take(answer, outcome.address); });
+    } else {
+        context.services.location->coordinateWithAddress(
+            args.join(QLatin1Char(' ')), &receiver,
+            [&](const CoordinateAnswer &answer) { outcome.take(answer, outcome.coordinate); });
+    }
+    waitUntil([&] { return outcome.answered; }, 0); // the geocoder's own timeout answers
 
-    Listener listener;
-    if (coordinate)
-        Location::addressWithCoordinate(*coordinate, &listener);
-    else
-        Location::coordinateWithAddress(args.join(QLatin1Char(' ')), &listener);
-    waitUntil([&] { return listener.answered; }, 0); // the geocoder's own timeout answers
-
-    if (listener.failed) {
-        return context.fail(CtlFailed, listener.error.isNull() ? QStringLiteral("nothing found")
-                                                               : listener.error);
+    if (outcome.failed) {
+        return context.fail(CtlFailed, outcome.error.isNull() ? QStringLiteral("nothing found")
+                                                              : outcome.error);
     }
     if (!coordinate)
-        return printCoordinate(context, listener.coordinate);
-    if (listener.address.isNull())
+        return printCoordinate(context, outcome.coordinate);
+    if (outcome.address.isNull())
         return context.fail(CtlFailed, QStringLiteral("the place found has no address line"));
     if (context.json)
-        context.printJson(QJsonObject{{QStringLiteral("address"), listener.address}});
+        context.printJson(QJsonObject{{QStringLiteral("address"), outcome.address}});
     else
-        context.out << listener.address << Qt::endl;
+        context.out << outcome.address << Qt::endl;
     return CtlOk;
 }
 
@@ -298,27 +283,29 @@ int position(CtlContext &context, const QStringList &args)
     HeadlessServices services = context.services;
     if (!nmeaFile.isEmpty())
         services.positionSources = &commandSources;
-    Listener listener;
+    Outcome outcome;
     bool answered = false;
     {
-        const Location::Registration registration(services); // the shared instance goes with it
-        Location *location = Location::sharedInstacneWithDelegate(&listener);
-        location->startLocation();
-        answered = waitUntil([&] { return listener.answered; }, int(timeoutSeconds * 1000));
-        if (location->locationManager())
-            location->locationManager()->stopUpdatingLocation();
+        // a service of its own, for the sources of this command; its source
+        // stops when it goes
+        Location location(services.positionSources, services.geocoder, services.alerts);
+        QObject receiver;
+        location.startLocation(&receiver, [&](const PositionAnswer &answer) {
+            outcome.take(answer, outcome.coordinate);
+        });
+        answered = waitUntil([&] { return outcome.answered; }, int(timeoutSeconds * 1000));
     }
 
     if (!answered) {
         return context.fail(CtlFailed,
                             QStringLiteral("no position within %1 seconds").arg(timeoutSeconds));
     }
-    if (listener.failed) {
-        return context.fail(CtlFailed, listener.error.isNull()
+    if (outcome.failed) {
+        return context.fail(CtlFailed, outcome.error.isNull()
                                            ? QStringLiteral("the position could not be found")
-                                           : listener.error);
+                                           : outcome.error);
     }
-    return printCoordinate(context, listener.coordinate);
+    return printCoordinate(context, outcome.coordinate);
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "RecordJson.h"
 
 #include "location/Location.h"
-#include "location/LocationDelegate.h"
 #include "modes/TripController.h"
 #include "platform/Clock.h"
 #include "routing/DirectionsService.h"
@@ -62,21 +61,17 @@ void waitForPlanning(TripController &trip)
 // the address picker shows it.
 QString addressOf(CtlContext &context, const Coordinate &coordinate)
 {
-    struct Listener : LocationDelegate
-    {
-        bool answered = false;
-        QString address;
-        void reverseGeocoderSuccess(Location *, const QString &text) override
-        {
-            address = text;
-            answered = true;
-        }
-        void reverseGeocoderFailed(Location *, const QString &) override { answered = true; }
-    } listener;
-    const Location::Registration registration(context.services);
-    Location::addressWithCoordinate(coordinate, &listener);
-    waitUntil([&] { return listener.answered; });
-    return listener.address.isEmpty() ? QStringLiteral("Unknow") : listener.address;
+    QObject receiver;
+    bool answered = false;
+    QString address;
+    context.services.location->addressWithCoordinate(coordinate, &receiver,
+                                                     [&](const AddressAnswer &answer) {
+                                                         answered = true;
+                                                         if (answer.succeeded())
+                                                             address = *answer.value;
+                                                     });
+    waitUntil([&] { return answered; });
+    return address.isEmpty() ? QStringLiteral("Unknow") : address;
 }
 
 // Whole seconds since 1970, or an ISO 8601 local date and time.

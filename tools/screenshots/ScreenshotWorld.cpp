@@ -42,7 +42,8 @@ ScreenshotWorld::ScreenshotWorld() : clock(fixedMoment().toMSecsSinceEpoch())
     m_services.directions = &directions;
     m_services.applications = &applications;
     m_services.preferences = m_preferences.get();
-    m_location = std::make_unique<Location::Registration>(m_services);
+    m_location = std::make_unique<Location>(&positionSources, &geocoder, &alerts);
+    m_services.location = m_location.get();
 }
 
 ScreenshotWorld::~ScreenshotWorld()

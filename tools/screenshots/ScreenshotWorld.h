@@ -54,7 +54,7 @@ public:
 private:
     QTemporaryDir m_dir;
     std::unique_ptr<TMPreferenceUtil> m_preferences; // over m_dir
-    std::unique_ptr<Location::Registration> m_location;
+    std::unique_ptr<Location> m_location;
     std::vector<std::unique_ptr<QObject>> m_kept;
     Services m_services;
 };

@@ -109,12 +109,14 @@ TREKMIME_SCENE(
         {
             SilentGeocoder geocoder;
             Services services;
-            std::unique_ptr<Location::Registration> location;
+            std::unique_ptr<Location> location;
         };
         Holder *holder = world.keep(new Holder);
         holder->services = world.services();
         holder->services.geocoder = &holder->geocoder;
-        holder->location = std::make_unique<Location::Registration>(holder->services);
+        holder->location = std::make_unique<Location>(holder->services.positionSources,
+                                                      &holder->geocoder, holder->services.alerts);
+        holder->services.location = holder->location.get();
         return spotWindow(world, holder->services);
     },
     [](ScreenshotWorld &, QWidget *window) {
