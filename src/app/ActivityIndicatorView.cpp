@@ -4,16 +4,16 @@
 #include <QTimer>
 
 namespace {
-constexpr int kSpokes = 12;
+constexpr int Spokes = 12;
 }
 
 ActivityIndicatorView::ActivityIndicatorView(QWidget *parent)
     : QWidget(parent), m_timer(new QTimer(this))
 {
     resize(sizeHint());
-    m_timer->setInterval(1000 / kSpokes);
+    m_timer->setInterval(1000 / Spokes);
     connect(m_timer, &QTimer::timeout, this, [this] {
-        m_step = (m_step + 1) % kSpokes;
+        m_step = (m_step + 1) % Spokes;
         update();
     });
 }
@@ -62,14 +62,14 @@ void ActivityIndicatorView::paintEvent(QPaintEvent *)
     const qreal inner = outer * 0.45;
     const qreal thickness = side * 0.09;
     painter.translate(width() / 2.0, height() / 2.0);
-    for (int i = 0; i < kSpokes; ++i) {
+    for (int i = 0; i < Spokes; ++i) {
         // the spoke at the current step is brightest, the ones behind it fade
-        const int age = (m_step - i + kSpokes) % kSpokes;
+        const int age = (m_step - i + Spokes) % Spokes;
         QColor spoke = m_color;
-        spoke.setAlphaF(float(1.0 - 0.75 * age / (kSpokes - 1)));
+        spoke.setAlphaF(float(1.0 - 0.75 * age / (Spokes - 1)));
         painter.setPen(QPen(spoke, thickness, Qt::SolidLine, Qt::RoundCap));
         painter.save();
-        painter.rotate(360.0 * i / kSpokes);
+        painter.rotate(360.0 * i / Spokes);
         painter.drawLine(QPointF(0, -inner), QPointF(0, -outer + thickness / 2));
         painter.restore();
     }

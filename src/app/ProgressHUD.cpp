@@ -19,10 +19,10 @@ int milliseconds(double seconds)
 }
 
 // below this alpha a view takes no touches, as on the phone
-constexpr qreal kTouchableAlpha = 0.01;
+constexpr qreal TouchableAlpha = 0.01;
 // the animated hide stops just short of transparent; the finish step takes
 // it the rest of the way
-constexpr qreal kHideAnimationAlpha = 0.02;
+constexpr qreal HideAnimationAlpha = 0.02;
 
 QFont boldSystemFont(qreal pixelSize)
 {
@@ -169,7 +169,7 @@ qreal ProgressHUD::scale() const
 void ProgressHUD::setAlpha(qreal alpha)
 {
     ViewLayer::of(this)->setOpacity(alpha);
-    setAttribute(Qt::WA_TransparentForMouseEvents, alpha < kTouchableAlpha);
+    setAttribute(Qt::WA_TransparentForMouseEvents, alpha < TouchableAlpha);
     if (auto *spinner = qobject_cast<ActivityIndicatorView *>(m_indicator.data()))
         spinner->setSuspended(alpha <= 0.0);
 }
@@ -278,7 +278,7 @@ void ProgressHUD::hideUsingAnimation(bool animated)
     m_animation->stop();
     if (animated && m_showStarted.isValid()) {
         const qreal endScale = m_animationType == Zoom ? 0.5 : scale();
-        animateTo(kHideAnimationAlpha, endScale, [this] { done(); });
+        animateTo(HideAnimationAlpha, endScale, [this] { done(); });
     } else {
         setAlpha(0.0);
         done();
@@ -293,7 +293,7 @@ void ProgressHUD::animateTo(qreal alpha, qreal scale, std::function<void()> fini
     // a fresh animation each time, so that an interrupted one never finishes
     m_animation->deleteLater();
     m_animation = new QVariantAnimation(this);
-    m_animation->setDuration(kAnimationDuration);
+    m_animation->setDuration(AnimationDuration);
     m_animation->setStartValue(0.0);
     m_animation->setEndValue(1.0);
     m_animation->setEasingCurve(QEasingCurve::InOutQuad);

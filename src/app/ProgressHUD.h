@@ -113,7 +113,7 @@ public:
     QWidget *indicator() const { return m_indicator; }
 
     // show and hide fades, in milliseconds
-    static constexpr int kAnimationDuration = 300;
+    static constexpr int AnimationDuration = 300;
     // where showStarted comes from; the system clock unless a test sets one
     void setClock(const Clock *clock);
     // whether the overlay deletes itself once removed from its parent; on for

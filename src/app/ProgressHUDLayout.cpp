@@ -24,12 +24,12 @@ ProgressHUDLayout ProgressHUDLayout::compute(const Input &in)
     qreal contentWidth = qMax(indicator.width(), label.width());
     qreal contentHeight = indicator.height() + label.height();
     if (!indicator.isEmpty() && !label.isEmpty())
-        contentHeight += kPadding;
+        contentHeight += Padding;
 
     QSizeF details(0, 0);
     if (!in.detailsLabelText.isEmpty()) {
         const qreal remaining =
-            qMax(0.0, in.bounds.height() - contentHeight - kPadding - 4 * margin);
+            qMax(0.0, in.bounds.height() - contentHeight - Padding - 4 * margin);
         const QFontMetricsF metrics(in.detailsLabelFont);
         const QRectF wrapped =
             metrics.boundingRect(QRectF(0, 0, maxWidth, remaining),
@@ -37,7 +37,7 @@ ProgressHUDLayout ProgressHUDLayout::compute(const Input &in)
         details = QSizeF(qMin(wrapped.width(), maxWidth), qMin(wrapped.height(), remaining));
         contentWidth = qMax(contentWidth, details.width());
         if (contentHeight > 0)
-            contentHeight += kPadding;
+            contentHeight += Padding;
         contentHeight += details.height();
     }
 
@@ -57,7 +57,7 @@ ProgressHUDLayout ProgressHUDLayout::compute(const Input &in)
     auto place = [&](QSizeF item) {
         const QRectF rect(std::round(centreX - item.width() / 2), y, item.width(), item.height());
         if (!item.isEmpty())
-            y += item.height() + kPadding;
+            y += item.height() + Padding;
         return rect;
     };
     out.indicator = place(indicator);

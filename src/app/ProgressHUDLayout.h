@@ -23,7 +23,7 @@ struct ProgressHUDLayout
         QSizeF minSize;
     };
 
-    static constexpr qreal kPadding = 4.0;
+    static constexpr qreal Padding = 4.0;
 
     QRectF box;
     QRectF indicator;

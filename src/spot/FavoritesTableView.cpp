@@ -10,10 +10,10 @@
 namespace {
 
 // a horizontal move this long, and mostly sideways, is a swipe
-constexpr int kSwipeDistance = 40;
-constexpr int kDeleteButtonWidth = 82;
-constexpr int kControlInset = 14;
-constexpr int kControlSize = 22;
+constexpr int SwipeDistance = 40;
+constexpr int DeleteButtonWidth = 82;
+constexpr int ControlInset = 14;
+constexpr int ControlSize = 22;
 
 // Paints a row: its name, in edit mode the round delete control before it,
 // and the Delete button over its right end while revealed.
@@ -27,7 +27,7 @@ public:
 
     QSize sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const override
     {
-        return {0, FavoritesTableView::kRowHeight};
+        return {0, FavoritesTableView::RowHeight};
     }
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
@@ -109,14 +109,14 @@ void FavoritesTableView::revealDeleteButton(int row)
 QRect FavoritesTableView::deleteControlRect(int row) const
 {
     const QRect rect = visualRect(model()->index(row, 0));
-    return {rect.left() + kControlInset, rect.center().y() - kControlSize / 2 + 1, kControlSize,
-            kControlSize};
+    return {rect.left() + ControlInset, rect.center().y() - ControlSize / 2 + 1, ControlSize,
+            ControlSize};
 }
 
 QRect FavoritesTableView::deleteButtonRect(int row) const
 {
     const QRect rect = visualRect(model()->index(row, 0));
-    return {rect.right() + 1 - kDeleteButtonWidth, rect.top(), kDeleteButtonWidth,
+    return {rect.right() + 1 - DeleteButtonWidth, rect.top(), DeleteButtonWidth,
             rect.height() - 1};
 }
 
@@ -144,13 +144,13 @@ void FavoritesTableView::mouseReleaseEvent(QMouseEvent *event)
     m_pressed = false;
     const QPoint position = event->position().toPoint();
     const QPoint moved = position - m_pressPosition;
-    if (moved.x() <= -kSwipeDistance && qAbs(moved.y()) < qAbs(moved.x()) / 2) {
+    if (moved.x() <= -SwipeDistance && qAbs(moved.y()) < qAbs(moved.x()) / 2) {
         const int row = indexAt(m_pressPosition).row();
         if (row >= 0)
             revealDeleteButton(row);
         return;
     }
-    if (moved.manhattanLength() < kSwipeDistance / 2)
+    if (moved.manhattanLength() < SwipeDistance / 2)
         tapAt(position);
 }
 

@@ -24,7 +24,7 @@ public:
     QRect deleteControlRect(int row) const;
     QRect deleteButtonRect(int row) const;
 
-    static constexpr int kRowHeight = 52;
+    static constexpr int RowHeight = 52;
 
 signals:
     void rowSelected(int row);

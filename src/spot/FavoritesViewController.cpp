@@ -18,8 +18,8 @@
 
 namespace {
 
-constexpr int kTopBarHeight = 56;
-constexpr int kBottomBarHeight = 44;
+constexpr int TopBarHeight = 56;
+constexpr int BottomBarHeight = 44;
 
 void styleFlatButton(FlatButton *button)
 {
@@ -136,8 +136,8 @@ void FavoritesViewController::resizeEvent(QResizeEvent *event)
 void FavoritesViewController::layoutViews()
 {
     const int w = width();
-    const int tableTop = TopBar{bgLabel, topView}.place(w, kTopBarHeight, m_safeArea);
-    const int bottomHeight = kBottomBarHeight + m_safeArea.bottom();
+    const int tableTop = TopBar{bgLabel, topView}.place(w, TopBarHeight, m_safeArea);
+    const int bottomHeight = BottomBarHeight + m_safeArea.bottom();
     bottomView->setGeometry(0, height() - bottomHeight, w, bottomHeight);
     mainTableView->setGeometry(0, tableTop, w, qMax(0, height() - bottomHeight - tableTop));
 }

@@ -24,7 +24,7 @@
 
 namespace {
 // every centring shows this much ground around the place, both ways
-constexpr double kRegionMeters = 2000.0;
+constexpr double RegionMeters = 2000.0;
 } // namespace
 
 SpotmimeViewController::SpotmimeViewController(const Services &services, ApplicationShell &shell,
@@ -101,7 +101,7 @@ void SpotmimeViewController::refreshViewByStatusWithLocation(bool withLocation)
 void SpotmimeViewController::centerMapOn(const Coordinate &coordinate)
 {
     const CoordinateRegion region =
-        CoordinateRegionMakeWithDistance(coordinate, kRegionMeters, kRegionMeters);
+        CoordinateRegionMakeWithDistance(coordinate, RegionMeters, RegionMeters);
     mainMapView->setRegion(mainMapView->regionThatFits(region));
     mainMapView->setCenterCoordinate(coordinate);
 }
@@ -191,7 +191,7 @@ void SpotmimeViewController::locationSuccess(double, double)
     // the service's own last position, not the answer's values
     const Coordinate position{m_services.location->latitude(), m_services.location->longitude()};
     const CoordinateRegion region = mainMapView->regionThatFits(
-        CoordinateRegionMakeWithDistance(position, kRegionMeters, kRegionMeters));
+        CoordinateRegionMakeWithDistance(position, RegionMeters, RegionMeters));
     QPointer<MapView> map(mainMapView);
     mainMapView->animateCenterCoordinate(position, m_locateAnimationMs, [map, region] {
         if (map)

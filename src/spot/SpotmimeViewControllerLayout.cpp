@@ -24,10 +24,10 @@
 
 namespace {
 
-constexpr int kTopBarHeight = 56;
-constexpr int kBottomBarHeight = 108;
-constexpr int kMargin = 12;
-constexpr QSize kPinSize{34, 46};
+constexpr int TopBarHeight = 56;
+constexpr int BottomBarHeight = 108;
+constexpr int Margin = 12;
+constexpr QSize PinSize{34, 46};
 
 QPixmap drawn(QSize size, const std::function<void(QPainter &)> &draw)
 {
@@ -44,7 +44,7 @@ QPixmap drawn(QSize size, const std::function<void(QPainter &)> &draw)
 // a drop-shaped pin whose point is the bottom centre of the image
 QPixmap pinImage()
 {
-    return drawn(kPinSize, [](QPainter &p) {
+    return drawn(PinSize, [](QPainter &p) {
         const QRectF head(3, 2, 28, 28);
         QPainterPath path;
         path.moveTo(17, 45);
@@ -137,7 +137,7 @@ void SpotmimeViewController::buildMap()
     locationImageView = new QLabel(this);
     locationImageView->setObjectName(QStringLiteral("locationImageView"));
     locationImageView->setPixmap(pinImage());
-    locationImageView->setFixedSize(kPinSize);
+    locationImageView->setFixedSize(PinSize);
     // the pin is drawing: drags go through it to the map
     locationImageView->setAttribute(Qt::WA_TransparentForMouseEvents);
 }
@@ -161,7 +161,7 @@ void SpotmimeViewController::buildTopBar()
     searchField->setAccessibleName(tr("Enter Address Here"));
     searchButton = flatButton(topView, "searchButton");
     auto *topRow = new QHBoxLayout(topView);
-    topRow->setContentsMargins(8, 10, kMargin, 10);
+    topRow->setContentsMargins(8, 10, Margin, 10);
     topRow->setSpacing(8);
     topRow->addWidget(m_infoButton);
     topRow->addWidget(searchField, 1);
@@ -192,7 +192,7 @@ void SpotmimeViewController::buildBottomBar()
     favoritesButton = flatButton(bottomView, "favoritesButton");
     addButton = flatButton(bottomView, "addButton");
     auto *bottomColumn = new QVBoxLayout(bottomView);
-    bottomColumn->setContentsMargins(kMargin, 8, kMargin, 0);
+    bottomColumn->setContentsMargins(Margin, 8, Margin, 0);
     bottomColumn->setSpacing(8);
     auto *addressRow = new QHBoxLayout;
     addressRow->setSpacing(8);
@@ -320,27 +320,27 @@ void SpotmimeViewController::layoutViews()
     const int w = width();
     const int h = height();
     const int bottomExtra = m_safeArea.bottom();
-    const int bottomHeight = kBottomBarHeight + bottomExtra;
+    const int bottomHeight = BottomBarHeight + bottomExtra;
 
-    const int mapTop = TopBar{bgLabel, topView}.place(w, kTopBarHeight, m_safeArea);
+    const int mapTop = TopBar{bgLabel, topView}.place(w, TopBarHeight, m_safeArea);
     bottomView->setGeometry(0, h - bottomHeight, w, bottomHeight);
     const int mapBottom = h - bottomHeight;
     mainMapView->setGeometry(0, mapTop, w, qMax(0, mapBottom - mapTop));
 
     const QPoint centre = mainMapView->geometry().center();
-    locationImageView->move(centre.x() - kPinSize.width() / 2 + 1,
-                            mainMapView->y() + mainMapView->height() / 2 - kPinSize.height());
+    locationImageView->move(centre.x() - PinSize.width() / 2 + 1,
+                            mainMapView->y() + mainMapView->height() / 2 - PinSize.height());
 
     // the map's corner controls sit above the bottom bar as it is first laid
     // out, and move up with it on a tall screen
     // (high enough to leave the map's tile credit readable)
-    const int rowBottom = h - kBottomBarHeight - 2 * kMargin - bottomExtra;
+    const int rowBottom = h - BottomBarHeight - 2 * Margin - bottomExtra;
     lb_location->adjustSize();
-    lb_location->setGeometry(kMargin, rowBottom - 44, qMax(lb_location->width(), 110), 44);
+    lb_location->setGeometry(Margin, rowBottom - 44, qMax(lb_location->width(), 110), 44);
     lb_location->setVisible(!lb_location->text().isEmpty());
     const int exchangeWidth = btn_exchange->sizeHint().width() + 8;
-    btn_exchange->setGeometry(w - kMargin - exchangeWidth, rowBottom - 40, exchangeWidth, 40);
-    btn_mine->setGeometry(w - kMargin - 44, rowBottom - 40 - 10 - 44, 44, 44);
+    btn_exchange->setGeometry(w - Margin - exchangeWidth, rowBottom - 40, exchangeWidth, 40);
+    btn_mine->setGeometry(w - Margin - 44, rowBottom - 40 - 10 - 44, 44, 44);
 
     if (alertView->isVisible())
         alertView->setGeometry(rect());

@@ -13,7 +13,7 @@
 #include <cmath>
 
 namespace {
-constexpr qreal kCornerRadius = 3.0;
+constexpr qreal CornerRadius = 3.0;
 }
 
 FlatSwitch::Geometry FlatSwitch::geometryFor(QSizeF size)
@@ -222,7 +222,7 @@ void FlatSwitch::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     QPainterPath track;
-    track.addRoundedRect(QRectF(rect()), kCornerRadius, kCornerRadius);
+    track.addRoundedRect(QRectF(rect()), CornerRadius, CornerRadius);
     painter.fillPath(track, m_trackColor);
 }
 

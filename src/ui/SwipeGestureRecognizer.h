@@ -16,7 +16,7 @@ public:
     int direction() const { return m_direction; }
     void setDirection(int directions) { m_direction = directions; }
 
-    static constexpr qreal kMinimumDistance = 50.0;
+    static constexpr qreal MinimumDistance = 50.0;
 
 protected:
     void pressed(QPointF position) override;

@@ -11,9 +11,9 @@
 
 namespace {
 
-const char *const kMaskProperty = "trekmimeAutoresizingMask";
-const char *const kSizeProperty = "trekmimeLastSize";
-const char *const kFadeName = "trekmimeFade";
+const char *const MaskProperty = "trekmimeAutoresizingMask";
+const char *const SizeProperty = "trekmimeLastSize";
+const char *const FadeName = "trekmimeFade";
 
 // Moves the children of a resized parent by their resizing rules, and
 // follows a child to its new parent.
@@ -42,8 +42,8 @@ public:
 private:
     static void remember(QWidget *widget)
     {
-        if (!widget->property(kSizeProperty).isValid())
-            widget->setProperty(kSizeProperty, widget->size());
+        if (!widget->property(SizeProperty).isValid())
+            widget->setProperty(SizeProperty, widget->size());
     }
 
 protected:
@@ -52,14 +52,14 @@ protected:
         auto *widget = qobject_cast<QWidget *>(watched);
         if (!widget)
             return false;
-        if (event->type() == QEvent::ParentChange && widget->property(kMaskProperty).isValid()) {
+        if (event->type() == QEvent::ParentChange && widget->property(MaskProperty).isValid()) {
             watch(widget);
         } else if (event->type() == QEvent::Resize) {
             // a hidden widget gets its resize only when shown, without the old
             // size, so the last size seen is kept on the widget itself
             const QSize newSize = static_cast<QResizeEvent *>(event)->size();
-            const QSize oldSize = widget->property(kSizeProperty).toSize();
-            widget->setProperty(kSizeProperty, newSize);
+            const QSize oldSize = widget->property(SizeProperty).toSize();
+            widget->setProperty(SizeProperty, newSize);
             if (oldSize.isValid() && oldSize != newSize)
                 resizeChildren(widget, oldSize, newSize);
         }
@@ -104,7 +104,7 @@ private:
             // a layout places its own widgets; the mask only shaped their policy
             if (parent->layout() && parent->layout()->indexOf(child) >= 0)
                 continue;
-            const QVariant maskValue = child->property(kMaskProperty);
+            const QVariant maskValue = child->property(MaskProperty);
             if (!maskValue.isValid())
                 continue;
             const int mask = maskValue.toInt();
@@ -134,11 +134,11 @@ HairlineView *hairline(Qt::Orientation orientation, int length, qreal scale)
 
 void fade(QWidget *view, qreal to, double duration, std::function<void()> finished)
 {
-    for (auto *running : view->findChildren<QPropertyAnimation *>(QLatin1String(kFadeName),
+    for (auto *running : view->findChildren<QPropertyAnimation *>(QLatin1String(FadeName),
                                                                   Qt::FindDirectChildrenOnly))
         running->stop();
     auto *animation = new QPropertyAnimation(ViewLayer::of(view), "opacity", view);
-    animation->setObjectName(QLatin1String(kFadeName));
+    animation->setObjectName(QLatin1String(FadeName));
     animation->setDuration(qMax(0, qRound(duration * 1000.0)));
     animation->setStartValue(ViewHelpers::alpha(view));
     animation->setEndValue(to);
@@ -319,7 +319,7 @@ void setRight(QWidget *view, int right)
 
 void setAutoresizingMask(QWidget *view, int mask)
 {
-    view->setProperty(kMaskProperty, mask);
+    view->setProperty(MaskProperty, mask);
     QSizePolicy policy = view->sizePolicy();
     policy.setHorizontalPolicy((mask & FlexibleWidth) ? QSizePolicy::Expanding
                                                       : QSizePolicy::Preferred);
@@ -331,7 +331,7 @@ void setAutoresizingMask(QWidget *view, int mask)
 
 int autoresizingMask(const QWidget *view)
 {
-    return view->property(kMaskProperty).toInt();
+    return view->property(MaskProperty).toInt();
 }
 
 void frameSetInSuperViewForFull(QWidget *view)
@@ -384,7 +384,7 @@ void fadeShowAnimation(QWidget *view)
 
 void fadeShowAnimationComplete(QWidget *view, std::function<void()> complete)
 {
-    fadeShowAnimationDuration(view, kDefaultFadeDuration, std::move(complete));
+    fadeShowAnimationDuration(view, DefaultFadeDuration, std::move(complete));
 }
 
 void fadeShowAnimationDuration(QWidget *view, double duration, std::function<void()> complete)
@@ -404,7 +404,7 @@ void fadeHideAnimation(QWidget *view)
 
 void fadeHideAnimationComplete(QWidget *view, std::function<void()> complete)
 {
-    fadeHideAnimationDuration(view, kDefaultFadeDuration, std::move(complete));
+    fadeHideAnimationDuration(view, DefaultFadeDuration, std::move(complete));
 }
 
 void fadeHideAnimationDuration(QWidget *view, double duration, std::function<void()> complete)

@@ -115,7 +115,7 @@ qreal alpha(const QWidget *view);
 void setAlpha(QWidget *view, qreal alpha);
 
 // --- fades (the default duration is 0.3 s taken in single precision)
-inline constexpr double kDefaultFadeDuration = double(0.3f);
+inline constexpr double DefaultFadeDuration = double(0.3f);
 void fadeShowAnimation(QWidget *view);
 void fadeShowAnimationComplete(QWidget *view, std::function<void()> complete);
 void fadeShowAnimationDuration(QWidget *view, double duration, std::function<void()> complete);
