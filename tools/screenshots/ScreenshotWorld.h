@@ -1,5 +1,6 @@
 #pragma once
 
+#include "SketchTileSource.h"
 #include "apps/GioApplicationRegistry.h"
 #include "fakes/FakeDirectionsService.h"
 #include "fakes/FakeGeocoder.h"
@@ -8,7 +9,6 @@
 #include "fakes/ManualClock.h"
 #include "fakes/RecordingAlertPresenter.h"
 #include "fakes/RecordingUrlOpener.h"
-#include "fakes/SketchTileSource.h"
 #include "location/Location.h"
 #include "platform/Services.h"
 #include "settings/TMPreferenceUtil.h"
