@@ -12,8 +12,6 @@
 #include <QPointer>
 #include <QTest>
 
-using Taps = QList<int>;
-
 // The whitelist screen over a fake registry: marks, taps and the file.
 class WhitelistViewControllerTest : public QObject
 {
@@ -22,23 +20,26 @@ class WhitelistViewControllerTest : public QObject
 private:
     std::unique_ptr<TestServices> m_world;
     FakeApplicationRegistry m_registry;
-    QWidget *m_window = nullptr;
-
+    std::unique_ptr<QWidget> m_window;
     const QString maps = QStringLiteral("org.gnome.Maps");
     const QString chat = QStringLiteral("org.example.Chat");
 
     WhitelistViewController *present()
     {
         auto *screen = new WhitelistViewController(m_world->services());
-        presentViewController(m_window, screen, ModalTransition::CoverVertical);
+        presentViewController(m_window.get(), screen, ModalTransition::CoverVertical);
         return screen;
     }
-    QList<bool> marks(const WhitelistViewController *screen) const
+    static QString marks(const WhitelistViewController *screen) // "01": the second is marked
     {
-        QList<bool> result;
+        QString result;
         for (int row = 0; row < screen->numberOfRows(); ++row)
-            result.append(screen->rowAt(row)->isChecked());
+            result.append(screen->rowAt(row)->isChecked() ? u'1' : u'0');
         return result;
+    }
+    QVariantMap stored() const
+    {
+        return PropertyList::readDictionary(m_world->files().whitelistFile());
     }
 
 private slots:
@@ -49,60 +50,48 @@ private slots:
         m_registry = FakeApplicationRegistry();
         m_registry.addShown({maps, chat});
         m_world->services().applications = &m_registry;
-        m_window = new QWidget;
+        m_window = std::make_unique<QWidget>();
         m_window->resize(390, 844);
         m_window->show();
     }
-    void cleanup()
-    {
-        delete m_window;
-        m_world.reset();
-        setModalAnimationsEnabled(true);
-    }
+    void cleanup() { m_window.reset(); }
 
     void tapsFlipAndWriteTheWholeFile_data()
     {
-        QTest::addColumn<QVariant>("stored"); // invalid: no file
-        QTest::addColumn<Taps>("taps");
-        QTest::addColumn<QList<bool>>("shownBefore");
-        QTest::addColumn<QVariantMap>("written"); // empty: no file after
-        QTest::addColumn<QList<bool>>("shownAfter");
-
-        const QVariantMap other{{QStringLiteral("org.example.Uninstalled"), true}};
-        QTest::newRow("loading writes nothing") << QVariant() << Taps{} << QList<bool>{false, false}
-                                                << QVariantMap() << QList<bool>{false, false};
-        QTest::newRow("first tap, no file: one key")
-            << QVariant() << Taps{1} << QList<bool>{false, false} << QVariantMap{{chat, true}}
-            << QList<bool>{false, true};
-        QTest::newRow("second tap keeps the key, false")
-            << QVariant(other) << Taps{0, 0} << QList<bool>{false, false}
-            << QVariantMap{{QStringLiteral("org.example.Uninstalled"), true}, {maps, false}}
-            << QList<bool>{false, false};
-        QTest::newRow("text \"1\" is on; a tap stores false")
-            << QVariant(QVariantMap{{maps, QStringLiteral("1")}, {chat, QStringLiteral("0")}})
-            << Taps{0} << QList<bool>{true, false}
-            << QVariantMap{{maps, false}, {chat, QStringLiteral("0")}} << QList<bool>{false, false};
+        QTest::addColumn<QVariantMap>("before"); // empty: no file
+        QTest::addColumn<QString>("taps");       // rows tapped, in order
+        QTest::addColumn<QString>("marks");      // before, then after the taps
+        QTest::addColumn<QVariantMap>("after");  // empty: no file after
+        const auto row = [](const char *name, const QVariantMap &before, const char *taps,
+                            const char *marks, const QVariantMap &after) {
+            QTest::newRow(name) << before << QString::fromLatin1(taps) << QString::fromLatin1(marks)
+                                << after;
+        };
+        const QString gone = QStringLiteral("org.example.Uninstalled");
+        const QString on = QStringLiteral("1");
+        const QString off = QStringLiteral("0");
+        row("loading writes nothing", {}, "", "00 00", {});
+        row("first tap, no file: one key", {}, "1", "00 01", {{chat, true}});
+        row("second tap keeps the key, false", {{gone, true}}, "00", "00 00",
+            {{gone, true}, {maps, false}});
+        row("text \"1\" is on; a tap stores false", {{maps, on}, {chat, off}}, "0", "10 00",
+            {{maps, false}, {chat, off}});
     }
     void tapsFlipAndWriteTheWholeFile()
     {
-        QFETCH(QVariant, stored);
-        QFETCH(Taps, taps);
-        QFETCH(QList<bool>, shownBefore);
-        QFETCH(QVariantMap, written);
-        QFETCH(QList<bool>, shownAfter);
-        const QString file = m_world->files().whitelistFile();
-        if (stored.isValid())
-            QVERIFY(PropertyList::write(file, stored.toMap()));
-
+        QFETCH(QVariantMap, before);
+        QFETCH(QString, taps);
+        QFETCH(QString, marks);
+        QFETCH(QVariantMap, after);
+        if (!before.isEmpty())
+            QVERIFY(PropertyList::write(m_world->files().whitelistFile(), before));
         WhitelistViewController *screen = present();
-        QCOMPARE(marks(screen), shownBefore);
-        for (int row : taps)
-            QTest::mouseClick(screen->rowAt(row), Qt::LeftButton);
-        QCOMPARE(marks(screen), shownAfter);
-        if (written.isEmpty() && !stored.isValid())
-            QVERIFY(!QFileInfo::exists(file));
-        else
-            QCOMPARE(PropertyList::readDictionary(file), written);
+        QString seen = WhitelistViewControllerTest::marks(screen) + u' ';
+        for (QChar row : taps)
+            QTest::mouseClick(screen->rowAt(row.digitValue()), Qt::LeftButton);
+        QCOMPARE(seen + WhitelistViewControllerTest::marks(screen), marks);
+        QCOMPARE(QFileInfo::exists(m_world->files().whitelistFile()), !after.isEmpty());
+        QCOMPARE(stored(), after);
     }
 
     void rowsShowTheListWithNamesAndIcons()
@@ -121,33 +110,24 @@ private slots:
 
     void keyboardAndScreenReaderToggleToo()
     {
-        WhitelistViewController *screen = present();
+        QPointer<WhitelistViewController> screen = present();
         m_window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(m_window));
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
         screen->rowAt(0)->setFocus();
         QTest::keyClick(screen->rowAt(0), Qt::Key_Down);
-        QVERIFY(screen->rowAt(1)->hasFocus());
         QTest::keyClick(screen->rowAt(1), Qt::Key_Space);
-        QCOMPARE(PropertyList::readDictionary(m_world->files().whitelistFile()),
-                 (QVariantMap{{chat, true}}));
-
+        QCOMPARE(stored().value(chat), QVariant(true));
         QAccessibleInterface *row = QAccessible::queryAccessibleInterface(screen->rowAt(1));
         QVERIFY(row->state().checked);
         row->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
-        QCOMPARE(PropertyList::readDictionary(m_world->files().whitelistFile()),
-                 (QVariantMap{{chat, false}}));
+        QCOMPARE(stored().value(chat), QVariant(false));
         QVERIFY(!row->state().checked);
         row->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-        QTRY_COMPARE(PropertyList::readDictionary(m_world->files().whitelistFile()),
-                     (QVariantMap{{chat, true}}));
-    }
-
-    void doneDismisses()
-    {
-        QPointer<WhitelistViewController> screen = present();
+        QTRY_COMPARE(stored().value(chat), QVariant(true));
+        // Done dismisses
         QTest::mouseClick(screen->findChild<QAbstractButton *>(QStringLiteral("backButton")),
                           Qt::LeftButton);
-        QVERIFY(!presentedViewController(m_window));
+        QVERIFY(!presentedViewController(m_window.get()));
         QTRY_VERIFY(screen.isNull());
     }
 };

@@ -49,7 +49,6 @@ QStringList FakeApplicationRegistry::displayIdentifiers(bool onlyRunning, bool) 
 
 QString FakeApplicationRegistry::localizedName(const QString &bundle) const
 {
-    ++nameQueries[bundle];
     const App *app = find(bundle);
     if (!app)
         return {};

@@ -39,7 +39,6 @@ public:
     QList<App> apps;
     QSet<QString> running;
     mutable int identifierQueries = 0;
-    mutable QHash<QString, int> nameQueries;
     mutable QHash<QString, int> iconQueries;
 
 private:

@@ -2,16 +2,6 @@
 
 #include <QTimer>
 
-DirectionsAnswer FakeDirectionsService::defaultAnswer(const Coordinate &source,
-                                                      const Coordinate &destination)
-{
-    DirectionsRoute route;
-    route.coordinates = {source, {source.latitude, destination.longitude}, destination};
-    route.distance = 1000.0;
-    route.duration = 120.0;
-    return DirectionsAnswer::found({route});
-}
-
 void FakeDirectionsService::calculateDirections(const Coordinate &source,
                                                 const Coordinate &destination, QObject *receiver,
                                                 Completion completion)
@@ -22,7 +12,11 @@ void FakeDirectionsService::calculateDirections(const Coordinate &source,
         m_pending.append(std::move(request));
         return;
     }
-    const DirectionsAnswer answer = m_answer ? *m_answer : defaultAnswer(source, destination);
+    const DirectionsAnswer answer =
+        m_answer
+            ? *m_answer
+            : DirectionsAnswer::found({DirectionsRoute{
+                  {source, {source.latitude, destination.longitude}, destination}, 1000.0, 120.0}});
     QTimer::singleShot(0, this, [request = std::move(request), answer] {
         if (!request.guarded || request.receiver)
             request.completion(answer);

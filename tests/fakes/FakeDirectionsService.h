@@ -31,8 +31,6 @@ public:
 
     // The answer every request gets from now on; unset: the default route.
     void setAnswer(const DirectionsAnswer &answer) { m_answer = answer; }
-    void clearAnswer() { m_answer.reset(); }
-    static DirectionsAnswer defaultAnswer(const Coordinate &source, const Coordinate &destination);
 
     // Held requests wait in `pending()` until released.
     void setHeld(bool held) { m_held = held; }

@@ -26,18 +26,13 @@ void FakeGeocoder::setAddress(const Coordinate &location, const QString &address
 
 void FakeGeocoder::setCoordinate(const QString &address, const Coordinate &location)
 {
-    setForwardAnswer(address,
+    m_forward.insert(address,
                      GeocoderAnswer::found({GeocoderPlacemark{QStringList{address}, location}}));
 }
 
 void FakeGeocoder::setReverseAnswer(const Coordinate &location, const GeocoderAnswer &answer)
 {
     m_reverse.insert(location, answer);
-}
-
-void FakeGeocoder::setForwardAnswer(const QString &address, const GeocoderAnswer &answer)
-{
-    m_forward.insert(address, answer);
 }
 
 void FakeGeocoder::answerLater(const GeocoderAnswer &answer, QObject *receiver,

@@ -24,7 +24,6 @@ public:
     void setAddress(const Coordinate &location, const QString &addressLine);
     void setCoordinate(const QString &address, const Coordinate &location);
     void setReverseAnswer(const Coordinate &location, const GeocoderAnswer &answer);
-    void setForwardAnswer(const QString &address, const GeocoderAnswer &answer);
 
     const QList<Coordinate> &reverseRequests() const { return m_reverseRequests; }
     const QStringList &forwardRequests() const { return m_forwardRequests; }

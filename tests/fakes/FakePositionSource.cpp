@@ -8,12 +8,7 @@ void FakePositionSource::startUpdatingLocation()
     ++m_starts;
     if (!m_script)
         return;
-    QTimer::singleShot(0, this, [this, outcome = *m_script] {
-        if (outcome.fix)
-            deliver(*outcome.fix);
-        else
-            fail(outcome.errorCode, outcome.errorDescription);
-    });
+    QTimer::singleShot(0, this, [this, fix = *m_script] { deliver(fix); });
 }
 
 void FakePositionSource::stopUpdatingLocation()
@@ -46,9 +41,4 @@ bool FakePositionSource::fail(int code, const QString &description)
         return false;
     emit failed(code, description);
     return true;
-}
-
-bool FakePositionSource::denyAccess(const QString &description)
-{
-    return fail(AccessDenied, description);
 }

@@ -6,20 +6,12 @@
 
 // A position source for tests and scripted runs. It reports what it is told
 // to, and only while started, as a real source does after being stopped.
-// A scripted outcome, when set, is reported on its own (later) after each
-// start.
+// A scripted fix, when set, is reported on its own (later) after each start.
 class FakePositionSource : public PositionSource
 {
     Q_OBJECT
 
 public:
-    struct Outcome
-    {
-        std::optional<PositionFix> fix; // reported when set
-        int errorCode = UnknownError;   // otherwise this failure
-        QString errorDescription;
-    };
-
     using PositionSource::PositionSource;
 
     bool locationServicesEnabled() const override { return m_enabled; }
@@ -28,14 +20,13 @@ public:
     void stopUpdatingLocation() override;
 
     void setServicesEnabled(bool on) { m_enabled = on; }
-    void setScript(std::optional<Outcome> outcome) { m_script = std::move(outcome); }
+    void setScript(std::optional<PositionFix> fix) { m_script = fix; }
 
     // Each answers whether the report went out (only while running).
     bool deliver(const PositionFix &fix);
     bool deliver(double latitude, double longitude, double horizontalAccuracy = 5.0);
     bool deliverInvalid();
     bool fail(int code, const QString &description);
-    bool denyAccess(const QString &description = QStringLiteral("User denied access"));
 
     bool isRunning() const { return m_running; }
     int startCount() const { return m_starts; }
@@ -48,5 +39,5 @@ private:
     int m_starts = 0;
     int m_stops = 0;
     int m_authorizationRequests = 0;
-    std::optional<Outcome> m_script;
+    std::optional<PositionFix> m_script;
 };

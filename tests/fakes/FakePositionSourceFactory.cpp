@@ -16,18 +16,12 @@ void FakePositionSourceFactory::setServicesEnabled(bool on)
         source->setServicesEnabled(on);
 }
 
-void FakePositionSourceFactory::setScript(std::optional<FakePositionSource::Outcome> outcome)
-{
-    m_script = outcome;
-    for (FakePositionSource *source : sources())
-        source->setScript(outcome);
-}
-
 void FakePositionSourceFactory::scriptFix(double latitude, double longitude,
                                           double horizontalAccuracy)
 {
-    setScript(FakePositionSource::Outcome{
-        PositionFix{Coordinate{latitude, longitude}, horizontalAccuracy}, 0, QString()});
+    m_script = PositionFix{Coordinate{latitude, longitude}, horizontalAccuracy};
+    for (FakePositionSource *source : sources())
+        source->setScript(m_script);
 }
 
 QList<FakePositionSource *> FakePositionSourceFactory::sources() const

@@ -6,14 +6,13 @@
 #include <QPointer>
 
 // Makes fake sources that share the factory's settings: whether location
-// services are on, and a scripted outcome of every start.
+// services are on, and a fix scripted for every start.
 class FakePositionSourceFactory : public PositionSourceFactory
 {
 public:
     PositionSource *create(QObject *parent) override;
 
     void setServicesEnabled(bool on);
-    void setScript(std::optional<FakePositionSource::Outcome> outcome);
     void scriptFix(double latitude, double longitude, double horizontalAccuracy = 5.0);
 
     // The sources made so far that still exist, oldest first.
@@ -23,6 +22,6 @@ public:
 
 private:
     bool m_enabled = true;
-    std::optional<FakePositionSource::Outcome> m_script;
+    std::optional<PositionFix> m_script;
     QList<QPointer<FakePositionSource>> m_sources;
 };

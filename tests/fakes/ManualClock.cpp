@@ -57,11 +57,3 @@ void ManualClock::advance(qint64 msecs)
     }
     m_now = target;
 }
-
-int ManualClock::activeTimers() const
-{
-    int count = 0;
-    for (const QPointer<Timer> &timer : std::as_const(m_timers))
-        count += timer && timer->isActive();
-    return count;
-}

@@ -13,14 +13,11 @@ class ManualClock : public Clock
 public:
     explicit ManualClock(qint64 msecsSinceEpoch = 0) : m_now(msecsSinceEpoch) {}
     qint64 currentMSecsSinceEpoch() const override { return m_now; }
-    void setSecondsSince1970(double seconds) { m_now = qint64(seconds * 1000.0); }
     // Moves the time on by `msecs`, firing every timer that falls due on the
     // way, each with the clock set to its deadline.
     void advance(qint64 msecs);
 
     ClockTimer *createTimer(QObject *parent) const override;
-    // Timers started and not yet fired or stopped.
-    int activeTimers() const;
 
 private:
     class Timer;

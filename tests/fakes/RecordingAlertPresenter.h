@@ -10,10 +10,20 @@
 class RecordingAlertPresenter : public AlertPresenter
 {
 public:
-    void present(const Alert &alert, QWidget *over) override;
+    void present(const Alert &alert, QWidget *) override { m_alerts.append(alert); }
     const QList<Alert> &alerts() const { return m_alerts; }
-    QStringList messages() const;
-    void press(int alertIndex, int button);
+    QStringList messages() const
+    {
+        QStringList result;
+        for (const Alert &alert : m_alerts)
+            result.append(alert.message);
+        return result;
+    }
+    void press(int alertIndex, int button)
+    {
+        if (const Alert &alert = m_alerts.at(alertIndex); alert.done)
+            alert.done(button);
+    }
     void clear() { m_alerts.clear(); }
 
 private:

@@ -1,48 +1,30 @@
+#include "SettingsFiles.h"
 #include "TestMain.h"
 
 #include "settings/PropertyList.h"
+#include "settings/StoredValue.h"
 
 #include <QDateTime>
 #include <QDir>
-#include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
-#include <QTest>
 #include <QTimeZone>
 
-#include <plist/plist.h>
+#include <limits>
 
-namespace {
-QByteArray toBinary(const QByteArray &xml)
-{
-    plist_t root = nullptr;
-    plist_from_xml(xml.constData(), uint32_t(xml.size()), &root);
-    char *bin = nullptr;
-    uint32_t length = 0;
-    plist_to_bin(root, &bin, &length);
-    QByteArray result(bin, qsizetype(length));
-    plist_to_bin_free(bin);
-    plist_free(root);
-    return result;
-}
-
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-} // namespace
+using SettingsFiles::toBinary;
 
 class PropertyListTest : public QObject
 {
     Q_OBJECT
 
+private:
+    QTemporaryDir m_dir;
+    QString path(const char *name) const { return m_dir.filePath(QString::fromLatin1(name)); }
+
 private slots:
     void everyValueTypeSurvivesAWriteAndARead()
     {
-        QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("all.plist"));
-        const QDateTime when(QDate(2024, 2, 29), QTime(12, 30, 15), QTimeZone::utc());
         const QVariantMap root{
             {QStringLiteral("text"), QStringLiteral("Ünïcode & <xml> \"quotes\" 中文")},
             {QStringLiteral("real"), 22.2846809},
@@ -51,82 +33,40 @@ private slots:
             {QStringLiteral("yes"), true},
             {QStringLiteral("no"), false},
             {QStringLiteral("data"), QByteArray("\x00\x01\xff", 3)},
-            {QStringLiteral("date"), when},
+            {QStringLiteral("date"),
+             QDateTime(QDate(2024, 2, 29), QTime(12, 30, 15), QTimeZone::utc())},
             {QStringLiteral("list"), QVariantList{QStringLiteral("a"), 1.5, QVariantMap()}},
             {QStringLiteral("empty"), QVariantMap()},
+            // a key set to nothing (an address label without text) is not written
+            {QStringLiteral("nothing"), QVariant()},
         };
-        QVERIFY(PropertyList::write(path, root));
-        const QVariantMap back = PropertyList::readDictionary(path);
-        QCOMPARE(back.keys(), root.keys());
-        QCOMPARE(back.value(QStringLiteral("text")), root.value(QStringLiteral("text")));
-        QCOMPARE(back.value(QStringLiteral("real")).toDouble(), 22.2846809); // no rounding
+        QVERIFY(PropertyList::write(path("all.plist"), root));
+        const QVariantMap back = PropertyList::readDictionary(path("all.plist"));
+        QVariantMap written = root;
+        written.remove(QStringLiteral("nothing"));
+        QCOMPARE(back, written);
+        QCOMPARE(PropertyList::readArray(path("all.plist")), QVariantList()); // not an array
         QCOMPARE(back.value(QStringLiteral("real")).metaType().id(), int(QMetaType::Double));
-        QCOMPARE(back.value(QStringLiteral("integer")).toLongLong(), -42);
-        QCOMPARE(back.value(QStringLiteral("big")).toLongLong(), qint64(1) << 40);
         QCOMPARE(back.value(QStringLiteral("yes")).metaType().id(), int(QMetaType::Bool));
-        QCOMPARE(back.value(QStringLiteral("yes")).toBool(), true);
-        QCOMPARE(back.value(QStringLiteral("no")).toBool(), false);
-        QCOMPARE(back.value(QStringLiteral("data")).toByteArray(), QByteArray("\x00\x01\xff", 3));
-        QCOMPARE(back.value(QStringLiteral("date")).toDateTime(), when);
-        QCOMPARE(back.value(QStringLiteral("list")).toList().size(), 3);
-        QCOMPARE(back.value(QStringLiteral("empty")).toMap(), QVariantMap());
-    }
-
-    void missingValuesAreLeftOut()
-    {
-        // a key set to nothing (an address label without text) is not written
-        const QByteArray xml = PropertyList::toXml(QVariantMap{
-            {QStringLiteral("s"), QVariant()}, {QStringLiteral("e"), QStringLiteral("x")}});
-        QVERIFY(!xml.contains("<key>s</key>"));
-        QVERIFY(xml.contains("<key>e</key>"));
-    }
-
-    void binaryFilesReadLikeXml()
-    {
-        QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("bin.plist"));
-        const QVariantMap root{
-            {QStringLiteral("enable"), QStringLiteral("1")},
-            {QStringLiteral("points"), QVariantList{QVariantMap{{QStringLiteral("lat"), 1.25},
-                                                                {QStringLiteral("lng"), -2.5}}}}};
-        const QByteArray binary = toBinary(PropertyList::toXml(root));
-        QVERIFY(binary.startsWith("bplist00"));
-        writeFile(path, binary);
-        QCOMPARE(PropertyList::readDictionary(path), root);
     }
 
     void unreadableInputReadsAsNothing_data()
     {
         QTest::addColumn<QByteArray>("content");
+        const QByteArray xml = PropertyList::toXml(QVariantMap{{QStringLiteral("a"), 1}});
         QTest::newRow("empty file") << QByteArray();
         QTest::newRow("not xml") << QByteArray("hello world");
-        QTest::newRow("truncated xml")
-            << PropertyList::toXml(QVariantMap{{QStringLiteral("a"), 1}}).left(120);
-        QTest::newRow("truncated binary")
-            << toBinary(PropertyList::toXml(QVariantMap{{QStringLiteral("a"), 1}})).left(12);
+        QTest::newRow("truncated xml") << xml.left(120);
+        QTest::newRow("truncated binary") << toBinary(xml).left(12);
+        // a root of the other kind reads as empty
+        QTest::newRow("an array") << PropertyList::toXml(QVariantList{QStringLiteral("a")});
     }
     void unreadableInputReadsAsNothing()
     {
         QFETCH(QByteArray, content);
-        QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("bad.plist"));
-        writeFile(path, content);
-        QVERIFY(!PropertyList::read(path).isValid() ||
-                PropertyList::readDictionary(path).isEmpty());
-        QCOMPARE(PropertyList::readDictionary(path), QVariantMap());
-        QCOMPARE(PropertyList::readArray(path), QVariantList());
-        QVERIFY(!PropertyList::read(dir.filePath(QStringLiteral("missing.plist"))).isValid());
-    }
-
-    void aRootOfTheOtherKindReadsAsEmpty()
-    {
-        QTemporaryDir dir;
-        const QString dict = dir.filePath(QStringLiteral("dict.plist"));
-        const QString array = dir.filePath(QStringLiteral("array.plist"));
-        QVERIFY(PropertyList::write(dict, QVariantMap{{QStringLiteral("a"), QStringLiteral("b")}}));
-        QVERIFY(PropertyList::write(array, QVariantList{QStringLiteral("a")}));
-        QCOMPARE(PropertyList::readArray(dict), QVariantList());
-        QCOMPARE(PropertyList::readDictionary(array), QVariantMap());
+        SettingsFiles::writeBytes(path("bad.plist"), content);
+        QCOMPARE(PropertyList::readDictionary(path("bad.plist")), QVariantMap());
+        QVERIFY(!PropertyList::read(path("missing.plist")).isValid());
     }
 
     void failedWritesLeaveTheOldFileAndNoLitter()
@@ -136,7 +76,6 @@ private slots:
         const QString blocked = dir.filePath(QStringLiteral("blocked.plist"));
         QVERIFY(QDir().mkdir(blocked));
         QVERIFY(!PropertyList::write(blocked, QVariantMap{{QStringLiteral("a"), 1}}));
-        // a folder that does not exist
         QVERIFY(
             !PropertyList::write(dir.filePath(QStringLiteral("nowhere/x.plist")), QVariantMap()));
         // a read-only folder keeps the file it has (root may write anyway)
@@ -148,14 +87,137 @@ private slots:
         QFile::setPermissions(sub, QFile::ReadOwner | QFile::ExeOwner);
         const bool replaced =
             PropertyList::write(kept, QVariantMap{{QStringLiteral("v"), QStringLiteral("new")}});
-        const QString expected = replaced ? QStringLiteral("new") : QStringLiteral("old");
         QCOMPARE(PropertyList::readDictionary(kept).value(QStringLiteral("v")).toString(),
-                 expected);
+                 replaced ? QStringLiteral("new") : QStringLiteral("old"));
         QFile::setPermissions(sub, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         QCOMPARE(QDir(sub).entryList(QDir::Files), QStringList{QStringLiteral("kept.plist")});
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList());
     }
 };
 
+// The hooking component reads the settings files from other processes at any
+// moment; it must see the old file or the new one, never a part of one.
+class AtomicReplaceTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void readerInAnotherProcessNeverSeesAPart()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("com.velmora.trekmimex.route.plist"));
+        const QString stop = dir.filePath(QStringLiteral("stop"));
+        QVariantMap records[2];
+        for (int generation : {0, 1}) {
+            QVariantList points;
+            for (int i = 0; i < 100 + generation * 50; ++i)
+                points.append(QVariantMap{{QStringLiteral("lat"), 22.0 + i * 1e-4},
+                                          {QStringLiteral("lng"), 114.0 + i * 1e-4}});
+            records[generation] = {{QStringLiteral("enable"), QStringLiteral("1")},
+                                   {QStringLiteral("points"), points}};
+        }
+        QVERIFY(PropertyList::write(path, records[0]));
+        QProcess reader;
+        reader.start(QStringLiteral(PLIST_READER_LOOP), {path, stop});
+        QVERIFY(reader.waitForReadyRead(5000));
+        QCOMPARE(reader.readLine().trimmed(), QByteArray("ready"));
+        const int writes = 1200;
+        int failedWrites = 0;
+        for (int i = 1; i <= writes; ++i) {
+            QVariantMap next = records[i % 2];
+            next.insert(QStringLiteral("generation"), qint64(i));
+            failedWrites += PropertyList::write(path, next) ? 0 : 1;
+        }
+        SettingsFiles::writeBytes(stop, {});
+        QVERIFY(reader.waitForFinished(30000));
+        const QList<QByteArray> report = reader.readAllStandardOutput().trimmed().split(' ');
+        const qint64 reads = report.value(0).toLongLong();
+        QCOMPARE(failedWrites, 0);
+        QVERIFY2(reads >= 100, "the reader hardly ran; the test proves nothing");
+        QVERIFY2(report.value(1) == "0", report.mid(1).join(' ').constData());
+        // no temporary file is left behind
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files),
+                 (QStringList{QStringLiteral("com.velmora.trekmimex.route.plist"),
+                              QStringLiteral("stop")}));
+    }
+};
+
+namespace {
+enum Kind { Flag, Integer, Real };
+} // namespace
+
+// How flags, integers and coordinates read back from whatever a settings
+// file holds: the hooking component and older versions wrote texts, but
+// users and other tools leave other types behind.
+class StoredValueTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void reads_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QVariant>("stored");
+        QTest::addColumn<double>("expected"); // a flag: 1 or 0
+        const auto row = [](const char *name, Kind kind, const QVariant &stored, double expected) {
+            QTest::newRow(name) << int(kind) << stored << expected;
+        };
+        const auto text = [](const char *value) { return QVariant(QString::fromUtf8(value)); };
+        row("flag leading zeros then digit", Flag, text("0007"), 1);
+        row("flag all zeros", Flag, text("000"), 0);
+        row("flag white space and sign", Flag, text("  -1"), 1);
+        row("flag yes", Flag, text("yes"), 1);
+        row("flag True after blanks", Flag, text("\t True"), 1);
+        row("flag false", Flag, text("false"), 0);
+        row("flag on is not a flag", Flag, text("on"), 0);
+        row("flag real 0.25", Flag, QVariant(0.25), 1);
+        row("flag array", Flag, QVariant(QVariantList{QStringLiteral("1")}), 0);
+        row("int not numeric", Integer, text("x"), 0);
+        row("int leading number", Integer, text(" 12abc"), 12);
+        row("int fraction dropped", Integer, text("1700000000.999999"), 1700000000);
+        row("int saturates high", Integer, text("99999999999"), std::numeric_limits<int>::max());
+        row("int saturates low", Integer, text("-99999999999"), std::numeric_limits<int>::min());
+        row("int real truncates", Integer, QVariant(-2.9), -2);
+        row("int missing", Integer, QVariant(), 0);
+        row("real negative", Real, text("-0.500000"), -0.5);
+        row("real blanks and plus", Real, text("  +3.5"), 3.5);
+        row("real trailing garbage", Real, text("114.1588abc"), 114.1588);
+        row("real exponent", Real, text("1.5e2"), 150.0);
+        row("real exponent without digits", Real, text("2e"), 2.0);
+        row("real point first", Real, text(".25"), 0.25);
+        row("real not a number", Real, text("north"), 0.0);
+        row("real lone sign", Real, text("-"), 0.0);
+        row("real tiny underflows to zero", Real, text("1e-400"), 0.0);
+        row("real boolean", Real, QVariant(true), 1.0);
+        row("real missing", Real, QVariant(), 0.0);
+    }
+    void reads()
+    {
+        QFETCH(int, kind);
+        QFETCH(QVariant, stored);
+        QFETCH(double, expected);
+        if (kind == Flag)
+            QCOMPARE(StoredValue::boolValue(stored), expected != 0);
+        else if (kind == Integer)
+            QCOMPARE(StoredValue::intValue(stored), int(expected));
+        else
+            QCOMPARE(StoredValue::doubleValue(stored), expected);
+    }
+
+    void formats()
+    {
+        QCOMPARE(StoredValue::formatFlag(true), QStringLiteral("1"));
+        QCOMPARE(StoredValue::formatFlag(false), QStringLiteral("0"));
+        QCOMPARE(StoredValue::formatReal(22.2846809), QStringLiteral("22.284681"));
+        QCOMPARE(StoredValue::formatReal(-0.5), QStringLiteral("-0.500000"));
+        // not the user's locale: a German desktop must still write points
+        QLocale::setDefault(QLocale(QLocale::German));
+        QCOMPARE(StoredValue::formatReal(1.25), QStringLiteral("1.250000"));
+        QLocale::setDefault(QLocale::c());
+    }
+};
+
 TREKMIME_TEST(PropertyListTest)
+TREKMIME_TEST(AtomicReplaceTest)
+TREKMIME_TEST(StoredValueTest)
 #include "PropertyListTest.moc"

@@ -3,11 +3,6 @@
 #include <QTcpSocket>
 #include <QTimer>
 
-QUrl StubHttpServer::Request::url() const
-{
-    return QUrl::fromEncoded(target);
-}
-
 StubHttpServer::StubHttpServer(Handler handler, QObject *parent)
     : QObject(parent), m_handler(std::move(handler))
 {
@@ -21,7 +16,7 @@ bool StubHttpServer::listen()
 
 QUrl StubHttpServer::baseUrl() const
 {
-    return QUrl(QStringLiteral("http://127.0.0.1:%1").arg(port()));
+    return QUrl(QStringLiteral("http://127.0.0.1:%1").arg(m_server.serverPort()));
 }
 
 void StubHttpServer::onNewConnection()
@@ -60,7 +55,6 @@ void StubHttpServer::serve(QTcpSocket *socket, QByteArray &buffer)
         request.body = buffer.mid(headerEnd + 4, length);
         buffer.remove(0, headerEnd + 4 + length);
         m_requests.append(request);
-        emit requestReceived();
 
         const Response response =
             m_handler ? m_handler(request) : Response{404, "text/plain", "no handler", {}};

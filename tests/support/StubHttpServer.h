@@ -23,7 +23,6 @@ public:
         QByteArray target;                     // path and query exactly as sent
         QHash<QByteArray, QByteArray> headers; // names in lower case
         QByteArray body;
-        QUrl url() const;
     };
     struct Response
     {
@@ -37,17 +36,12 @@ public:
     explicit StubHttpServer(Handler handler = {}, QObject *parent = nullptr);
 
     bool listen();
-    quint16 port() const { return m_server.serverPort(); }
     QUrl baseUrl() const; // http://127.0.0.1:PORT
     void setHandler(Handler handler) { m_handler = std::move(handler); }
     // Sends the head and only half of each body, then closes the connection.
     void setCutShort(bool on) { m_cutShort = on; }
 
     const QList<Request> &requests() const { return m_requests; }
-    void clearRequests() { m_requests.clear(); }
-
-signals:
-    void requestReceived();
 
 private:
     void onNewConnection();

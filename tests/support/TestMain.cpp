@@ -27,37 +27,35 @@ int main(int argc, char **argv)
     QStringList registered;
     for (const TestRegistry::Entry &entry : TestRegistry::entries())
         registered.append(QString::fromLatin1(entry.name));
+    const auto option = [&arguments](const char *name) {
+        const qsizetype at = arguments.indexOf(QLatin1String(name));
+        if (at <= 0 || at + 1 >= arguments.size())
+            return QString();
+        const QString value = arguments.at(at + 1);
+        arguments.remove(at, 2);
+        return value;
+    };
 
     // CTest lists the classes it runs; this keeps that list and the
     // registrations from drifting apart
-    const qsizetype checkOption = arguments.indexOf(QStringLiteral("-check-classes"));
-    if (checkOption > 0 && checkOption + 1 < arguments.size()) {
-        QStringList listed = arguments.at(checkOption + 1).split(QLatin1Char(','));
-        listed.sort();
+    if (const QString listed = option("-check-classes"); !listed.isEmpty()) {
+        QStringList classes = listed.split(QLatin1Char(','));
+        classes.sort();
         registered.sort();
-        if (listed == registered)
-            return 0;
-        QTextStream(stderr) << "registered test classes " << registered.join(QLatin1Char(' '))
-                            << "\nbut CTest lists " << listed.join(QLatin1Char(' ')) << Qt::endl;
-        return 1;
+        if (classes != registered)
+            QTextStream(stderr) << "registered test classes " << registered.join(u' ')
+                                << "\nbut CTest lists " << classes.join(u' ') << Qt::endl;
+        return classes == registered ? 0 : 1;
     }
-
-    QString only;
-    const qsizetype classOption = arguments.indexOf(QStringLiteral("-class"));
-    if (classOption > 0 && classOption + 1 < arguments.size()) {
-        only = arguments.at(classOption + 1);
-        arguments.remove(classOption, 2);
-        if (!registered.contains(only)) {
-            QTextStream(stderr) << "no test class " << only << Qt::endl;
-            return 1;
-        }
+    const QString only = option("-class");
+    if (!only.isEmpty() && !registered.contains(only)) {
+        QTextStream(stderr) << "no test class " << only << Qt::endl;
+        return 1;
     }
     int failures = 0;
     for (const TestRegistry::Entry &entry : TestRegistry::entries()) {
-        if (!only.isEmpty() && only != QLatin1String(entry.name))
-            continue;
-        std::unique_ptr<QObject> test(entry.make());
-        failures += QTest::qExec(test.get(), arguments);
+        if (only.isEmpty() || only == QLatin1String(entry.name))
+            failures += QTest::qExec(std::unique_ptr<QObject>(entry.make()).get(), arguments);
     }
     return failures == 0 ? 0 : 1;
 }

@@ -15,8 +15,3 @@ TestServices::TestServices()
 }
 
 TestServices::~TestServices() = default;
-
-QString TestServices::file(const QString &name) const
-{
-    return m_dir.filePath(name);
-}

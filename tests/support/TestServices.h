@@ -24,7 +24,6 @@ public:
     const Services &services() const { return m_services; }
     Services &services() { return m_services; }
     QString preferencesDir() const { return m_dir.path(); }
-    QString file(const QString &name) const;
     TMPreferenceUtil &preferences() { return *m_preferences; }
     const PreferenceFiles &files() const { return m_preferences->files(); }
 

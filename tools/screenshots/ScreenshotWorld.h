@@ -1,5 +1,6 @@
 #pragma once
 
+#include "SketchTileSource.h"
 #include "app/Services.h"
 #include "applications/GioApplicationRegistry.h"
 #include "fakes/FakeDirectionsService.h"
@@ -9,7 +10,6 @@
 #include "fakes/ManualClock.h"
 #include "fakes/RecordingAlertPresenter.h"
 #include "fakes/RecordingUrlOpener.h"
-#include "fakes/SketchTileSource.h"
 #include "location/Location.h"
 #include "settings/TMPreferenceUtil.h"
 

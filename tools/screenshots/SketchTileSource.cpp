@@ -1,4 +1,4 @@
-#include "fakes/SketchTileSource.h"
+#include "SketchTileSource.h"
 
 #include <QPainter>
 #include <QTimer>

@@ -2,7 +2,7 @@
 
 #include "ui/TileSource.h"
 
-// Map tiles drawn on the spot, for pictures and tests that must not reach a
+// Map tiles drawn on the spot, for pictures that must not reach a
 // tile server: land, a street grid that runs on across tile edges, wider
 // avenues and the odd park, the same for the same tile every time.
 class SketchTileSource : public TileSource

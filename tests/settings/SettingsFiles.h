@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+
+#include <plist/plist.h>
+
+// File helpers shared by the settings tests.
+namespace SettingsFiles {
+
+inline QByteArray bytesOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+inline void writeBytes(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly))
+        file.write(bytes);
+}
+
+// The same property list in the binary form the system may convert a file to.
+inline QByteArray toBinary(const QByteArray &xml)
+{
+    plist_t root = nullptr;
+    plist_from_xml(xml.constData(), uint32_t(xml.size()), &root);
+    char *bin = nullptr;
+    uint32_t length = 0;
+    plist_to_bin(root, &bin, &length);
+    QByteArray result(bin, qsizetype(length));
+    plist_to_bin_free(bin);
+    plist_free(root);
+    return result;
+}
+
+// Compares a file with its reference under tests/settings/golden. On a
+// difference it writes the actual bytes beside the reference (NAME.actual)
+// and prints a unified diff.
+inline bool matchesGolden(const QString &name, const QString &path)
+{
+    const QString reference = QStringLiteral(GOLDEN_DIR "/") + name;
+    const QByteArray expected = bytesOf(reference);
+    if (!expected.isEmpty() && expected == bytesOf(path))
+        return true;
+    writeBytes(reference + QStringLiteral(".actual"), bytesOf(path));
+    QProcess::execute(QStringLiteral("diff"),
+                      {QStringLiteral("-u"), reference, reference + QStringLiteral(".actual")});
+    return false;
+}
+
+} // namespace SettingsFiles
+
+#define COMPARE_GOLDEN(name, path)                                                                 \
+    QVERIFY2(SettingsFiles::matchesGolden(QStringLiteral(name), path), name " differs, see above")
