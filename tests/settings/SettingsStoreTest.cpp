@@ -1,7 +1,6 @@
 #include "SettingsFiles.h"
 #include "TestMain.h"
 
-#include "settings/ModeChange.h"
 #include "settings/PropertyList.h"
 #include "settings/TMPreferenceUtil.h"
 
@@ -233,70 +232,5 @@ private slots:
     }
 };
 
-// The one mode change behind both mode buttons and trekmime-ctl: a refusal
-// leaves the master file exactly as it was; a change writes it afresh.
-class ModeChangeTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void refusalNeverWritesTheMasterFile_data()
-    {
-        QTest::addColumn<QString>("setup"); // stored mode, route and location flags, button
-        QTest::addColumn<QString>("refusal");
-        QTest::addColumn<QString>("newMode"); // when not refused
-        const QString route =
-            QStringLiteral("Trekmime is working,please turn off the Trekmime first!");
-        const QString spot =
-            QStringLiteral("Spotmime is working,please turn off the Spotmime first!");
-        const auto row = [](const char *name, const char *setup, const QString &refusal,
-                            const char *newMode) {
-            QTest::newRow(name) << QString::fromLatin1(setup) << refusal
-                                << QString::fromLatin1(newMode);
-        };
-        row("route on", "0 1 0 route", route, "");
-        row("route off, location on", "0 0 1 route", {}, "1");
-        row("location on", "1 0 1 location", spot, "");
-        row("location off, route on", "1 1 0 location", {}, "0");
-        row("stored route mode, route on", "0 1 0 stored", route, "");
-        row("stored mode 2 asks the location file", "2 1 1 stored", spot, "");
-        row("stored mode x is the route mode", "x 0 1 stored", {}, "1");
-    }
-    void refusalNeverWritesTheMasterFile()
-    {
-        QFETCH(QString, setup);
-        QFETCH(QString, refusal);
-        QFETCH(QString, newMode);
-        const QStringList given = setup.split(u' ');
-        QTemporaryDir dir;
-        TMPreferenceUtil store{PreferenceFiles(dir.path())};
-        const QString master = store.files().masterFile();
-        PropertyList::write(master, QVariantMap{{QStringLiteral("mode"), given[0]},
-                                                {QStringLiteral("theme"), QStringLiteral("dark")}});
-        const QByteArray before = bytesOf(master);
-        store.writeRoutePreference(
-            RouteRecord::fromPropertyList(QVariantMap{{QStringLiteral("enable"), given[1]}}));
-        store.writeLocationPreference(
-            LocationRecord::fromPropertyList(QVariantMap{{QStringLiteral("enable"), given[2]}}));
-
-        ModeChange change(store);
-        const ModeChange::Result result =
-            given[3] == QLatin1String("route")      ? change.fromRouteMode(store.routePreference())
-            : given[3] == QLatin1String("location") ? change.fromLocationMode()
-                                                    : change.fromStoredMode();
-        QCOMPARE(result.refusal, refusal);
-        QCOMPARE(result.written, refusal.isEmpty());
-        if (result.refused()) {
-            QCOMPARE(bytesOf(master), before);
-        } else {
-            QCOMPARE(QString::number(result.mode), newMode);
-            // a fresh one-key dictionary: the other key is gone
-            QCOMPARE(PropertyList::readDictionary(master),
-                     (QVariantMap{{QStringLiteral("mode"), newMode}}));
-        }
-    }
-};
-
 TREKMIME_TEST(SettingsStoreTest)
-TREKMIME_TEST(ModeChangeTest)
 #include "SettingsStoreTest.moc"
