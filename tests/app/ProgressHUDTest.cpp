@@ -92,10 +92,11 @@ private slots:
     void layoutFitsTheTextsToTheWidth()
     {
         ProgressHUDLayout::Input in = layoutInput();
+        in.labelText = QString(200, u'W');
         in.detailsLabelText = QStringLiteral("words ").repeated(40);
         const ProgressHUDLayout out = ProgressHUDLayout::compute(in);
-        // 320 less two margins of 20 around the box: the details wrapped to fit
-        QCOMPARE(out.box.width(), 280.0);
+        // 320 less two margins of 20 around the box: the label cut short, the details wrapped
+        QVERIFY(out.labelText.endsWith(QChar(0x2026)) && out.box.width() == 280.0);
         QVERIFY(out.detailsLabel.height() >= 3 * QFontMetricsF(in.detailsLabelFont).height());
     }
 
@@ -125,8 +126,7 @@ private slots:
         QTest::addColumn<int>("shownForMs");
         QTest::addColumn<int>("waitMs");
         QTest::newRow("never shown: finished all the same") << false << 0 << 0;
-        // the remaining 100 ms, not the whole minimum
-        QTest::newRow("minimum not yet over") << true << 500 << 100;
+        QTest::newRow("minimum not yet over: the remaining 100 ms") << true << 500 << 100;
         // the minimum is a single-precision value, a hair above 0.6 s
         QTest::newRow("minimum over") << true << 601 << 0;
     }

@@ -9,13 +9,6 @@
 #include <cmath>
 
 namespace {
-MapCamera cameraOfSize(double width, double height)
-{
-    MapCamera camera;
-    camera.setViewportSize(QSizeF(width, height));
-    return camera;
-}
-
 bool near(double a, double b, double tolerance = 1e-9)
 {
     return std::abs(a - b) <= tolerance * std::max(1.0, std::abs(b));
@@ -56,8 +49,6 @@ private slots:
         const Coordinate paris{48.8566, 2.3522};
         QTest::newRow("square region, tall view")
             << QSizeF(390, 844) << CoordinateRegion{paris, {0.05, 0.05}} << true;
-        QTest::newRow("square region, wide view")
-            << QSizeF(844, 390) << CoordinateRegion{paris, {0.05, 0.05}} << false;
         QTest::newRow("southern hemisphere")
             << QSizeF(390, 844) << CoordinateRegion{{-33.8688, 151.2093}, {0.1, 0.02}} << false;
     }
@@ -66,7 +57,8 @@ private slots:
         QFETCH(QSizeF, view);
         QFETCH(CoordinateRegion, asked);
         QFETCH(bool, widthBinds);
-        MapCamera camera = cameraOfSize(view.width(), view.height());
+        MapCamera camera;
+        camera.setViewportSize(view);
         const CoordinateRegion fitted = camera.regionThatFits(asked);
         // the same centre; both spans at least those asked, one of them exactly
         QVERIFY(fuzzyEqual(CoordinateRegion{asked.center, fitted.span}, fitted, 1e-9));
@@ -80,7 +72,8 @@ private slots:
 
     void zoomIsBounded()
     {
-        MapCamera camera = cameraOfSize(390, 844);
+        MapCamera camera;
+        camera.setViewportSize(QSizeF(390, 844));
         camera.setRegion(CoordinateRegion{{52.52, 13.405}, {1e-6, 1e-6}}); // a few metres
         QCOMPARE(camera.zoom(), MapCamera::MaximumZoom);
         QVERIFY(near(camera.center().longitude, 13.405));
@@ -88,18 +81,13 @@ private slots:
         QCOMPARE(camera.zoom(), MapCamera::MinimumZoom);
     }
 
-    void theHandKeepsItsPlace_data()
-    {
-        QTest::addColumn<Coordinate>("center");
-        QTest::newRow("Sydney") << Coordinate{-33.8688, 151.2093};
-        // the hand starts east of the line and drags west: the view looks
-        // east across it, and places there are not drawn a world away
-        QTest::newRow("at the antimeridian") << Coordinate{10.0, 179.99};
-    }
+    // the hand starts east of the antimeridian and drags west: the view looks
+    // east across it, and places there are not drawn a world away
     void theHandKeepsItsPlace()
     {
-        QFETCH(Coordinate, center);
-        MapCamera camera = cameraOfSize(390, 844);
+        const Coordinate center{10.0, 179.99};
+        MapCamera camera;
+        camera.setViewportSize(QSizeF(390, 844));
         camera.setZoom(12.0);
         camera.setCenter(center);
         const auto drawnAt = [&](const Coordinate &place, QPointF point) {
@@ -123,7 +111,6 @@ private slots:
         QTest::addColumn<double>("degrees");
         QTest::addColumn<double>("pixel");
         QTest::newRow("prime meridian") << false << 0.0 << 268435456.0;
-        QTest::newRow("antimeridian west") << false << -180.0 << 0.0;
         // these fall on other pixels than a double-precision sine and
         // logarithm would give (up to 251 units away)
         QTest::newRow("Beijing") << true << 39.9087 << 203425760.0;

@@ -94,8 +94,7 @@ private slots:
             return response;
         });
         QVERIFY(server.listen());
-        // every ask by a new source over the same cache; once the server fails,
-        // an expired copy is better than nothing
+        // each ask by a new source over one cache; once the server fails, an old copy serves
         bool cached = false;
         for (ask = 0; ask < statuses.size(); ++ask) {
             HttpTileSource source(&m_network, optionsFor(server));
@@ -107,7 +106,6 @@ private slots:
             QCOMPARE(tiles.size(), cached ? 1 : 0);
         }
         QCOMPARE(server.requests().size(), requests);
-        QCOMPARE(server.requests().first().target, QByteArray("/tiles/3/4/2.png"));
         QCOMPARE(server.requests().first().headers.value("user-agent"),
                  Configuration().userAgent().toUtf8());
     }
@@ -173,7 +171,7 @@ private slots:
         QVERIFY(!createConfiguredTileSource(configuration, &m_network, m_cacheDir.path()));
     }
 
-    void layerDrawsTilesAndFillsTheGaps()
+    void layerDrawsTilesKeptWithTheLines()
     {
         SolidTileSource source;
         SlippyMap map;
@@ -181,34 +179,20 @@ private slots:
         map.camera().setViewportSize(QSizeF(512, 512));
         map.camera().setZoom(3.0);
         map.camera().setCenterWorld(QPointF(0.5, 0.5));
+        const MapOverlayPtr line = std::make_shared<MapPolyline>(
+            QList<Coordinate>{map.camera().pointToCoordinate(QPointF(-10, 150)),
+                              map.camera().pointToCoordinate(QPointF(520, 150))});
+        map.addOverlay(line, MapPolylineRenderer{3.0, QColor(Qt::red)});
         QSignalSpy changed(&map, &SlippyMap::changed);
-
         map.render();
         QTRY_VERIFY(changed.size() >= 4);
-        map.render();
+        map.render();                         // at rest: the tiles are kept with the line drawn in
         QCOMPARE(source.requested.size(), 4); // nothing asked twice
+        map.removeOverlay(line);
+        QCOMPARE(map.render().pixelColor(150, 150), QColor(Qt::blue));
         source.answer = false;
         map.camera().setZoom(4.0); // one level in, before those tiles come: the parents, enlarged
         QCOMPARE(map.render().pixelColor(100, 100), QColor(Qt::blue));
-    }
-
-    void keptTilesFollowTheLines()
-    {
-        SolidTileSource source;
-        SlippyMap map;
-        map.setTileSource(&source);
-        map.camera().setViewportSize(QSizeF(300, 300));
-        map.camera().setZoom(5.0);
-        map.camera().setCenter(Coordinate{10.0, 10.0});
-        const MapOverlayPtr line = std::make_shared<MapPolyline>(
-            QList<Coordinate>{map.camera().pointToCoordinate(QPointF(-10, 150)),
-                              map.camera().pointToCoordinate(QPointF(310, 150))});
-        map.addOverlay(line, MapPolylineRenderer{3.0, QColor(Qt::red)});
-        map.render();
-        QTRY_VERIFY(map.tiles().hasTile(TileId{5, 16, 15}));
-        map.render(); // at rest: the tiles are kept with the line drawn in
-        map.removeOverlay(line);
-        QCOMPARE(map.render().pixelColor(150, 150), QColor(Qt::blue));
     }
 };
 

@@ -31,25 +31,24 @@ private slots:
     {
         QTest::addColumn<FrameChange>("change");
         QTest::addColumn<QRect>("expected");
+        using F = FrameChange;
         // a child at (10, 20, 100, 50) of a 320 by 480 parent that then grows
         // by 100 both ways; the flexible parts share the growth by their sizes
-        QTest::newRow("setBottom moves up by the height")
-            << FrameChange([](QWidget *v) { setBottom(v, 100); }) << QRect(10, 50, 100, 50);
-        QTest::newRow("setRight moves left by the width")
-            << FrameChange([](QWidget *v) { setRight(v, 150); }) << QRect(50, 20, 100, 50);
+        QTest::newRow("setBottom and setRight move it by its size") << FrameChange([](QWidget *v) {
+            setBottom(v, 100);
+            setRight(v, 150);
+        }) << QRect(50, 50, 100, 50);
         QTest::newRow("height then tail uses the new height") << FrameChange([](QWidget *v) {
             setHeight(v, 80);
             setTail(v, 200);
         }) << QRect(10, 120, 100, 80);
-        QTest::newRow("full") << FrameChange(frameSetInSuperViewForFull) << QRect(13, 24, 131, 61);
-        QTest::newRow("left top") << FrameChange(frameSetInSuperViewForLeftTop)
-                                  << QRect(110, 20, 100, 50);
-        QTest::newRow("bottom") << FrameChange(frameSetInSuperViewForBottom)
-                                << QRect(10, 20, 100, 50);
+        QTest::newRow("full") << F(frameSetInSuperViewForFull) << QRect(13, 24, 131, 61);
+        QTest::newRow("left top") << F(frameSetInSuperViewForLeftTop) << QRect(110, 20, 100, 50);
+        QTest::newRow("bottom") << F(frameSetInSuperViewForBottom) << QRect(10, 20, 100, 50);
         QTest::newRow("left bottom height right")
-            << FrameChange(frameSetInSuperViewForLeftBottmHeightRight) << QRect(15, 20, 100, 61);
+            << F(frameSetInSuperViewForLeftBottmHeightRight) << QRect(15, 20, 100, 61);
         QTest::newRow("right bottom height top")
-            << FrameChange(frameSetInSuperViewForRightBottmHeightTop) << QRect(10, 24, 100, 61);
+            << F(frameSetInSuperViewForRightBottmHeightTop) << QRect(10, 24, 100, 61);
     }
     void frames()
     {
@@ -67,10 +66,8 @@ private slots:
     void resizingFollowsANewParent()
     {
         QWidget first, second;
-        first.resize(100, 100);
         second.resize(100, 100);
-        QWidget *child = viewWithFrame(QRect(0, 0, 100, 100));
-        child->setParent(&first);
+        QWidget *child = childOf(&first, QSize(100, 100), QRect(0, 0, 100, 100));
         frameSetInSuperViewForFull(child);
         child->setParent(&second);
         second.resize(200, 150);
@@ -129,9 +126,8 @@ private slots:
         stroke({{20, 50}, {60, 52}, {120, 55}, {120, 55}});
         stroke({{150, 50}, {40, 50}}); // to the left: not a right swipe
         QVERIFY(taps == 1 && swipes == 1);
-        QCOMPARE(pans.mid(0, 3), (QList<GestureRecognizer::State>{GestureRecognizer::Began,
-                                                                  GestureRecognizer::Changed,
-                                                                  GestureRecognizer::Ended}));
+        using G = GestureRecognizer;
+        QCOMPARE(pans.mid(0, 3), (QList<G::State>{G::Began, G::Changed, G::Ended}));
     }
 };
 
