@@ -186,7 +186,8 @@ private slots:
         QSignalSpy changed(&map, &SlippyMap::changed);
         map.render();
         QTRY_VERIFY(changed.size() >= 4);
-        map.render();                         // at rest: the tiles are kept with the line drawn in
+        map.render(); // at rest: the tiles are kept with the line drawn in
+        QVERIFY(qRed(map.render().pixel(150, 150)) > 200);
         QCOMPARE(source.requested.size(), 4); // nothing asked twice
         map.removeOverlay(line);
         QCOMPARE(map.render().pixelColor(150, 150), QColor(Qt::blue));
