@@ -7,16 +7,8 @@
 #include <QTest>
 
 #include <cmath>
-#include <numbers>
 
 namespace {
-MapCamera cameraOfSize(double width, double height)
-{
-    MapCamera camera;
-    camera.setViewportSize(QSizeF(width, height));
-    return camera;
-}
-
 bool near(double a, double b, double tolerance = 1e-9)
 {
     return std::abs(a - b) <= tolerance * std::max(1.0, std::abs(b));
@@ -45,9 +37,8 @@ private slots:
         const CoordinateRegion region =
             CoordinateRegionMakeWithDistance(Coordinate{latitude, 10.0}, 2000, 2000);
         QCOMPARE(region.center, (Coordinate{latitude, 10.0}));
-        QVERIFY2(near(region.span.latitudeDelta, 0.0179663, 1e-5), qPrintable(region.toString()));
-        QVERIFY2(near(region.span.longitudeDelta, longitudeDelta, 1e-5),
-                 qPrintable(region.toString()));
+        QVERIFY(near(region.span.latitudeDelta, 0.0179663, 1e-5));
+        QVERIFY(near(region.span.longitudeDelta, longitudeDelta, 1e-5));
     }
 
     void regionThatFits_data()
@@ -58,8 +49,6 @@ private slots:
         const Coordinate paris{48.8566, 2.3522};
         QTest::newRow("square region, tall view")
             << QSizeF(390, 844) << CoordinateRegion{paris, {0.05, 0.05}} << true;
-        QTest::newRow("square region, wide view")
-            << QSizeF(844, 390) << CoordinateRegion{paris, {0.05, 0.05}} << false;
         QTest::newRow("southern hemisphere")
             << QSizeF(390, 844) << CoordinateRegion{{-33.8688, 151.2093}, {0.1, 0.02}} << false;
     }
@@ -68,7 +57,8 @@ private slots:
         QFETCH(QSizeF, view);
         QFETCH(CoordinateRegion, asked);
         QFETCH(bool, widthBinds);
-        MapCamera camera = cameraOfSize(view.width(), view.height());
+        MapCamera camera;
+        camera.setViewportSize(view);
         const CoordinateRegion fitted = camera.regionThatFits(asked);
         // the same centre; both spans at least those asked, one of them exactly
         QVERIFY(fuzzyEqual(CoordinateRegion{asked.center, fitted.span}, fitted, 1e-9));
@@ -76,21 +66,14 @@ private slots:
         QVERIFY(fitted.span.latitudeDelta >= asked.span.latitudeDelta * (1 - 1e-9));
         QVERIFY(widthBinds ? near(fitted.span.longitudeDelta, asked.span.longitudeDelta)
                            : near(fitted.span.latitudeDelta, asked.span.latitudeDelta));
-        // what fits is what the view shows, and fits itself
-        camera.setRegion(asked);
+        camera.setRegion(asked); // what fits is what the view shows
         QVERIFY(fuzzyEqual(camera.region(), fitted, 1e-9));
-        // the view's aspect ratio: world units per point equal in both directions
-        const QPointF top =
-            MapCamera::project(camera.pointToCoordinate(QPointF(view.width() / 2, 0)));
-        const QPointF bottom =
-            MapCamera::project(camera.pointToCoordinate(QPointF(view.width() / 2, view.height())));
-        QVERIFY(near((bottom.y() - top.y()) * 360.0 / view.height(),
-                     fitted.span.longitudeDelta / view.width(), 1e-9));
     }
 
     void zoomIsBounded()
     {
-        MapCamera camera = cameraOfSize(390, 844);
+        MapCamera camera;
+        camera.setViewportSize(QSizeF(390, 844));
         camera.setRegion(CoordinateRegion{{52.52, 13.405}, {1e-6, 1e-6}}); // a few metres
         QCOMPARE(camera.zoom(), MapCamera::MaximumZoom);
         QVERIFY(near(camera.center().longitude, 13.405));
@@ -98,18 +81,13 @@ private slots:
         QCOMPARE(camera.zoom(), MapCamera::MinimumZoom);
     }
 
-    void theHandKeepsItsPlace_data()
-    {
-        QTest::addColumn<Coordinate>("center");
-        QTest::newRow("Sydney") << Coordinate{-33.8688, 151.2093};
-        // the hand starts east of the line and drags west: the view looks
-        // east across it, and places there are not drawn a world away
-        QTest::newRow("at the antimeridian") << Coordinate{10.0, 179.99};
-    }
+    // the hand starts east of the antimeridian and drags west: the view looks
+    // east across it, and places there are not drawn a world away
     void theHandKeepsItsPlace()
     {
-        QFETCH(Coordinate, center);
-        MapCamera camera = cameraOfSize(390, 844);
+        const Coordinate center{10.0, 179.99};
+        MapCamera camera;
+        camera.setViewportSize(QSizeF(390, 844));
         camera.setZoom(12.0);
         camera.setCenter(center);
         const auto drawnAt = [&](const Coordinate &place, QPointF point) {
@@ -121,8 +99,7 @@ private slots:
         QVERIFY(under.latitude < center.latitude); // north is up
         camera.panBy(QPointF(300, 700), QPointF(100, 300));
         QVERIFY(drawnAt(under, QPointF(100, 300)));
-        QVERIFY2(std::abs(camera.center().longitude) <= 180.0,
-                 qPrintable(camera.center().toString()));
+        QVERIFY(std::abs(camera.center().longitude) <= 180.0);
         camera.zoomAround(QPointF(100, 300), 14.5);
         QCOMPARE(camera.zoom(), 14.5);
         QVERIFY(drawnAt(under, QPointF(100, 300)));
@@ -134,15 +111,9 @@ private slots:
         QTest::addColumn<double>("degrees");
         QTest::addColumn<double>("pixel");
         QTest::newRow("prime meridian") << false << 0.0 << 268435456.0;
-        QTest::newRow("antimeridian west") << false << -180.0 << 0.0;
-        // half a unit east of the offset rounds away from zero
-        QTest::newRow("half unit")
-            << false << 0.5 / ZoomGeometry::MercatorRadius * 180.0 / std::numbers::pi
-            << 268435457.0;
         // these fall on other pixels than a double-precision sine and
         // logarithm would give (up to 251 units away)
         QTest::newRow("Beijing") << true << 39.9087 << 203425760.0;
-        QTest::newRow("85 north") << true << 85.0 << 879098.0;
         QTest::newRow("70.5 south") << true << -70.5 << 418925892.0;
     }
     void toPixelSpaceAndBack()
@@ -159,7 +130,7 @@ private slots:
                               : ZoomGeometry::pixelSpaceXToLongitude(p);
         };
         QCOMPARE(back(pixel + 0.4), back(pixel));
-        QVERIFY2(std::abs(back(pixel) - degrees) < 1e-3, qPrintable(QString::number(back(pixel))));
+        QVERIFY(std::abs(back(pixel) - degrees) < 1e-3);
     }
 };
 

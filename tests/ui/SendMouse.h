@@ -4,8 +4,7 @@
 #include <QMouseEvent>
 #include <QWidget>
 
-// Sends one left-button event straight to `widget`, shown or not; the button
-// counts as held from the press until the release.
+// One left-button event straight to `widget`, shown or not; held from press to release.
 inline void sendMouse(QWidget *widget, QEvent::Type type, QPointF position)
 {
     const Qt::MouseButtons held =
