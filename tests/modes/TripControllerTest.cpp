@@ -17,6 +17,13 @@ const Coordinate Tst{22.2988, 114.1722};
 const double Now = 1700000000; // the test clock's start
 const QString Busy = QStringLiteral("Trekmime is working,please turn off the Trekmime first!");
 
+struct Choice
+{
+    Coordinate start, end;
+    double startTime, endTime;
+    bool routeFound;
+};
+
 QVariantMap point(const Coordinate &c)
 {
     return {{QStringLiteral("lat"), c.latitude}, {QStringLiteral("lng"), c.longitude}};
@@ -28,6 +35,8 @@ QByteArray bytesOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 } // namespace
+
+Q_DECLARE_METATYPE(Choice)
 
 // The trip behind the route screen and trekmime-ctl.
 class TripControllerTest : public QObject
@@ -73,44 +82,35 @@ private slots:
     // A refused switch-on leaves the route file exactly as it was.
     void checksInOrder_data()
     {
-        QTest::addColumn<Coordinate>("start");
-        QTest::addColumn<Coordinate>("end");
-        QTest::addColumn<double>("startTime");
-        QTest::addColumn<double>("endTime");
-        QTest::addColumn<bool>("routeFound");
+        QTest::addColumn<Choice>("choice");
         QTest::addColumn<QString>("refusal");
         const double t1 = Now + 60, t2 = Now + 120;
         const Coordinate none{}, meridian{22.3, 0};
-        const auto row = [](const char *name, Coordinate start, Coordinate end, double startTime,
-                            double endTime, bool found, const char *refusal) {
-            QTest::newRow(name) << start << end << startTime << endTime << found
-                                << QString::fromUtf8(refusal);
+        const auto row = [](const char *name, Choice choice, const char *refusal) {
+            QTest::newRow(name) << choice << QString::fromUtf8(refusal);
         };
-        row("nothing chosen", none, none, 0, 0, true, "Please choose Start");
-        row("start on the equator", {0, 114.1}, Tst, t1, t2, true, "Please choose Start");
-        row("start on the meridian", meridian, none, 0, 0, false, "Please choose Start");
-        row("end", Central, meridian, -5, t2, true, "Please choose End");
-        row("start time first", Central, Tst, 0, 0, false, "Please choose Start Time");
-        row("end time", Central, Tst, t1, -1, false, "Please choose End Time");
-        row("end before start", Central, Tst, t2, t1, false, "End Time must later than Start Time");
-        row("no route", Central, Tst, t1, t2, false,
+        row("nothing chosen", {none, none, 0, 0, true}, "Please choose Start");
+        row("start on the equator", {{0, 114.1}, Tst, t1, t2, true}, "Please choose Start");
+        row("start on the meridian", {meridian, none, 0, 0, false}, "Please choose Start");
+        row("end", {Central, meridian, -5, t2, true}, "Please choose End");
+        row("start time first", {Central, Tst, 0, 0, false}, "Please choose Start Time");
+        row("end time", {Central, Tst, t1, -1, false}, "Please choose End Time");
+        row("end before start", {Central, Tst, t2, t1, false},
+            "End Time must later than Start Time");
+        row("no route", {Central, Tst, t1, t2, false},
             "Path planning failure, rechoose Start/End please");
-        row("equal times pass", Central, Tst, t1, t1, true, "");
-        row("all chosen", Central, Tst, t1, t2, true, "");
+        row("equal times pass", {Central, Tst, t1, t1, true}, "");
+        row("all chosen", {Central, Tst, t1, t2, true}, "");
     }
     void checksInOrder()
     {
-        QFETCH(Coordinate, start);
-        QFETCH(Coordinate, end);
-        QFETCH(double, startTime);
-        QFETCH(double, endTime);
-        QFETCH(bool, routeFound);
+        QFETCH(Choice, choice);
         QFETCH(QString, refusal);
         writeRoute({{QStringLiteral("enable"), QStringLiteral("0")}, {QStringLiteral("odd"), 7}});
         const QByteArray before = bytesOf(m_world->files().routeFile());
-        if (!routeFound)
+        if (!choice.routeFound)
             m_directions->setAnswer(DirectionsAnswer::failure(QStringLiteral("no road")));
-        choose(start, end, startTime, endTime);
+        choose(choice.start, choice.end, choice.startTime, choice.endTime);
         const TripController::SwitchResult result = trip().switchOn();
         QCOMPARE(result.refusal, refusal);
         QCOMPARE(result.written, refusal.isEmpty());
@@ -119,22 +119,16 @@ private slots:
             QCOMPARE(bytesOf(m_world->files().routeFile()), before);
     }
 
-    void normalizedStart_data()
-    {
-        QTest::addColumn<double>("start");
-        QTest::addColumn<double>("end");
-        QTest::addColumn<double>("expected");
-        QTest::newRow("future start kept") << Now + 60 << Now + 120 << Now + 60;
-        QTest::newRow("past start becomes now") << Now - 60 << Now + 120 << Now;
-        QTest::newRow("both past: a second before the end") << Now - 600 << Now - 60 << Now - 61;
-        QTest::newRow("end is now") << Now - 600 << Now << Now;
-    }
     void normalizedStart()
     {
-        QFETCH(double, start);
-        QFETCH(double, end);
-        QFETCH(double, expected);
-        QCOMPARE(TripController::normalizedStartTime(start, end, qint32(Now)), expected);
+        // future start kept; past start becomes now; both past: a second
+        // before the end; the end is now
+        const double rows[][3] = {{Now + 60, Now + 120, Now + 60},
+                                  {Now - 60, Now + 120, Now},
+                                  {Now - 600, Now - 60, Now - 61},
+                                  {Now - 600, Now, Now}};
+        for (const auto &[start, end, expected] : rows)
+            QCOMPARE(TripController::normalizedStartTime(start, end, qint32(Now)), expected);
     }
 
     void switchOnThenOff()
