@@ -158,7 +158,6 @@ private slots:
         m_world->clock.advance(61000);
         QCOMPARE(shown.last().first().value<Coordinate>(), Tst);
 
-        // off: only "enable" changes, of the record as it is in memory
         QVERIFY(trip().switchOff());
         QVERIFY(!trip().previewTimer());
         on.insert(QStringLiteral("enable"), QStringLiteral("0"));
