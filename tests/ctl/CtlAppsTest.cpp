@@ -8,7 +8,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -58,23 +57,20 @@ private slots:
     void listsWhatTheWhitelistShows_data()
     {
         QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QStringList>("lines");
-        QTest::newRow("all, hidden one from the hide list last")
-            << QStringList{QStringLiteral("list")}
-            << QStringList{QStringLiteral("com.apple.Notes\tNotes\t-"),
-                           QStringLiteral("org.example.Maps\tMaps\twhitelisted"),
-                           QStringLiteral("org.example.Secret\tSecret\twhitelisted")};
-        QTest::newRow("user's only")
-            << QStringList{QStringLiteral("list"), QStringLiteral("--user")}
-            << QStringList{QStringLiteral("org.example.Maps\tMaps\twhitelisted"),
-                           QStringLiteral("org.example.Secret\tSecret\twhitelisted")};
-        QTest::newRow("running, without a session bus")
-            << QStringList{QStringLiteral("list"), QStringLiteral("--running")} << QStringList();
+        QTest::addColumn<QString>("out"); // sorted, then the hide list's additions
+        QTest::newRow("all") << words("list")
+                             << QStringLiteral("com.apple.Notes\tNotes\t-\n"
+                                               "org.example.Maps\tMaps\twhitelisted\n"
+                                               "org.example.Secret\tSecret\twhitelisted\n");
+        QTest::newRow("user's only") << words("list --user")
+                                     << QStringLiteral("org.example.Maps\tMaps\twhitelisted\n"
+                                                       "org.example.Secret\tSecret\twhitelisted\n");
+        QTest::newRow("running, without a session bus") << words("list --running") << QString();
     }
     void listsWhatTheWhitelistShows()
     {
         QFETCH(QStringList, arguments);
-        QFETCH(QStringList, lines);
+        QFETCH(QString, out);
         QVERIFY(PropertyList::write(files().hideListFile(),
                                     QVariantMap{{QStringLiteral("org.example.Secret"), true},
                                                 {QStringLiteral("org.example.Maps"), true},
@@ -82,35 +78,23 @@ private slots:
         const Run run = ctl(QStringList{QStringLiteral("apps")} + arguments);
         QCOMPARE(run.status, 0);
         QStringList shown = run.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-        // GIO's own order before the hide list's additions
-        if (!shown.isEmpty() && !arguments.contains(QStringLiteral("--running"))) {
-            QCOMPARE(shown.constLast(), lines.constLast());
-            std::sort(shown.begin(), shown.end());
-        }
-        QCOMPARE(shown, lines);
+        // GIO's own order comes before the hidden one the hide list adds
+        QVERIFY(shown.isEmpty() ||
+                shown.constLast().startsWith(QStringLiteral("org.example.Secret")));
+        std::sort(shown.begin(), shown.end());
+        QCOMPARE(shown, out.split(QLatin1Char('\n'), Qt::SkipEmptyParts));
     }
 
-    void jsonAndBadArguments()
+    void json()
     {
         QFile::remove(files().hideListFile());
-        const Run run = ctl({QStringLiteral("--json"), QStringLiteral("apps"),
-                             QStringLiteral("list"), QStringLiteral("--user")});
+        const Run run = ctl(words("--json apps list --user"));
         QCOMPARE(run.status, 0);
-        const QJsonArray list = QJsonDocument::fromJson(run.out.toUtf8()).array();
-        QCOMPARE(list.size(), 1);
-        QCOMPARE(list.at(0).toObject(),
-                 (QJsonObject{{QStringLiteral("bundle"), QStringLiteral("org.example.Maps")},
-                              {QStringLiteral("name"), QStringLiteral("Maps")},
-                              {QStringLiteral("whitelisted"), true}}));
-
-        for (const QStringList &bad : {QStringList{QStringLiteral("apps")},
-                                       QStringList{QStringLiteral("apps"), QStringLiteral("list"),
-                                                   QStringLiteral("--all")}}) {
-            const Run refused = ctl(bad);
-            QCOMPARE(refused.status, 2);
-            QVERIFY(refused.out.isEmpty());
-            QVERIFY(refused.err.startsWith(QStringLiteral("trekmime-ctl: ")));
-        }
+        QCOMPARE(
+            QJsonDocument::fromJson(run.out.toUtf8()).array(),
+            (QJsonArray{QJsonObject{{QStringLiteral("bundle"), QStringLiteral("org.example.Maps")},
+                                    {QStringLiteral("name"), QStringLiteral("Maps")},
+                                    {QStringLiteral("whitelisted"), true}}}));
     }
 };
 

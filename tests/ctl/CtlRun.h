@@ -11,6 +11,12 @@ struct Run
     QString err;
 };
 
+// "a b c" as the argument list {a, b, c}.
+inline QStringList words(const char *text)
+{
+    return QString::fromUtf8(text).split(u' ', Qt::SkipEmptyParts);
+}
+
 // Runs trekmime-ctl with `arguments`, its config home inside `dir` so that
 // the user's own config file never counts, and `extra` added to the
 // environment. The event loop keeps turning meanwhile, so a stub server of

@@ -9,6 +9,11 @@
 #include <QTest>
 
 namespace {
+QStringList words(const char *text)
+{
+    return QString::fromLatin1(text).split(u' ');
+}
+
 QByteArray bytesOf(const QString &path)
 {
     QFile file(path);
@@ -30,42 +35,29 @@ class ModeChangeTest : public QObject
 private slots:
     void refusalNeverWritesTheMasterFile_data()
     {
-        // stored mode, route and location "enable", the button pressed
-        // (route, location, or stored: the stored mode's), and the refusal
-        // or, when there is none, the new mode
+        // stored mode, route "enable", location "enable", the button pressed
+        // ("stored": the stored mode's); the refusal, or else the new mode
         QTest::addColumn<QStringList>("files");
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<QString>("refusal");
-        QTest::addColumn<QString>("newMode");
-        const QString route =
-            QStringLiteral("Trekmime is working,please turn off the Trekmime first!");
-        const QString spot =
-            QStringLiteral("Spotmime is working,please turn off the Spotmime first!");
-        auto files = [](const char *mode, const char *routeOn, const char *spotOn) {
-            return QStringList{QLatin1String(mode), QLatin1String(routeOn), QLatin1String(spotOn)};
+        QTest::addColumn<QString>("outcome");
+        const char *route = "Trekmime is working,please turn off the Trekmime first!";
+        const char *spot = "Spotmime is working,please turn off the Spotmime first!";
+        const auto row = [](const char *name, const char *files, const char *outcome) {
+            QTest::newRow(name) << words(files) << QString::fromUtf8(outcome);
         };
-        QTest::newRow("route on") << files("0", "1", "0") << "route" << route << "";
-        QTest::newRow("route off, location on") << files("0", "0", "1") << "route"
-                                                << ""
-                                                << "1";
-        QTest::newRow("location on") << files("1", "0", "1") << "location" << spot << "";
-        QTest::newRow("location off, route on") << files("1", "1", "0") << "location"
-                                                << ""
-                                                << "0";
-        QTest::newRow("stored route mode, route on")
-            << files("0", "1", "0") << "stored" << route << "";
-        QTest::newRow("stored mode 2 asks the location file")
-            << files("2", "1", "1") << "stored" << spot << "";
-        QTest::newRow("stored mode x is the route mode") << files("x", "0", "1") << "stored"
-                                                         << ""
-                                                         << "1";
+        row("route on", "0 1 0 route", route);
+        row("route off, location on", "0 0 1 route", "1");
+        row("location on", "1 0 1 location", spot);
+        row("location off, route on", "1 1 0 location", "0");
+        row("stored route mode, route on", "0 1 0 stored", route);
+        row("stored mode 2 asks the location file", "2 1 1 stored", spot);
+        row("stored mode x is the route mode", "x 0 1 stored", "1");
     }
     void refusalNeverWritesTheMasterFile()
     {
         QFETCH(QStringList, files);
-        QFETCH(QString, button);
-        QFETCH(QString, refusal);
-        QFETCH(QString, newMode);
+        QFETCH(QString, outcome);
+        const QString button = files[3];
+        const QString refusal = outcome.size() > 1 ? outcome : QString();
         QTemporaryDir dir;
         TMPreferenceUtil store{PreferenceFiles(dir.path())};
         const QString master = store.files().masterFile();
@@ -85,10 +77,9 @@ private slots:
         if (result.refused()) {
             QCOMPARE(bytesOf(master), before);
         } else {
-            QCOMPARE(QString::number(result.mode), newMode);
-            // a fresh one-key dictionary: the other key is gone
+            QCOMPARE(QString::number(result.mode), outcome);
             QCOMPARE(PropertyList::readDictionary(master),
-                     (QVariantMap{{QStringLiteral("mode"), newMode}}));
+                     (QVariantMap{{QStringLiteral("mode"), outcome}}));
         }
     }
 };

@@ -24,41 +24,13 @@ RouteRecord trip(qint32 duration, int count)
 }
 } // namespace
 
-// Where the preview puts the trip: the index is worked out in signed 32-bit
-// arithmetic, as the hooking component does it, so long trips with many
-// points overflow, and the preview must show that, not a corrected point.
+// The preview's index is worked out in signed 32-bit arithmetic, as the hooking
+// component does it: long trips overflow, and the preview must show that.
 class RoutePreviewTest : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void proportionalIndex_data()
-    {
-        QTest::addColumn<qint32>("elapsed");
-        QTest::addColumn<qint32>("count");
-        QTest::addColumn<qint32>("duration");
-        QTest::addColumn<qint32>("index");
-        QTest::newRow("half way") << 50 << 10 << 100 << 5;
-        QTest::newRow("rounds toward zero") << 99 << 10 << 100 << 9;
-        // 43200 x 100000 = 4 320 000 000 wraps to 25 032 704
-        QTest::newRow("product wraps positive") << 43200 << 100000 << 86400 << 289;
-        // 30000 x 100000 = 3 000 000 000 wraps to -1 294 967 296
-        QTest::newRow("product wraps negative") << 30000 << 100000 << 86400 << -14988;
-        QTest::newRow("no duration") << 5 << 10 << 0 << 0;
-        // 65536 x 32768 = 2^31 wraps to the smallest value; divided by -1 it stays
-        QTest::newRow("the one quotient that wraps")
-            << 65536 << 32768 << -1 << std::numeric_limits<qint32>::min();
-    }
-    void proportionalIndex()
-    {
-        QFETCH(qint32, elapsed);
-        QFETCH(qint32, count);
-        QFETCH(qint32, duration);
-        QFETCH(qint32, index);
-        QCOMPARE(RoutePreview::proportionalIndex(Start + elapsed, Start, Start + duration, count),
-                 index);
-    }
-
     void stepAt_data()
     {
         QTest::addColumn<qint32>("duration");
@@ -71,15 +43,16 @@ private slots:
         const int between = int(RoutePreview::Pick::Proportional);
         const int last = int(RoutePreview::Pick::Last);
         QTest::newRow("before the start") << 100 << 4 << -1 << first << 0 << true;
-        QTest::newRow("at the start") << 100 << 4 << 0 << between << 0 << true;
-        QTest::newRow("three quarters") << 100 << 4 << 75 << between << 3 << true;
+        QTest::newRow("half way") << 100 << 10 << 50 << between << 5 << true;
+        QTest::newRow("rounds toward zero") << 100 << 10 << 99 << between << 9 << true;
         QTest::newRow("at the end") << 100 << 4 << 100 << last << 3 << true;
-        QTest::newRow("no points: latitude 0, longitude 0")
-            << 100 << 0 << 50 << between << 0 << true;
-        QTest::newRow("a long trip leaves the list")
-            << 86400 << 100000 << 30000 << between << -14988 << false;
-        QTest::newRow("a long trip lands early")
+        QTest::newRow("no points: 0, 0") << 100 << 0 << 50 << between << 0 << true;
+        // 43200 x 100000 = 4 320 000 000 wraps to 25 032 704
+        QTest::newRow("product wraps positive")
             << 86400 << 100000 << 43200 << between << 289 << true;
+        // 30000 x 100000 = 3 000 000 000 wraps to -1 294 967 296
+        QTest::newRow("product wraps out of the list")
+            << 86400 << 100000 << 30000 << between << -14988 << false;
     }
     void stepAt()
     {
@@ -96,22 +69,26 @@ private slots:
         QCOMPARE(step.inRange, inRange);
         if (inRange)
             QCOMPARE(step.coordinate, (Coordinate{double(index), -double(index)}));
+        if (step.pick == RoutePreview::Pick::Proportional)
+            QCOMPARE(
+                RoutePreview::proportionalIndex(Start + elapsed, Start, Start + duration, count),
+                index);
     }
 
-    void nowSeconds_data()
+    void degenerateDurations()
     {
-        QTest::addColumn<double>("seconds");
-        QTest::addColumn<qint32>("whole");
-        QTest::newRow("cut toward zero") << 1700000000.9 << 1700000000;
-        QTest::newRow("negative cut toward zero") << -1.9 << -1;
-        QTest::newRow("after 2038") << 3e9 << std::numeric_limits<qint32>::max();
-        QTest::newRow("not a number") << std::nan("") << 0;
+        QCOMPARE(RoutePreview::proportionalIndex(Start + 5, Start, Start, 10), 0);
+        // 65536 x 32768 = 2^31 wraps to the smallest value; divided by -1 it stays
+        QCOMPARE(RoutePreview::proportionalIndex(Start + 65536, Start, Start - 1, 32768),
+                 std::numeric_limits<qint32>::min());
     }
+
     void nowSeconds()
     {
-        QFETCH(double, seconds);
-        QFETCH(qint32, whole);
-        QCOMPARE(RoutePreview::nowSeconds(seconds), whole);
+        QCOMPARE(RoutePreview::nowSeconds(1700000000.9), 1700000000); // cut toward zero
+        QCOMPARE(RoutePreview::nowSeconds(-1.9), -1);
+        QCOMPARE(RoutePreview::nowSeconds(3e9), std::numeric_limits<qint32>::max()); // after 2038
+        QCOMPARE(RoutePreview::nowSeconds(std::nan("")), 0);
     }
 };
 

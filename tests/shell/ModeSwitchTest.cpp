@@ -22,11 +22,6 @@ QVariantMap routeOn()
     return {{QStringLiteral("enable"), QStringLiteral("1")},
             {QStringLiteral("s"), QStringLiteral("Central")}};
 }
-
-RouteRecord routeOnRecord()
-{
-    return RouteRecord::fromPropertyList(routeOn());
-}
 } // namespace
 
 // Launch, becoming active and the two mode buttons.
@@ -57,18 +52,13 @@ private:
 
 private slots:
     void init() { m_world = std::make_unique<TestServices>(); }
-    void cleanup()
-    {
-        m_delegate.reset();
-        m_world.reset();
-    }
+    void cleanup() { m_delegate.reset(), m_world.reset(); }
 
     void launchShowsTheStoredModesScreen_data()
     {
         QTest::addColumn<QVariant>("mode");
         QTest::addColumn<bool>("routeScreen");
         QTest::newRow("first start, no files") << QVariant() << true;
-        QTest::newRow("mode 0") << QVariant(QStringLiteral("0")) << true;
         QTest::newRow("mode 1") << QVariant(QStringLiteral("1")) << false;
         QTest::newRow("mode 2") << QVariant(QStringLiteral("2")) << false;
         QTest::newRow("mode x") << QVariant(QStringLiteral("x")) << true;
@@ -81,11 +71,9 @@ private slots:
             PropertyList::write(m_world->files().masterFile(),
                                 QVariantMap{{QStringLiteral("mode"), mode}});
         AppDelegate &delegate = launch();
-        QVERIFY(delegate.window()->isVisible());
-        QWidget *expected = routeScreen ? static_cast<QWidget *>(delegate.trekmimeController())
-                                        : static_cast<QWidget *>(delegate.locationController());
-        QCOMPARE(root(), expected);
-        QVERIFY(expected->isVisible());
+        QCOMPARE(root(), routeScreen ? static_cast<QWidget *>(delegate.trekmimeController())
+                                     : delegate.locationController());
+        QVERIFY(root()->isVisible());
         // launching never writes a file
         QCOMPARE(QFile::exists(m_world->files().masterFile()), mode.isValid());
     }
@@ -93,12 +81,11 @@ private slots:
     void becomingActiveRefreshesTheStoredModesScreen()
     {
         AppDelegate &delegate = launch();
-        store().writeRoutePreference(routeOnRecord());
+        store().writeRoutePreference(RouteRecord::fromPropertyList(routeOn()));
         delegate.applicationDidBecomeActive();
         QCOMPARE(delegate.trekmimeController()->preferences().toPropertyList(), routeOn());
 
-        // the mode on disk now says fixed location: the route screen on
-        // display is no longer refreshed
+        // the mode on disk now says fixed location: the route screen is left as it was
         store().writeMode(MasterRecord::LocationMode);
         store().writeRoutePreference(RouteRecord());
         delegate.applicationDidBecomeActive();
@@ -106,18 +93,8 @@ private slots:
         QCOMPARE(root(), delegate.trekmimeController());
     }
 
-    void routeButtonTrustsItsMemoryNotTheFile()
-    {
-        AppDelegate &delegate = launch();
-        // switched on behind the screen's back, after it last read the file
-        store().writeRoutePreference(routeOnRecord());
-        pressModeButton();
-        QVERIFY(m_world->alerts.alerts().isEmpty());
-        QCOMPARE(root(), delegate.locationController());
-        QCOMPARE(PropertyList::readDictionary(m_world->files().masterFile()),
-                 (QVariantMap{{QStringLiteral("mode"), QStringLiteral("1")}}));
-    }
-
+    // The route button trusts the screen's memory, not a file switched on
+    // behind its back; the master file keeps only the mode.
     void switchingKeepsBothScreensAndDropsOtherMasterKeys()
     {
         PropertyList::write(m_world->files().masterFile(),
@@ -126,10 +103,13 @@ private slots:
         AppDelegate &delegate = launch();
         QPointer<QWidget> route = delegate.trekmimeController();
         QPointer<QWidget> spot = delegate.locationController();
-
+        store().writeRoutePreference(RouteRecord::fromPropertyList(routeOn()));
         pressModeButton();
-        QCOMPARE(PropertyList::readDictionary(m_world->files().masterFile()).keys(),
-                 QStringList{QStringLiteral("mode")});
+        QVERIFY(m_world->alerts.alerts().isEmpty());
+        QCOMPARE(root(), spot.data());
+        QCOMPARE(PropertyList::readDictionary(m_world->files().masterFile()),
+                 (QVariantMap{{QStringLiteral("mode"), QStringLiteral("1")}}));
+        store().writeRoutePreference(RouteRecord());
         pressModeButton();
         pressModeButton();
         QCOMPARE(root(), spot.data());

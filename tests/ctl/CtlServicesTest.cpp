@@ -3,17 +3,23 @@
 #include "StubHttpServer.h"
 #include "TestMain.h"
 
+#include "settings/PropertyList.h"
+
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <memory>
 
 namespace {
+
+// three vertices: 22.284681,114.1588  22.29,114.16  22.2988,114.1722
+const QByteArray RouteBody =
+    R"({"code":"Ok","routes":[{"geometry":"qwcoi@_luvxEmkI_jA_ePoyV","distance":2150.5,)"
+    R"("duration":301.2},{"geometry":"??","distance":1,"duration":1}],"waypoints":[]})";
 
 const QByteArray googleResult = R"({"status":"OK","results":[{
   "formatted_address":"1600 Amphitheatre Pkwy, Mountain View, CA 94043, USA",
@@ -25,9 +31,9 @@ const QByteArray googleResult = R"({"status":"OK","results":[{
 
 } // namespace
 
-// trekmime-ctl's location commands, run as a person runs them, against stub
-// services on 127.0.0.1 and a replayed NMEA log.
-class CtlLocationTest : public QObject
+// trekmime-ctl's commands that ask a service, run as a person runs them,
+// against stub services on 127.0.0.1 and a replayed NMEA log.
+class CtlServicesTest : public QObject
 {
     Q_OBJECT
 
@@ -41,9 +47,16 @@ private:
         return runCtl(m_dir->path(),
                       QStringList{QStringLiteral("--preferences-dir"), m_dir->path(),
                                   QStringLiteral("--geocoding-url"), url,
-                                  QStringLiteral("--nominatim-url"), url} +
+                                  QStringLiteral("--nominatim-url"), url,
+                                  QStringLiteral("--routing-url"), url} +
                           arguments,
-                      {{QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8")}});
+                      {{QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8")},
+                       {QStringLiteral("TZ"), QStringLiteral("UTC")}});
+    }
+    QVariantMap routeFile() const
+    {
+        return PropertyList::readDictionary(
+            m_dir->filePath(QStringLiteral("com.velmora.trekmimex.route.plist")));
     }
 
 private slots:
@@ -53,7 +66,11 @@ private slots:
         m_server = std::make_unique<StubHttpServer>([](const StubHttpServer::Request &request) {
             const QByteArray &target = request.target;
             QByteArray body;
-            if (target.startsWith("/maps/api/geocode/json?address="))
+            if (target.contains(";114.17,22.29?"))
+                body = R"({"code":"NoRoute","message":"Impossible route between points"})";
+            else if (target.startsWith("/route/v1/driving/"))
+                body = RouteBody;
+            else if (target.startsWith("/maps/api/geocode/json?address="))
                 body = googleResult;
             else if (target.startsWith("/maps/api/geocode/json?latlng="))
                 body = R"({"results":[],"status":"ZERO_RESULTS"})";
@@ -77,12 +94,12 @@ private slots:
         QTest::addColumn<QStringList>("arguments"); // LOG: a log with fixes, NOFIX: without
         QTest::addColumn<int>("status");
         QTest::addColumn<QString>("out");
-        QTest::addColumn<QString>("err"); // a part of it; empty: nothing at all
-        QTest::addColumn<QByteArray>("target");
+        QTest::addColumn<QString>("err");       // a part of it; empty: nothing at all
+        QTest::addColumn<QByteArray>("target"); // the last request; "*": any
         const auto row = [](const char *name, const char *arguments, int status, const char *out,
                             const char *err, const QByteArray &target) {
-            QTest::newRow(name) << QString::fromUtf8(arguments).split(u' ') << status
-                                << QString::fromUtf8(out) << QString::fromUtf8(err) << target;
+            QTest::newRow(name) << words(arguments) << status << QString::fromUtf8(out)
+                                << QString::fromUtf8(err) << target;
         };
         row("geocode in a region", "geocode a&b c --region 37.4,-122.1,1000", 0,
             "1600 Amphitheatre Pkwy\t1600 Amphitheatre Pkwy, Mountain View, CA 94043, USA\t"
@@ -107,6 +124,22 @@ private slots:
             "");
         row("position without a fix", "position --nmea-file NOFIX --timeout 0.3", 1, "",
             "no position within 0.3 seconds", "");
+        for (const char *bad : {"geocode", "geocode x --region 1,2", "reverse abc 1",
+                                "reverse 91 1", "lookup", "lookup 95 10", "position --timeout soon",
+                                "position --nmea-file /nonexistent/track.nmea"})
+            row(bad, bad, 2, "", "trekmime-ctl: ", "");
+        row("route plan", "route plan 22.2846809 114.1588 22.2988 114.1722", 0,
+            "22.284681 114.158800\n22.290000 114.160000\n22.298800 114.172200\n", "",
+            "/route/v1/driving/114.1588,22.2846809;114.1722,22.2988"
+            "?alternatives=true&overview=full&steps=false&geometries=polyline6");
+        row("route plan, no route", "route plan 22.28 114.15 22.29 114.17", 1, "",
+            "Impossible route between points", "*");
+        row("route on, refused",
+            "route on 0 114.1588 22.2988 114.1722 --start 1893484800 --end 1893488400", 1, "",
+            "Please choose Start", "*");
+        row("route on, bad time",
+            "route on 22.28 114.15 22.29 114.16 --start tomorrow --end 1893488400", 2, "",
+            "tomorrow", "*");
     }
     void commands()
     {
@@ -130,48 +163,52 @@ private slots:
             QVERIFY2(run.err.contains(err), qPrintable(run.err));
         QCOMPARE(run.status, status);
         QCOMPARE(run.out, out);
-        QCOMPARE(m_server->requests().isEmpty() ? QByteArray() : m_server->requests().last().target,
-                 target);
+        if (target != "*")
+            QCOMPARE(m_server->requests().isEmpty() ? QByteArray()
+                                                    : m_server->requests().last().target,
+                     target);
+        QVERIFY(routeFile().isEmpty());
     }
 
-    void geocodeAsJson()
+    void asJson()
     {
-        const Run run =
-            ctl({QStringLiteral("--json"), QStringLiteral("geocode"), QStringLiteral("x")});
-        QCOMPARE(run.status, 0);
-        const QJsonArray places = QJsonDocument::fromJson(run.out.toUtf8()).array();
-        QCOMPARE(places.size(), 1);
-        const QJsonObject place = places.first().toObject();
+        const QJsonObject place =
+            QJsonDocument::fromJson(ctl(words("--json geocode x")).out.toUtf8())
+                .array()[0]
+                .toObject();
         QCOMPARE(place.value(QStringLiteral("name")).toString(),
                  QStringLiteral("1600 Amphitheatre Pkwy"));
         QVERIFY(place.value(QStringLiteral("locality")).isNull());
         QCOMPARE(place.value(QStringLiteral("latitude")).toDouble(), 37.4224764);
+        const QJsonObject route =
+            QJsonDocument::fromJson(
+                ctl(words("route plan 22.28 114.15 22.29 114.16 --json")).out.toUtf8())
+                .object();
+        QCOMPARE(route.value(QLatin1String("distance")).toDouble(), 2150.5);
+        QCOMPARE(route.value(QLatin1String("duration")).toDouble(), 301.2);
+        const QJsonArray points = route.value(QLatin1String("points")).toArray();
+        QCOMPARE(points.size(), 3);
+        QCOMPARE(points[1].toObject().value(QLatin1String("lng")).toDouble(), 114.16);
     }
 
-    void badInput_data()
+    void routeOnWritesTheTrip()
     {
-        QTest::addColumn<QStringList>("arguments");
-        const auto row = [](const char *name, const char *arguments) {
-            QTest::newRow(name) << QString::fromUtf8(arguments).split(u' ');
-        };
-        row("geocode without address", "geocode");
-        row("geocode bad region", "geocode x --region 1,2");
-        row("reverse not a number", "reverse abc 1");
-        row("reverse out of range", "reverse 91 1");
-        row("lookup nothing", "lookup");
-        row("lookup latitude out of range", "lookup 95 10");
-        row("position bad timeout", "position --timeout soon");
-        row("position missing log", "position --nmea-file /nonexistent/track.nmea");
-    }
-    void badInput()
-    {
-        QFETCH(QStringList, arguments);
-        const Run run = ctl(arguments);
-        QCOMPARE(run.status, 2);
-        QVERIFY(!run.err.isEmpty());
-        QCOMPARE(m_server->requests().size(), 0);
+        const Run run = ctl(words("route on 22.2846809 114.1588 22.2988 114.1722 --start "
+                                  "2030-01-01T08:00 --end 1893488400"));
+        QCOMPARE(run.status, 0);
+        const QVariantMap record = routeFile();
+        QCOMPARE(record.value(QStringLiteral("enable")).toString(), QStringLiteral("1"));
+        QCOMPARE(record.value(QStringLiteral("start")).toString(),
+                 QStringLiteral("1893484800.000000")); // 2030-01-01 08:00 in UTC
+        QCOMPARE(record.value(QStringLiteral("end")).toString(),
+                 QStringLiteral("1893488400.000000"));
+        QCOMPARE(record.value(QStringLiteral("s")).toString(), QStringLiteral("科技园路1号"));
+        const QVariantList points = record.value(QStringLiteral("points")).toList();
+        QCOMPARE(points.size(), 3);
+        QCOMPARE(points[2].toMap().value(QStringLiteral("lng")).toDouble(), 114.1722);
+        QCOMPARE(ctl(words("where --at 1893486600")).out, QStringLiteral("22.290000 114.160000\n"));
     }
 };
 
-TREKMIME_TEST(CtlLocationTest)
-#include "CtlLocationTest.moc"
+TREKMIME_TEST(CtlServicesTest)
+#include "CtlServicesTest.moc"
