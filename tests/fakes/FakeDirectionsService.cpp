@@ -2,6 +2,13 @@
 
 #include <QTimer>
 
+DirectionsAnswer FakeDirectionsService::defaultAnswer(const Coordinate &source,
+                                                      const Coordinate &destination)
+{
+    return DirectionsAnswer::found({DirectionsRoute{
+        {source, {source.latitude, destination.longitude}, destination}, 1000.0, 120.0}});
+}
+
 void FakeDirectionsService::calculateDirections(const Coordinate &source,
                                                 const Coordinate &destination, QObject *receiver,
                                                 Completion completion)
@@ -12,11 +19,7 @@ void FakeDirectionsService::calculateDirections(const Coordinate &source,
         m_pending.append(std::move(request));
         return;
     }
-    const DirectionsAnswer answer =
-        m_answer
-            ? *m_answer
-            : DirectionsAnswer::found({DirectionsRoute{
-                  {source, {source.latitude, destination.longitude}, destination}, 1000.0, 120.0}});
+    const DirectionsAnswer answer = m_answer ? *m_answer : defaultAnswer(source, destination);
     QTimer::singleShot(0, this, [request = std::move(request), answer] {
         if (!request.guarded || request.receiver)
             request.completion(answer);

@@ -29,6 +29,8 @@ public:
     void calculateDirections(const Coordinate &source, const Coordinate &destination,
                              QObject *receiver, Completion completion) override;
 
+    // The three-point route every request gets unless an answer is set.
+    static DirectionsAnswer defaultAnswer(const Coordinate &source, const Coordinate &destination);
     // The answer every request gets from now on; unset: the default route.
     void setAnswer(const DirectionsAnswer &answer) { m_answer = answer; }
 
