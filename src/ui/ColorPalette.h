@@ -55,6 +55,11 @@ public:
     static const QColor &creditTextColor();
     // the ground of a map drawn as a sample
     static const QColor &landColor();
+    // the street map drawn for pictures: paper, parks, water, avenues
+    static const QColor &sketchPaperColor();
+    static const QColor &sketchParkColor();
+    static const QColor &sketchWaterColor();
+    static const QColor &sketchAvenueColor();
     // the same colour at an alpha of 0 to 255
     static QColor withAlpha(const QColor &color, int alpha);
 };

@@ -1,5 +1,7 @@
 #include "SketchTileSource.h"
 
+#include "ui/ColorPalette.h"
+
 #include <QPainter>
 #include <QTimer>
 
@@ -27,7 +29,7 @@ void SketchTileSource::requestTile(const TileId &tile)
 QImage SketchTileSource::draw(const TileId &tile)
 {
     QImage image(TileSize, TileSize, QImage::Format_RGB32);
-    image.fill(QColor(0xf2, 0xef, 0xe9));
+    image.fill(ColorPalette::sketchPaperColor());
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     const qint64 left = qint64(tile.x) * TileSize;
@@ -42,9 +44,9 @@ QImage SketchTileSource::draw(const TileId &tile)
             const quint32 h = blockHash(c, r);
             QColor fill;
             if (h % 11 == 0)
-                fill = QColor(0xc8, 0xfa, 0xcc);
+                fill = ColorPalette::sketchParkColor();
             else if (h % 23 == 1)
-                fill = QColor(0xaa, 0xd3, 0xdf);
+                fill = ColorPalette::sketchWaterColor();
             else
                 continue;
             painter.fillRect(QRectF(c * Block - left, r * Block - top, Block, Block), fill);
@@ -52,7 +54,7 @@ QImage SketchTileSource::draw(const TileId &tile)
     }
     // streets, then avenues over them
     for (const bool avenues : {false, true}) {
-        painter.setPen(QPen(avenues ? QColor(0xfc, 0xd6, 0xa4) : QColor(Qt::white),
+        painter.setPen(QPen(avenues ? ColorPalette::sketchAvenueColor() : ColorPalette::whiteColor(),
                             avenues ? 9.0 : 5.0, Qt::SolidLine, Qt::FlatCap));
         for (qint64 i = 0; i < blocks; ++i) {
             const qint64 column = firstColumn + i;
