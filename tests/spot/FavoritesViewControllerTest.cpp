@@ -61,13 +61,6 @@ private:
     {
         return list->findChild<QPushButton *>(QStringLiteral("editButton"));
     }
-    static QStringList rows(FavoritesViewController *list)
-    {
-        QStringList texts;
-        for (int i = 0; i < list->tableView()->count(); ++i)
-            texts << list->tableView()->item(i)->text();
-        return texts;
-    }
 
 private slots:
     void init()
@@ -105,7 +98,10 @@ private slots:
         QFETCH(QStringList, rows);
         QFETCH(bool, editable);
         FavoritesViewController *list = open(file);
-        QCOMPARE(FavoritesViewControllerTest::rows(list), rows);
+        QStringList texts;
+        for (int i = 0; i < list->tableView()->count(); ++i)
+            texts << list->tableView()->item(i)->text();
+        QCOMPARE(texts, rows);
         QCOMPARE(editButton(list)->isEnabled(), editable);
     }
 
