@@ -12,26 +12,14 @@
 Q_DECLARE_METATYPE(QList<Coordinate>)
 
 namespace {
-const QByteArray ThreePoints = "qwcoi@_luvxEmkI_jA_ePoyV";
 
-QByteArray okBody(const QList<QByteArray> &geometries)
-{
-    QByteArray routes;
-    double distance = 1000;
-    for (const QByteArray &geometry : geometries) {
-        if (!routes.isEmpty())
-            routes += ',';
-        routes += "{\"geometry\":\"" + geometry +
-                  "\",\"distance\":" + QByteArray::number(distance) +
-                  ",\"duration\":" + QByteArray::number(distance / 10) + "}";
-        distance += 1000;
-    }
-    return "{\"code\":\"Ok\",\"routes\":[" + routes + "],\"waypoints\":[]}";
-}
+const QByteArray TwoRoutes = R"({"code":"Ok","waypoints":[],"routes":[
+    {"geometry":"qwcoi@_luvxEmkI_jA_ePoyV","distance":1000,"duration":100},
+    {"geometry":"f`er_A_tal_HgoVavJ","distance":2000,"duration":200}]})";
+const QString NotJson =
+    QStringLiteral("The routing service sent an answer that is not the expected JSON.");
 } // namespace
 
-// The OSRM backend: the request it sends, the polyline it decodes, and the
-// one readable answer it gives whatever the server does.
 class OsrmDirectionsServiceTest : public QObject
 {
     Q_OBJECT
@@ -69,8 +57,7 @@ private slots:
     void requestAndRoutesInOrder()
     {
         m_server->setHandler([](const StubHttpServer::Request &) {
-            return StubHttpServer::Response{
-                200, "application/json", okBody({ThreePoints, "f`er_A_tal_HgoVavJ"}), {}};
+            return StubHttpServer::Response{200, "application/json", TwoRoutes, {}};
         });
         QUrl base = m_server->baseUrl();
         base.setPath(QStringLiteral("/osrm/"));
@@ -78,7 +65,6 @@ private slots:
         const DirectionsAnswer answer = ask(*s);
         QVERIFY2(!answer.isError(), qPrintable(answer.error.value_or(QString())));
 
-        QCOMPARE(m_server->requests().size(), 1);
         const StubHttpServer::Request &request = m_server->requests().first();
         QCOMPARE(request.target, QByteArray("/osrm/route/v1/driving/114.1588,22.2846809;"
                                             "114.1722,22.2988?alternatives=true&overview=full"
@@ -86,11 +72,10 @@ private slots:
         QCOMPARE(request.headers.value("user-agent"), QByteArray("Trekmime-test/1"));
 
         QCOMPARE(answer.routes.size(), 2);
-        QCOMPARE(answer.routes[0].coordinates.size(), 3);
-        QCOMPARE(answer.routes[0].coordinates.last(), (Coordinate{22.2988, 114.1722}));
-        QCOMPARE(answer.routes[0].distance, 1000.0);
-        QCOMPARE(answer.routes[0].duration, 100.0);
-        QCOMPARE(answer.routes[1].coordinates.first(), (Coordinate{-33.86882, 151.209296}));
+        QCOMPARE(answer.routes[0].coordinates,
+                 (QList<Coordinate>{{22.284681, 114.1588}, {22.29, 114.16}, {22.2988, 114.1722}}));
+        QCOMPARE(answer.routes[1].distance, 2000.0);
+        QCOMPARE(answer.routes[1].duration, 200.0);
     }
 
     void decode_data()
@@ -100,22 +85,11 @@ private slots:
         QTest::addColumn<bool>("valid");
         QTest::addColumn<QList<Coordinate>>("expected");
         QTest::newRow("empty") << QByteArray() << 6 << true << QList<Coordinate>{};
-        QTest::newRow("six digits")
-            << ThreePoints << 6 << true
-            << QList<Coordinate>{{22.284681, 114.1588}, {22.29, 114.16}, {22.2988, 114.1722}};
-        QTest::newRow("negative") << QByteArray("f`er_A_tal_HgoVavJ") << 6 << true
-                                  << QList<Coordinate>{{-33.86882, 151.209296},
-                                                       {-33.856784, 151.215297}};
-        QTest::newRow("extremes and one millionth")
-            << QByteArray("@|niivI_gdtjD_oiivI") << 6 << true
-            << QList<Coordinate>{{-0.000001, -179.999999}, {89.999999, 0.000001}};
         QTest::newRow("five digits")
             << QByteArray("_p~iF~ps|U_ulLnnqC_mqNvxq`@") << 5 << true
             << QList<Coordinate>{{38.5, -120.2}, {40.7, -120.95}, {43.252, -126.453}};
         QTest::newRow("latitude without longitude")
             << QByteArray("_p~iF") << 5 << false << QList<Coordinate>{};
-        QTest::newRow("cut inside a number")
-            << QByteArray("_p~iF~ps|") << 5 << false << QList<Coordinate>{};
         QTest::newRow("character below the alphabet")
             << QByteArray("_p~iF~ps|U !") << 5 << false << QList<Coordinate>{};
     }
@@ -148,17 +122,18 @@ private slots:
         QTest::newRow("HTTP error") << 502 << QByteArray("<html>Bad gateway</html>")
                                     << QStringLiteral("The routing service answered with HTTP "
                                                       "status 502.");
-        QTest::newRow("not JSON") << 200 << QByteArray("hello")
-                                  << QStringLiteral("The routing service sent an answer that is "
-                                                    "not the expected JSON.");
-        QTest::newRow("no code") << 200 << QByteArray(R"({"routes":[]})")
-                                 << QStringLiteral("The routing service sent an answer that is "
-                                                   "not the expected JSON.");
+        QTest::newRow("not JSON") << 200 << QByteArray("hello") << NotJson;
+        QTest::newRow("no code") << 200 << QByteArray(R"({"routes":[]})") << NotJson;
         QTest::newRow("unreadable line")
             << 200 << QByteArray(R"({"code":"Ok","routes":[{"geometry":"_p~iF"}]})")
             << QStringLiteral("The routing service sent a route whose line cannot be read.");
         QTest::newRow("no routes") << 200 << QByteArray(R"({"code":"Ok","routes":[]})")
                                    << QStringLiteral("The routing service found no route.");
+        QTest::newRow("never answers") << 0 << QByteArray()
+                                       << QStringLiteral("The routing service did not answer "
+                                                         "within 0.2 seconds.");
+        QTest::newRow("nobody listens")
+            << -1 << QByteArray() << QStringLiteral("Cannot reach the routing service: ");
     }
     void errors()
     {
@@ -168,38 +143,18 @@ private slots:
         m_server->setHandler([&](const StubHttpServer::Request &) {
             return StubHttpServer::Response{status, "application/json", body, {}};
         });
-        auto s = service(m_server->baseUrl());
-        QCOMPARE(ask(*s).error.value_or(QString()), error);
-    }
-
-    void noConnection()
-    {
-        const QUrl closed = m_server->baseUrl();
-        m_server.reset(); // nobody listens there any more
-        auto s = service(closed);
-        const DirectionsAnswer answer = ask(*s);
-        QVERIFY(answer.error.value_or(QString()).startsWith(
-            QStringLiteral("Cannot reach the routing service: ")));
-    }
-
-    void timeout()
-    {
-        m_server->setHandler([](const StubHttpServer::Request &) {
-            return StubHttpServer::Response{0, {}, {}, {}}; // never answers
-        });
-        auto s = service(m_server->baseUrl());
-        QCOMPARE(s->timeout(), 30000);
+        const QUrl url = m_server->baseUrl();
+        if (status < 0)
+            m_server.reset();
+        auto s = service(url);
         s->setTimeout(200);
-        QCOMPARE(ask(*s).error.value_or(QString()),
-                 QStringLiteral("The routing service did not answer within 0.2 seconds."));
+        QVERIFY(ask(*s).error.value_or(QString()).startsWith(error));
     }
 
-    // a requester that is gone hears nothing, whether the answer is on its
-    // way or still to come
     void receiverGone()
     {
         m_server->setHandler([](const StubHttpServer::Request &) {
-            return StubHttpServer::Response{200, "application/json", okBody({ThreePoints}), {}};
+            return StubHttpServer::Response{200, "application/json", TwoRoutes, {}};
         });
         auto s = service(m_server->baseUrl());
         int calls = 0;

