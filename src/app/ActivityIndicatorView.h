@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/ColorPalette.h"
+
 #include <QColor>
 #include <QWidget>
 
@@ -32,7 +34,7 @@ private:
     void updateTimer();
 
     QTimer *m_timer;
-    QColor m_color = Qt::white;
+    QColor m_color = ColorPalette::whiteColor();
     int m_step = 0;
     bool m_animating = false;
     bool m_suspended = false;

@@ -3,6 +3,7 @@
 #include "app/ActivityIndicatorView.h"
 #include "app/ProgressHUDDelegate.h"
 #include "platform/Clock.h"
+#include "ui/ColorPalette.h"
 #include "ui/ViewLayer.h"
 
 #include <QEvent>
@@ -114,7 +115,7 @@ void ProgressHUD::setUp()
         label->setAlignment(Qt::AlignCenter);
         label->setAttribute(Qt::WA_TranslucentBackground);
         QPalette palette = label->palette();
-        palette.setColor(QPalette::WindowText, Qt::white);
+        palette.setColor(QPalette::WindowText, ColorPalette::whiteColor());
         label->setPalette(palette);
         return label;
     };

@@ -31,6 +31,6 @@ protected:
 private:
     float m_progress = 0.0f;
     bool m_annular = false;
-    QColor m_progressTintColor = Qt::white;
+    QColor m_progressTintColor = ColorPalette::whiteColor();
     QColor m_backgroundTintColor = ColorPalette::withAlpha(ColorPalette::whiteColor(), 26);
 };

@@ -30,7 +30,7 @@ void WhitelistRow::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const QRect bounds = rect();
-    QColor background = Qt::white;
+    QColor background = ColorPalette::whiteColor();
     if (isDown())
         background = ColorPalette::silverColor();
     else if (hasFocus())

@@ -127,7 +127,7 @@ void DateTimePicker::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillRect(rect(), Qt::white);
+    painter.fillRect(rect(), ColorPalette::whiteColor());
     const double middle = height() / 2.0;
     const QRectF band(8, middle - RowHeight / 2, width() - 16, RowHeight);
     painter.setPen(Qt::NoPen);

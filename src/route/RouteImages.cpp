@@ -27,7 +27,7 @@ QImage pin(const QColor &color, const QColor &shadow, QSizeF size, qreal ratio)
     painter.setBrush(color);
     painter.drawPath(path);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(Qt::white);
+    painter.setBrush(ColorPalette::whiteColor());
     painter.drawEllipse(QPointF(w / 2.0, r + 1.0), r * 0.42, r * 0.42);
     return image;
 }

@@ -3,6 +3,7 @@
 #include "route/TrekmimeViewController.h"
 
 #include "route/RouteImages.h"
+#include "ui/ColorPalette.h"
 #include "ui/CoordinateRegion.h"
 #include "ui/MapView.h"
 
@@ -95,5 +96,5 @@ QImage TrekmimeViewController::viewForAnnotation(MapView *, const MapPointAnnota
 std::optional<MapPolylineRenderer> TrekmimeViewController::rendererForOverlay(MapView *,
                                                                               const MapPolyline &)
 {
-    return MapPolylineRenderer{2.5, QColor(Qt::green)};
+    return MapPolylineRenderer{2.5, ColorPalette::routeLineColor()};
 }

@@ -49,7 +49,7 @@ public:
             painter->setPen(Qt::NoPen);
             painter->setBrush(ColorPalette::alizarinColor());
             painter->drawEllipse(control);
-            painter->setPen(QPen(Qt::white, 2.5));
+            painter->setPen(QPen(ColorPalette::whiteColor(), 2.5));
             painter->drawLine(control.left() + 6, control.center().y() + 1, control.right() - 5,
                               control.center().y() + 1);
             textLeft = control.right() + 14;
@@ -69,7 +69,7 @@ public:
         if (revealed) {
             const QRect button = m_table->deleteButtonRect(index.row());
             painter->fillRect(button, ColorPalette::alizarinColor());
-            painter->setPen(Qt::white);
+            painter->setPen(ColorPalette::whiteColor());
             font.setPixelSize(16);
             painter->setFont(font);
             painter->drawText(button, Qt::AlignCenter, FavoritesTableView::tr("Delete"));
@@ -116,8 +116,7 @@ QRect FavoritesTableView::deleteControlRect(int row) const
 QRect FavoritesTableView::deleteButtonRect(int row) const
 {
     const QRect rect = visualRect(model()->index(row, 0));
-    return {rect.right() + 1 - DeleteButtonWidth, rect.top(), DeleteButtonWidth,
-            rect.height() - 1};
+    return {rect.right() + 1 - DeleteButtonWidth, rect.top(), DeleteButtonWidth, rect.height() - 1};
 }
 
 void FavoritesTableView::mousePressEvent(QMouseEvent *event)

@@ -55,7 +55,7 @@ QPixmap pinImage()
         p.setBrush(ColorPalette::alizarinColor());
         p.drawPath(path);
         p.setPen(Qt::NoPen);
-        p.setBrush(Qt::white);
+        p.setBrush(ColorPalette::whiteColor());
         p.drawEllipse(QPointF(17, 16), 6, 6);
     });
 }

@@ -55,6 +55,8 @@ public:
     static const QColor &creditTextColor();
     // the ground of a map drawn as a sample
     static const QColor &landColor();
+    // a planned route drawn on the map
+    static const QColor &routeLineColor();
     // the street map drawn for pictures: paper, parks, water, avenues
     static const QColor &sketchPaperColor();
     static const QColor &sketchParkColor();

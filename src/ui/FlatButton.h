@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/ColorPalette.h"
 #include "ui/EdgeInsets.h"
 #include "ui/StretchableImage.h"
 
@@ -66,8 +67,8 @@ private:
     EdgeInsets m_normalEdgeInsets;
     EdgeInsets m_highlightedEdgeInsets;
     EdgeInsets m_titleEdgeInsets;
-    QColor m_titleColor = Qt::white;
-    QColor m_highlightedTitleColor = Qt::white;
+    QColor m_titleColor = ColorPalette::whiteColor();
+    QColor m_highlightedTitleColor = ColorPalette::whiteColor();
     StretchableImage m_normalBackground;
     StretchableImage m_highlightedBackground;
 };

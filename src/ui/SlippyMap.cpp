@@ -171,7 +171,7 @@ QImage SlippyMap::defaultPinImage()
         painter.setBrush(ColorPalette::pinColor());
         painter.drawPath(drop);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(Qt::white);
+        painter.setBrush(ColorPalette::whiteColor());
         painter.drawEllipse(QPointF(14, 13), 4.5, 4.5);
         return image;
     }();
@@ -196,7 +196,7 @@ void SlippyMap::paintAnnotations(QPainter &painter, const MapCamera &camera)
         const QString title = entry.annotation->title();
         if (!title.isEmpty()) {
             const QRectF label(at.x() - 80, bounds.bottom() + 2, 160, 16);
-            painter.setPen(Qt::black);
+            painter.setPen(ColorPalette::blackColor());
             painter.drawText(label, Qt::AlignHCenter | Qt::AlignTop, title);
         }
     }
@@ -221,7 +221,7 @@ void SlippyMap::paintUserLocation(QPainter &painter, const MapCamera &camera)
         painter.setBrush(halo);
         painter.drawEllipse(at, accuracy, accuracy);
     }
-    painter.setPen(QPen(Qt::white, 3.0));
+    painter.setPen(QPen(ColorPalette::whiteColor(), 3.0));
     painter.setBrush(UserLocationColor);
     painter.drawEllipse(at, 7.5, 7.5);
     painter.restore();

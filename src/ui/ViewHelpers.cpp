@@ -1,5 +1,6 @@
 #include "ui/ViewHelpers.h"
 
+#include "ui/ColorPalette.h"
 #include "ui/FlatImages.h"
 #include "ui/HairlineView.h"
 #include "ui/ViewLayer.h"
@@ -428,7 +429,7 @@ void circleWithWhiteBorder(QWidget *view)
 {
     circle(view);
     ViewLayer *layer = ViewLayer::of(view);
-    layer->setBorderColor(Qt::white);
+    layer->setBorderColor(ColorPalette::whiteColor());
     layer->setBorderWidth(2.0);
 }
 

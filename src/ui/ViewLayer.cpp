@@ -1,4 +1,5 @@
 #include "ui/ViewLayer.h"
+#include "ui/ColorPalette.h"
 
 #include <QImage>
 #include <QPainter>
@@ -113,7 +114,7 @@ void ViewLayer::draw(QPainter *painter)
             QPainter m(&mask);
             m.setRenderHint(QPainter::Antialiasing);
             m.translate(-bounds.topLeft());
-            m.fillPath(rounded, Qt::black);
+            m.fillPath(rounded, ColorPalette::blackColor());
             m.end();
             p.resetTransform();
             p.setCompositionMode(QPainter::CompositionMode_DestinationIn);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/ColorPalette.h"
+
 #include <QColor>
 #include <QGraphicsEffect>
 
@@ -48,5 +50,5 @@ private:
     qreal m_cornerRadius = 0.0;
     bool m_masksToBounds = false;
     qreal m_borderWidth = 0.0;
-    QColor m_borderColor = Qt::black;
+    QColor m_borderColor = ColorPalette::blackColor();
 };

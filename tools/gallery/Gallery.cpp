@@ -57,7 +57,7 @@ protected:
         painter.setRenderHint(QPainter::Antialiasing);
         QPainterPath path;
         path.addRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 10, 10);
-        painter.fillPath(path, Qt::white);
+        painter.fillPath(path, ColorPalette::whiteColor());
         painter.setPen(QPen(ColorPalette::silverColor(), 1));
         painter.drawPath(path);
     }
@@ -148,7 +148,7 @@ QWidget *Gallery::switchesPanel()
     FlatSwitch *custom = makeSwitch(row);
     custom->setOnBackgroundColor(ColorPalette::peterRiverColor());
     custom->setOffBackgroundColor(ColorPalette::wetAsphaltColor());
-    custom->setOnColor(Qt::white);
+    custom->setOnColor(ColorPalette::whiteColor());
     custom->setOffColor(ColorPalette::silverColor());
     custom->setOn(false);
 
@@ -300,7 +300,7 @@ QWidget *Gallery::overlaysPanel()
             tick->setFont(font);
             tick->setAlignment(Qt::AlignCenter);
             QPalette palette = tick->palette();
-            palette.setColor(QPalette::WindowText, Qt::white);
+            palette.setColor(QPalette::WindowText, ColorPalette::whiteColor());
             tick->setPalette(palette);
             tick->resize(37, 37);
             hud->setCustomView(tick);
