@@ -29,7 +29,7 @@ private:
 
     WhitelistViewController *present()
     {
-        auto *screen = new WhitelistViewController(m_world->services());
+        auto *screen = new WhitelistViewController(ScreenNeeds::whitelist(m_world->services()));
         presentViewController(m_window, screen, ModalTransition::CoverVertical);
         return screen;
     }
@@ -154,3 +154,4 @@ private slots:
 
 TREKMIME_TEST(WhitelistViewControllerTest)
 #include "WhitelistViewControllerTest.moc"
+#include "shell/ScreenNeeds.h"

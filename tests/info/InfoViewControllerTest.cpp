@@ -28,8 +28,9 @@ class InfoViewControllerTest : public QObject
     InfoViewController *present()
     {
         const Services &services = m_world->services();
-        auto *screen = new InfoViewController(
-            services, [&services] { return new WhitelistViewController(services); });
+        auto *screen = new InfoViewController(ScreenNeeds::info(services), [&services] {
+            return new WhitelistViewController(ScreenNeeds::whitelist(services));
+        });
         presentViewController(m_window, screen, ModalTransition::FlipHorizontal);
         return screen;
     }
@@ -134,3 +135,4 @@ private slots:
 
 TREKMIME_TEST(InfoViewControllerTest)
 #include "InfoViewControllerTest.moc"
+#include "shell/ScreenNeeds.h"

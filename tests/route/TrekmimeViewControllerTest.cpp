@@ -46,7 +46,8 @@ private:
 
     TrekmimeViewController &open()
     {
-        m_screen = std::make_unique<TrekmimeViewController>(m_world->services(), m_world->shell);
+        m_screen = std::make_unique<TrekmimeViewController>(ScreenNeeds::route(m_world->services()),
+                                                            m_world->shell);
         m_screen->setAnimationDuration(0);
         m_screen->resize(390, 844);
         m_screen->loadViewIfNeeded();
@@ -256,3 +257,4 @@ private slots:
 
 TREKMIME_TEST(TrekmimeViewControllerTest)
 #include "TrekmimeViewControllerTest.moc"
+#include "shell/ScreenNeeds.h"

@@ -55,7 +55,7 @@ private:
             PropertyList::write(m_world->files().favoritesFile(), file);
         m_window = std::make_unique<QWidget>();
         m_window->resize(390, 844);
-        auto *list = new FavoritesViewController(m_world->services());
+        auto *list = new FavoritesViewController(ScreenNeeds::favorites(m_world->services()));
         presentViewController(m_window.get(), list, ModalTransition::CrossDissolve);
         m_window->show();
         return list;
@@ -240,3 +240,4 @@ private slots:
 
 TREKMIME_TEST(FavoritesViewControllerTest)
 #include "FavoritesViewControllerTest.moc"
+#include "shell/ScreenNeeds.h"
