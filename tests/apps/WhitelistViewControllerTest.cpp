@@ -6,6 +6,7 @@
 #include "apps/WhitelistViewController.h"
 #include "fakes/FakeApplicationRegistry.h"
 #include "settings/PropertyList.h"
+#include "shell/ScreenNeeds.h"
 
 #include <QAccessible>
 #include <QFileInfo>
@@ -154,4 +155,3 @@ private slots:
 
 TREKMIME_TEST(WhitelistViewControllerTest)
 #include "WhitelistViewControllerTest.moc"
-#include "shell/ScreenNeeds.h"

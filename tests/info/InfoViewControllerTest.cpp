@@ -8,6 +8,7 @@
 #include "info/InfoViewController.h"
 #include "shell/AppDelegate.h"
 #include "shell/AppWindow.h"
+#include "shell/ScreenNeeds.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -135,4 +136,3 @@ private slots:
 
 TREKMIME_TEST(InfoViewControllerTest)
 #include "InfoViewControllerTest.moc"
-#include "shell/ScreenNeeds.h"

@@ -4,6 +4,7 @@
 #include "app/ActivityIndicatorView.h"
 #include "app/ProgressHUD.h"
 #include "route/SelectAddressViewController.h"
+#include "shell/ScreenNeeds.h"
 #include "ui/MapView.h"
 
 #include <QLabel>
@@ -192,4 +193,3 @@ private slots:
 
 TREKMIME_TEST(SelectAddressViewControllerTest)
 #include "SelectAddressViewControllerTest.moc"
-#include "shell/ScreenNeeds.h"

@@ -6,6 +6,7 @@
 #include "route/SelectAddressViewController.h"
 #include "route/TrekmimeViewController.h"
 #include "settings/PropertyList.h"
+#include "shell/ScreenNeeds.h"
 #include "ui/FlatSwitch.h"
 #include "ui/MapView.h"
 
@@ -257,4 +258,3 @@ private slots:
 
 TREKMIME_TEST(TrekmimeViewControllerTest)
 #include "TrekmimeViewControllerTest.moc"
-#include "shell/ScreenNeeds.h"

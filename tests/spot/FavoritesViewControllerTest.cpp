@@ -1,6 +1,7 @@
 #include "SpotWorld.h"
 #include "TestMain.h"
 
+#include "shell/ScreenNeeds.h"
 #include "spot/FavoritesDelegate.h"
 #include "spot/FavoritesTableView.h"
 #include "spot/FavoritesViewController.h"
@@ -240,4 +241,3 @@ private slots:
 
 TREKMIME_TEST(FavoritesViewControllerTest)
 #include "FavoritesViewControllerTest.moc"
-#include "shell/ScreenNeeds.h"
