@@ -12,6 +12,7 @@
 #include "route/TrekmimeViewController.h"
 #include "routing/OsrmDirectionsService.h"
 #include "settings/TMPreferenceUtil.h"
+#include "shell/ScreenNeeds.h"
 
 #include <benchmark/benchmark.h>
 
@@ -78,7 +79,7 @@ void BM_SwitchOn(benchmark::State &state)
     services.preferences = &preferences;
     NoShell shell;
 
-    TrekmimeViewController screen(services, shell);
+    TrekmimeViewController screen(ScreenNeeds::route(services), shell);
     screen.setAnimationDuration(0);
     screen.resize(390, 844);
     screen.loadViewIfNeeded();

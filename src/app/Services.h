@@ -6,10 +6,11 @@ class DeviceMetrics;
 class TileSource;
 class UrlOpener;
 
-// Everything a screen or service may ask of the outside world: the services
+// Everything the screens and services may ask of the outside world: the services
 // without a window and those of the window (device metrics, URL opener, map
 // tiles). Handed down from the entry point (real implementations) or from a
-// test (fakes); the pointers are not owned.
+// test (fakes); the pointers are not owned. A screen never sees the whole:
+// it takes its own Needs, picked out by shell/ScreenNeeds.h.
 struct Services : HeadlessServices
 {
     DeviceMetrics *deviceMetrics = nullptr;

@@ -3,7 +3,6 @@
 #include "app/ModalPresentation.h"
 #include "app/ModalScreenFrame.h"
 #include "app/SafeArea.h"
-#include "app/Services.h"
 #include "applications/ApplicationList.h"
 #include "apps/ApplicationIconLoader.h"
 #include "apps/WhitelistRow.h"
@@ -18,8 +17,8 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
-WhitelistViewController::WhitelistViewController(const Services &services, QWidget *parent)
-    : QWidget(parent), m_services(services)
+WhitelistViewController::WhitelistViewController(const Needs &needs, QWidget *parent)
+    : QWidget(parent), m_needs(needs)
 {
     setObjectName(QStringLiteral("WhitelistViewController"));
     setAttribute(Qt::WA_StyledBackground);
@@ -68,14 +67,13 @@ void WhitelistViewController::viewDidLoad()
     titleTopLabel->setText(tr("White List"));
 
     // reading never creates the file: a missing one is an empty record
-    m_whiteListPreferences = m_services.preferences->whitePreference();
+    m_whiteListPreferences = m_needs.preferences.whitePreference();
 
-    if (m_services.applications)
-        m_appArray = ApplicationList::installedAppModel(*m_services.applications,
-                                                        *m_services.preferences);
+    if (m_needs.applications)
+        m_appArray = ApplicationList::installedAppModel(*m_needs.applications, m_needs.preferences);
     buildRows();
 
-    if (SafeArea::of(m_services.deviceMetrics).statusBar)
+    if (SafeArea::of(m_needs.deviceMetrics).statusBar)
         bgLabel->show();
     layoutBars();
 }
@@ -121,7 +119,7 @@ void WhitelistViewController::didSelectRow(int row)
         return;
     const QString bundle = m_appArray.at(row).appBundle();
     // a failed write is not shown: the mark follows the record in memory
-    m_services.preferences->toggleWhitelist(m_whiteListPreferences, bundle);
+    m_needs.preferences.toggleWhitelist(m_whiteListPreferences, bundle);
     const bool on = m_whiteListPreferences.isWhitelisted(bundle);
     WhitelistRow *cell = m_rows.at(row);
     const QSignalBlocker blocker(cell);
@@ -142,7 +140,7 @@ void WhitelistViewController::resizeEvent(QResizeEvent *event)
 
 void WhitelistViewController::layoutBars()
 {
-    const ModalScreenFrame frame = ModalScreenFrame::forSize(size(), m_services.deviceMetrics);
+    const ModalScreenFrame frame = ModalScreenFrame::forSize(size(), m_needs.deviceMetrics);
     bgLabel->setGeometry(frame.statusStrip);
     topView->setGeometry(frame.topView);
     mainTableView->setGeometry(frame.body);

@@ -6,11 +6,13 @@
 #include <QList>
 #include <QWidget>
 
+class ApplicationRegistry;
+class DeviceMetrics;
 class FlatButton;
 class QLabel;
 class QScrollArea;
 class WhitelistRow;
-struct Services;
+class TMPreferenceUtil;
 
 // Which applications receive the simulated position: every application of
 // the installed list with its icon and name, checked when whitelisted. A
@@ -22,7 +24,17 @@ class WhitelistViewController : public QWidget
     Q_OBJECT
 
 public:
-    explicit WhitelistViewController(const Services &services, QWidget *parent = nullptr);
+    // What the screen uses of the outside world; not owned, kept alive by the
+    // caller. No application registry: an empty list; no device metrics:
+    // the default layout.
+    struct Needs
+    {
+        TMPreferenceUtil &preferences;
+        ApplicationRegistry *applications = nullptr;
+        DeviceMetrics *deviceMetrics = nullptr;
+    };
+
+    explicit WhitelistViewController(const Needs &needs, QWidget *parent = nullptr);
 
     const QList<ApplicationModel> &appArray() const { return m_appArray; }
     const WhitelistRecord &whiteListPreferences() const { return m_whiteListPreferences; }
@@ -44,7 +56,7 @@ private:
     void buildRows();
     void layoutBars();
 
-    const Services &m_services;
+    const Needs m_needs;
     QList<ApplicationModel> m_appArray;
     WhitelistRecord m_whiteListPreferences;
     QList<WhitelistRow *> m_rows;

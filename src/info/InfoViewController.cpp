@@ -3,7 +3,7 @@
 #include "app/ModalPresentation.h"
 #include "app/ModalScreenFrame.h"
 #include "app/SafeArea.h"
-#include "app/Services.h"
+#include "platform/Configuration.h"
 #include "platform/gui/DeviceMetrics.h"
 #include "platform/gui/UrlOpener.h"
 #include "ui/ColorPalette.h"
@@ -59,9 +59,9 @@ QPixmap emblemPixmap(qreal ratio)
 
 } // namespace
 
-InfoViewController::InfoViewController(const Services &services, ScreenMaker makeWhitelistScreen,
+InfoViewController::InfoViewController(const Needs &needs, ScreenMaker makeWhitelistScreen,
                                        QWidget *parent)
-    : QWidget(parent), m_services(services), m_makeWhitelistScreen(std::move(makeWhitelistScreen))
+    : QWidget(parent), m_needs(needs), m_makeWhitelistScreen(std::move(makeWhitelistScreen))
 {
     setObjectName(QStringLiteral("InfoViewController"));
     setAttribute(Qt::WA_StyledBackground);
@@ -132,7 +132,7 @@ void InfoViewController::viewDidLoad()
         styleButton(button, 24, true);
     styleButton(backButton, 15, false);
 
-    if (SafeArea::of(m_services.deviceMetrics).statusBar)
+    if (SafeArea::of(m_needs.deviceMetrics).statusBar)
         bgLabel->show();
     layoutBars();
 }
@@ -156,7 +156,7 @@ QUrl InfoViewController::contactUrl() const
             .arg(QGuiApplication::applicationDisplayName(), QCoreApplication::applicationVersion(),
                  QSysInfo::prettyProductName());
     const QByteArray mail =
-        QUrl::toPercentEncoding(m_services.configuration.supportMail, QByteArrayLiteral("@"));
+        QUrl::toPercentEncoding(m_needs.configuration.supportMail, QByteArrayLiteral("@"));
     return QUrl::fromEncoded("mailto:" + mail + "?body=" + QUrl::toPercentEncoding(body),
                              QUrl::StrictMode);
 }
@@ -165,22 +165,22 @@ void InfoViewController::contactTheAuthor()
 {
     // the system's mail program writes the mail; a URL it cannot open is
     // ignored
-    if (m_services.urlOpener)
-        m_services.urlOpener->openUrl(contactUrl());
+    if (m_needs.urlOpener)
+        m_needs.urlOpener->openUrl(contactUrl());
 }
 
 void InfoViewController::visitVelmora()
 {
     const QUrl page =
-        isChinese() ? m_services.configuration.shopUrl : m_services.configuration.websiteUrl;
-    if (m_services.urlOpener)
-        m_services.urlOpener->openUrl(page);
+        isChinese() ? m_needs.configuration.shopUrl : m_needs.configuration.websiteUrl;
+    if (m_needs.urlOpener)
+        m_needs.urlOpener->openUrl(page);
 }
 
 QStringList InfoViewController::preferredLanguages() const
 {
-    if (!m_services.configuration.languages.isEmpty())
-        return m_services.configuration.languages;
+    if (!m_needs.configuration.languages.isEmpty())
+        return m_needs.configuration.languages;
     return QLocale::system().uiLanguages();
 }
 
@@ -198,7 +198,7 @@ void InfoViewController::resizeEvent(QResizeEvent *event)
 
 void InfoViewController::layoutBars()
 {
-    const ModalScreenFrame frame = ModalScreenFrame::forSize(size(), m_services.deviceMetrics);
+    const ModalScreenFrame frame = ModalScreenFrame::forSize(size(), m_needs.deviceMetrics);
     bgLabel->setGeometry(frame.statusStrip);
     topView->setGeometry(frame.topView);
     m_body->setGeometry(frame.body);

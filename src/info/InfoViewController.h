@@ -6,9 +6,11 @@
 
 #include <functional>
 
+class Configuration;
+class DeviceMetrics;
 class FlatButton;
 class QLabel;
-struct Services;
+class UrlOpener;
 
 // The information screen: the application's name and version, the way to
 // the whitelist, a mail to the maker and the maker's web page. Opened over
@@ -20,7 +22,17 @@ class InfoViewController : public QWidget
 
 public:
     using ScreenMaker = std::function<QWidget *()>;
-    InfoViewController(const Services &services, ScreenMaker makeWhitelistScreen,
+    // What the screen uses of the outside world; not owned, kept alive by the
+    // caller. No URL opener: the mail and web buttons do nothing; no device
+    // metrics: the default layout.
+    struct Needs
+    {
+        const Configuration &configuration; // mail, shop and web addresses, languages
+        UrlOpener *urlOpener = nullptr;
+        DeviceMetrics *deviceMetrics = nullptr;
+    };
+
+    InfoViewController(const Needs &needs, ScreenMaker makeWhitelistScreen,
                        QWidget *parent = nullptr);
 
     // Whether the user's first preferred language is exactly "zh-Hans"; a
@@ -45,7 +57,7 @@ private:
     void viewDidLoad();
     void layoutBars();
 
-    const Services &m_services;
+    const Needs m_needs;
     ScreenMaker m_makeWhitelistScreen;
     FlatButton *wihteListButton = nullptr;
     FlatButton *visitButton = nullptr;

@@ -15,8 +15,9 @@ class TMPreferenceUtil;
 // What the parts without a window (the location service, the network
 // clients, trekmime-ctl) may ask of the outside world, handed down from the
 // entry point (real implementations) or from a test (fakes). The pointers
-// are not owned; whoever builds the value keeps them alive. The screens get
-// these and the window's own services through Services (app/Services.h).
+// are not owned; whoever builds the value keeps them alive. Services
+// (app/Services.h) adds the window's own services; the shell hands each
+// screen only its part of the whole (shell/ScreenNeeds.h).
 struct HeadlessServices
 {
     Clock *clock = nullptr;

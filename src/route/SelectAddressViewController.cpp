@@ -4,7 +4,6 @@
 #include "app/ModalPresentation.h"
 #include "app/ModeScreenLayout.h"
 #include "app/SafeArea.h"
-#include "app/Services.h"
 #include "app/TopBar.h"
 #include "location/Location.h"
 #include "platform/AlertPresenter.h"
@@ -48,12 +47,12 @@ FlatButton *flatButton(QWidget *parent, const char *name, const QString &title)
 
 } // namespace
 
-SelectAddressViewController::SelectAddressViewController(const Services &services, Block block,
+SelectAddressViewController::SelectAddressViewController(const Needs &needs, Block block,
                                                          QWidget *parent)
-    : BaseViewController(parent), m_services(services), mBlock(std::move(block))
+    : BaseViewController(parent), m_needs(needs), mBlock(std::move(block))
 {
     setObjectName(QStringLiteral("SelectAddressViewController"));
-    setClock(services.clock);
+    setClock(&needs.clock);
     buildViews();
 }
 
@@ -65,7 +64,7 @@ void SelectAddressViewController::buildViews()
 
     mainMapView = new MapView(this);
     mainMapView->setObjectName(QStringLiteral("mainMapView"));
-    mainMapView->setServices(m_services.tiles, m_services.positionSources);
+    mainMapView->setServices(m_needs.map.tiles, m_needs.map.positionSources);
     mainMapView->setDelegate(this);
 
     locationImageView = new QLabel(this);
@@ -127,7 +126,7 @@ void SelectAddressViewController::viewDidLoad()
     searchButton->setText(tr("Search"));
     btn_cancel->setText(tr("CANCEL"));
     btn_ok->setText(tr("OK"));
-    TopBar{bgLabel, topView}.showStatusStrip(SafeArea::of(m_services.deviceMetrics));
+    TopBar{bgLabel, topView}.showStatusStrip(SafeArea::of(m_needs.deviceMetrics));
     layoutViews();
 }
 
@@ -135,7 +134,7 @@ void SelectAddressViewController::layoutViews()
 {
     const int w = width();
     const int h = height();
-    const SafeArea area = SafeArea::of(m_services.deviceMetrics);
+    const SafeArea area = SafeArea::of(m_needs.deviceMetrics);
     TopBar{bgLabel, topView}.place(w, TopHeight, area);
     const int topHeight = topView->height();
     searchField->setGeometry(12, topHeight - 48, w - 12 - 96 - 12, 40);
@@ -184,11 +183,11 @@ void SelectAddressViewController::viewWillAppear(bool animated)
 void SelectAddressViewController::mineLocationButtonClicked()
 {
     showHUDView();
-    if (!m_services.location) {
+    if (!m_needs.location) {
         hideHUDView(); // no location service to ask
         return;
     }
-    m_services.location->startLocation(this, [this](const PositionAnswer &answer) {
+    m_needs.location->startLocation(this, [this](const PositionAnswer &answer) {
         if (answer.succeeded())
             locationSuccess(answer.value->latitude, answer.value->longitude);
         else
@@ -200,7 +199,7 @@ void SelectAddressViewController::locationSuccess(double, double)
 {
     hideHUDView();
     // the service's last-known place, not the answer's values
-    const Coordinate centre{m_services.location->latitude(), m_services.location->longitude()};
+    const Coordinate centre{m_needs.location->latitude(), m_needs.location->longitude()};
     const CoordinateRegion region =
         mainMapView->regionThatFits(CoordinateRegionMakeWithDistance(centre, 2000, 2000));
     QPointer<MapView> map(mainMapView);
@@ -230,11 +229,11 @@ void SelectAddressViewController::regionDidChangeAnimated(MapView *mapView, bool
     m_latitude = centre.latitude;
     m_longitude = centre.longitude;
     // every settled move asks; a closed screen hears no late answer
-    if (!m_services.location) {
+    if (!m_needs.location) {
         reverseGeocoderFailed(QString());
         return;
     }
-    m_services.location->addressWithCoordinate(centre, this, [this](const AddressAnswer &answer) {
+    m_needs.location->addressWithCoordinate(centre, this, [this](const AddressAnswer &answer) {
         if (answer.succeeded())
             reverseGeocoderSuccess(*answer.value);
         else
@@ -285,11 +284,11 @@ void SelectAddressViewController::searchButtonClicked()
     searchField->clear();
     searchField->clearFocus();
     showHUDView();
-    if (!m_services.location) {
+    if (!m_needs.location) {
         geocoderCoordinateFailed(QString());
         return;
     }
-    m_services.location->coordinateWithAddress(text, this, [this](const CoordinateAnswer &answer) {
+    m_needs.location->coordinateWithAddress(text, this, [this](const CoordinateAnswer &answer) {
         if (answer.succeeded())
             geocoderSuccess(*answer.value);
         else
@@ -312,7 +311,7 @@ void SelectAddressViewController::geocoderCoordinateFailed(const QString &)
 {
     mIsLoading = false;
     hideHUDView();
-    m_services.alerts->present({QString(), tr("Search Failed"), {tr("OK")}, {}}, this);
+    m_needs.alerts.present({QString(), tr("Search Failed"), {tr("OK")}, {}}, this);
 }
 
 void SelectAddressViewController::okButtonClicked()

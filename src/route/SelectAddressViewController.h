@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/BaseViewController.h"
+#include "app/MapServices.h"
 #include "platform/Coordinate.h"
 #include "ui/MapViewDelegate.h"
 
@@ -9,11 +10,14 @@
 #include <functional>
 
 class ActivityIndicatorView;
+class AlertPresenter;
+class Clock;
+class DeviceMetrics;
 class FlatButton;
 class MapView;
 class QLabel;
+class Location;
 class QLineEdit;
-struct Services;
 
 // A place chosen by moving the map under a fixed pin, or by typing an
 // address and searching; the address under the pin is looked up each time
@@ -28,7 +32,19 @@ class SelectAddressViewController : public BaseViewController, public MapViewDel
 public:
     using Block = std::function<void(double latitude, double longitude, const QString &address)>;
 
-    SelectAddressViewController(const Services &services, Block block, QWidget *parent = nullptr);
+    // What the screen uses of the outside world; not owned, kept alive by the
+    // caller. No location service: every lookup fails at once; no device
+    // metrics: the default layout.
+    struct Needs
+    {
+        Clock &clock;
+        AlertPresenter &alerts;
+        Location *location = nullptr;
+        DeviceMetrics *deviceMetrics = nullptr;
+        MapServices map;
+    };
+
+    SelectAddressViewController(const Needs &needs, Block block, QWidget *parent = nullptr);
     ~SelectAddressViewController() override;
 
     void viewWillAppear(bool animated) override;
@@ -75,7 +91,7 @@ private:
     void addressFound(const QString &address);
     void finish(double latitude, double longitude, const QString &address);
 
-    const Services &m_services;
+    const Needs m_needs;
     Block mBlock;
     double m_latitude = 0.0;
     double m_longitude = 0.0;

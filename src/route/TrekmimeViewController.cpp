@@ -3,7 +3,6 @@
 #include "app/ApplicationShell.h"
 #include "app/ModalPresentation.h"
 #include "app/SafeArea.h"
-#include "app/Services.h"
 #include "location/Location.h"
 #include "modes/ModeChange.h"
 #include "platform/AlertPresenter.h"
@@ -35,13 +34,13 @@ QString timeText(double seconds)
 }
 } // namespace
 
-TrekmimeViewController::TrekmimeViewController(const Services &services, ApplicationShell &shell,
+TrekmimeViewController::TrekmimeViewController(const Needs &needs, ApplicationShell &shell,
                                                QWidget *parent)
-    : BaseViewController(parent), m_services(services), m_shell(shell)
+    : BaseViewController(parent), m_needs(needs), m_shell(shell)
 {
     setObjectName(QStringLiteral("TrekmimeViewController"));
-    setClock(services.clock);
-    m_trip = new TripController(*services.preferences, services.directions, *services.clock, this);
+    setClock(&needs.clock);
+    m_trip = new TripController(needs.preferences, needs.directions, needs.clock, this);
     connect(m_trip, &TripController::planningStarted, this, [this] { showHUDView(); });
     connect(m_trip, &TripController::planningFinished, this,
             &TrekmimeViewController::routeAnswered);
@@ -72,11 +71,11 @@ void TrekmimeViewController::viewDidLoad()
     enableSwitch->setOnBackgroundColor(ColorPalette::midnightBlueColor());
     enableSwitch->setOffBackgroundColor(ColorPalette::silverColor());
 
-    dp_drive->setMinimumDate(m_services.clock->now());
+    dp_drive->setMinimumDate(m_needs.clock.now());
     dp_drive->setMaximumDate(DateTimePicker::distantFuture());
-    dp_drive->setDate(m_services.clock->now());
+    dp_drive->setDate(m_needs.clock.now());
 
-    const bool tall = SafeArea::of(m_services.deviceMetrics).tallScreen;
+    const bool tall = SafeArea::of(m_needs.deviceMetrics).tallScreen;
     m_panelTop = tall ? TallPanelOffset : 0;
     btn_upDown->setText(UpArrow);
     btn_upDown->setAccessibleName(tr("Hide choices"));
@@ -138,7 +137,7 @@ void TrekmimeViewController::setEnable(bool on)
         m_trip->setAddresses(lb_start->text(), lb_end->text());
         const TripController::SwitchResult result = m_trip->switchOn();
         if (!result.refusal.isEmpty()) {
-            m_services.alerts->showMessage(result.refusal, tr("OK"), this);
+            m_needs.alerts.showMessage(result.refusal, tr("OK"), this);
             enableSwitch->setOn(false, true);
             return;
         }
@@ -164,9 +163,9 @@ void TrekmimeViewController::showPreview(const Coordinate &coordinate)
 void TrekmimeViewController::exchange()
 {
     const ModeChange::Result change =
-        ModeChange(*m_services.preferences).fromRouteMode(m_trip->record());
+        ModeChange(m_needs.preferences).fromRouteMode(m_trip->record());
     if (change.refused()) {
-        m_services.alerts->showMessage(change.refusal, tr("OK"), this);
+        m_needs.alerts.showMessage(change.refusal, tr("OK"), this);
         return;
     }
     // a failed write still swaps the screen; the stored mode wins again the
@@ -200,8 +199,10 @@ void TrekmimeViewController::chooseEnd()
 void TrekmimeViewController::chooseAddress(bool start)
 {
     QPointer<TrekmimeViewController> self(this);
+    const SelectAddressViewController::Needs pickerNeeds{
+        m_needs.clock, m_needs.alerts, m_needs.location, m_needs.deviceMetrics, m_needs.map};
     auto *picker = new SelectAddressViewController(
-        m_services, [self, start](double latitude, double longitude, const QString &address) {
+        pickerNeeds, [self, start](double latitude, double longitude, const QString &address) {
             if (!self)
                 return;
             if (start)
@@ -287,7 +288,7 @@ void setBackdrop(QPushButton *backdrop, double alpha)
 
 void TrekmimeViewController::showDatePicker()
 {
-    const QDateTime now = m_services.clock->now();
+    const QDateTime now = m_needs.clock.now();
     dp_drive->setMinimumDate(now);
     dp_drive->setMaximumDate(DateTimePicker::distantFuture());
     dp_drive->setDate(now);
@@ -358,7 +359,7 @@ void TrekmimeViewController::movePanel(int top, bool animated)
 
 void TrekmimeViewController::up()
 {
-    const bool tall = SafeArea::of(m_services.deviceMetrics).tallScreen;
+    const bool tall = SafeArea::of(m_needs.deviceMetrics).tallScreen;
     movePanel(PanelStrip - v_top->height() + (tall ? TallPanelOffset : 0), true);
     btn_upDown->setText(DownArrow);
     btn_upDown->setAccessibleName(tr("Show choices"));
@@ -383,9 +384,9 @@ void TrekmimeViewController::upDown()
 
 bool TrekmimeViewController::startLocating()
 {
-    if (!m_services.location)
+    if (!m_needs.location)
         return false; // no location service to ask
-    m_services.location->startLocation(this, [this](const PositionAnswer &answer) {
+    m_needs.location->startLocation(this, [this](const PositionAnswer &answer) {
         if (answer.succeeded())
             locationSuccess(answer.value->latitude, answer.value->longitude);
         else
@@ -405,7 +406,7 @@ void TrekmimeViewController::locationSuccess(double, double)
 {
     hideHUDView();
     // the service's last-known place, not the answer's values
-    const Coordinate centre{m_services.location->latitude(), m_services.location->longitude()};
+    const Coordinate centre{m_needs.location->latitude(), m_needs.location->longitude()};
     const CoordinateRegion region =
         mv_main->regionThatFits(CoordinateRegionMakeWithDistance(centre, 2000, 2000));
     QPointer<MapView> map(mv_main);

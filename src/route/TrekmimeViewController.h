@@ -9,15 +9,20 @@
 #include <QList>
 #include <QPointer>
 
+class AlertPresenter;
 class ApplicationShell;
+class Clock;
 class ClockTimer;
 class DateTimePicker;
+class DeviceMetrics;
+class DirectionsService;
 class FlatSwitch;
+class Location;
 class MapView;
 class QLabel;
 class QPushButton;
 class QVariantAnimation;
-struct Services;
+class TMPreferenceUtil;
 
 // The screen of the route mode: a full-screen map under a choice panel
 // (start and end place, start and end time) that slides up out of the way
@@ -31,8 +36,22 @@ class TrekmimeViewController : public BaseViewController, public MapViewDelegate
     Q_OBJECT
 
 public:
-    TrekmimeViewController(const Services &services, ApplicationShell &shell,
-                           QWidget *parent = nullptr);
+    // What the screen and its address picker use of the outside world; not
+    // owned, kept alive by the caller. No directions service: no route is
+    // planned; no location service: locating fails at once; no device
+    // metrics: the default layout.
+    struct Needs
+    {
+        Clock &clock;
+        AlertPresenter &alerts;
+        TMPreferenceUtil &preferences;
+        DirectionsService *directions = nullptr;
+        Location *location = nullptr;
+        DeviceMetrics *deviceMetrics = nullptr;
+        MapServices map;
+    };
+
+    TrekmimeViewController(const Needs &needs, ApplicationShell &shell, QWidget *parent = nullptr);
     ~TrekmimeViewController() override;
 
     void viewWillAppear(bool animated) override;
@@ -121,7 +140,7 @@ private:
     void restore();
     bool startLocating();
 
-    const Services &m_services;
+    const Needs m_needs;
     ApplicationShell &m_shell;
     TripController *m_trip = nullptr;
     bool mIsStart = true;

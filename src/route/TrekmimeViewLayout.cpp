@@ -5,7 +5,6 @@
 
 #include "app/ModeScreenLayout.h"
 #include "app/SafeArea.h"
-#include "app/Services.h"
 #include "platform/gui/DeviceMetrics.h"
 #include "route/DateTimePicker.h"
 #include "ui/ColorPalette.h"
@@ -89,7 +88,7 @@ void TrekmimeViewController::buildMap()
 {
     mv_main = new MapView(this);
     mv_main->setObjectName(QStringLiteral("mv_main"));
-    mv_main->setServices(m_services.tiles, m_services.positionSources);
+    mv_main->setServices(m_needs.map.tiles, m_needs.map.positionSources);
     mv_main->setDelegate(this);
 }
 
@@ -224,7 +223,7 @@ void TrekmimeViewController::layoutViews()
 {
     const int w = width();
     const int h = height();
-    const bool tall = SafeArea::of(m_services.deviceMetrics).tallScreen;
+    const bool tall = SafeArea::of(m_needs.deviceMetrics).tallScreen;
     v_top->setGeometry(0, m_panelTop, w, PanelHeight);
     for (int i = 0; i < m_choiceRows.size(); ++i) {
         QPushButton *row = m_choiceRows[i];

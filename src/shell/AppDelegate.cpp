@@ -1,11 +1,12 @@
 #include "shell/AppDelegate.h"
 
+#include "app/Services.h"
 #include "apps/WhitelistViewController.h"
 #include "info/InfoViewController.h"
 #include "route/TrekmimeViewController.h"
-#include "app/Services.h"
 #include "settings/TMPreferenceUtil.h"
 #include "shell/AppWindow.h"
+#include "shell/ScreenNeeds.h"
 #include "spot/SpotmimeViewController.h"
 
 #include <QGuiApplication>
@@ -29,8 +30,8 @@ AppDelegate::~AppDelegate()
 bool AppDelegate::didFinishLaunching()
 {
     setWindow(new AppWindow);
-    setLocationController(new SpotmimeViewController(m_services, *this));
-    setTrekmimeController(new TrekmimeViewController(m_services, *this));
+    setLocationController(new SpotmimeViewController(ScreenNeeds::spot(m_services), *this));
+    setTrekmimeController(new TrekmimeViewController(ScreenNeeds::route(m_services), *this));
     if (m_services.preferences->mode() != 0)
         changeToLocation();
     else
@@ -63,8 +64,9 @@ void AppDelegate::showInfoView(QWidget *from, ModalTransition transition)
 {
     // each opening makes a new screen, which reads what is installed afresh
     const Services &services = m_services;
-    auto *info = new InfoViewController(
-        services, [&services] { return new WhitelistViewController(services); });
+    auto *info = new InfoViewController(ScreenNeeds::info(services), [&services] {
+        return new WhitelistViewController(ScreenNeeds::whitelist(services));
+    });
     presentViewController(from, info, transition);
 }
 

@@ -1,7 +1,6 @@
 #include "spot/FavoritesViewController.h"
 
 #include "app/ModalPresentation.h"
-#include "app/Services.h"
 #include "app/TopBar.h"
 #include "modes/SpotController.h"
 #include "platform/gui/DeviceMetrics.h"
@@ -37,8 +36,8 @@ void styleFlatButton(FlatButton *button)
 
 } // namespace
 
-FavoritesViewController::FavoritesViewController(const Services &services, QWidget *parent)
-    : QWidget(parent), m_services(services)
+FavoritesViewController::FavoritesViewController(const Needs &needs, QWidget *parent)
+    : QWidget(parent), m_needs(needs)
 {
     setObjectName(QStringLiteral("FavoritesViewController"));
     setAttribute(Qt::WA_StyledBackground);
@@ -92,7 +91,7 @@ void FavoritesViewController::viewDidLoad()
     styleFlatButton(backButton);
     styleFlatButton(editButton);
 
-    m_favorites = m_services.preferences->favoritePreference();
+    m_favorites = m_needs.preferences.favoritePreference();
     // never enabled again while the list is open, and not disabled again
     // when its last row goes
     if (m_favorites.isEmpty()) {
@@ -111,7 +110,7 @@ void FavoritesViewController::viewDidLoad()
     if (!m_favorites.isEmpty())
         mainTableView->setCurrentRow(0);
 
-    m_safeArea = SafeArea::of(m_services.deviceMetrics);
+    m_safeArea = SafeArea::of(m_needs.deviceMetrics);
     TopBar{bgLabel, topView}.showStatusStrip(m_safeArea);
     layoutViews();
 }
@@ -159,7 +158,7 @@ void FavoritesViewController::commitDelete(int row)
     if (row < 0 || row >= m_favorites.size())
         return;
     // the list keeps every other entry exactly as read, readable or not
-    m_services.preferences->removeFavorite(m_favorites, row);
+    m_needs.preferences.removeFavorite(m_favorites, row);
     delete mainTableView->takeItem(row);
 }
 
@@ -169,7 +168,7 @@ void FavoritesViewController::didSelectRow(int row)
         return;
     mainTableView->setCurrentRow(row);
     const FavoriteEntry &entry = m_favorites.at(row);
-    SpotController(*m_services.preferences).chooseFavorite(entry);
+    SpotController(m_needs.preferences).chooseFavorite(entry);
     done();
     if (FavoritesDelegate *listener = delegate())
         listener->favoritesDidSelected();

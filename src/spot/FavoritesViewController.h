@@ -11,7 +11,8 @@ class FavoritesDelegate;
 class FavoritesTableView;
 class FlatButton;
 class QLabel;
-struct Services;
+class DeviceMetrics;
+class TMPreferenceUtil;
 
 // The saved places, in the order of the favourites file, presented over the
 // fixed-location screen. Choosing a row stores that place with faking on,
@@ -26,7 +27,15 @@ class FavoritesViewController : public QWidget
     Q_OBJECT
 
 public:
-    explicit FavoritesViewController(const Services &services, QWidget *parent = nullptr);
+    // What the list uses of the outside world; not owned, kept alive by the
+    // caller. No device metrics: the default layout.
+    struct Needs
+    {
+        TMPreferenceUtil &preferences;
+        DeviceMetrics *deviceMetrics = nullptr;
+    };
+
+    explicit FavoritesViewController(const Needs &needs, QWidget *parent = nullptr);
 
     // Not owned; told when a place has been chosen, unless it is gone by then.
     void setDelegate(FavoritesDelegate *delegate);
@@ -51,7 +60,7 @@ private:
     void viewDidLoad();
     void layoutViews();
 
-    const Services &m_services;
+    const Needs m_needs;
     QList<FavoriteEntry> m_favorites;
     FavoritesDelegate *m_delegate = nullptr;
     QPointer<QObject> m_delegateLifetime;

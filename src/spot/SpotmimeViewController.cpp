@@ -3,7 +3,6 @@
 #include "app/ActivityIndicatorView.h"
 #include "app/ApplicationShell.h"
 #include "app/ModalPresentation.h"
-#include "app/Services.h"
 #include "app/TopBar.h"
 #include "location/Location.h"
 #include "modes/ModeChange.h"
@@ -27,13 +26,12 @@ namespace {
 constexpr double RegionMeters = 2000.0;
 } // namespace
 
-SpotmimeViewController::SpotmimeViewController(const Services &services, ApplicationShell &shell,
+SpotmimeViewController::SpotmimeViewController(const Needs &needs, ApplicationShell &shell,
                                                QWidget *parent)
-    : BaseViewController(parent), m_services(services), m_shell(shell),
-      m_spot(*services.preferences)
+    : BaseViewController(parent), m_needs(needs), m_shell(shell), m_spot(needs.preferences)
 {
     setObjectName(QStringLiteral("SpotmimeViewController"));
-    setClock(services.clock);
+    setClock(&needs.clock);
     buildViews();
 }
 
@@ -59,7 +57,7 @@ void SpotmimeViewController::viewDidLoad()
     styleViews();
     // the name panel sits a little higher, except on the one screen size
     // the panel was first drawn for
-    const DeviceMetrics *metrics = m_services.deviceMetrics;
+    const DeviceMetrics *metrics = m_needs.deviceMetrics;
     const bool panelScreen =
         metrics && metrics->screenPixelWidth() == 640 && metrics->screenPixelHeight() == 1136;
     m_alertViewShift = panelScreen ? 0 : -60;
@@ -119,11 +117,11 @@ void SpotmimeViewController::regionDidChangeAnimated(MapView *mapView, bool)
     lb_location->setText(QString::asprintf("%f\n%f", centre.latitude, centre.longitude));
     lb_location->show();
     m_spot.mapSettled(centre);
-    if (!m_services.location) {
+    if (!m_needs.location) {
         reverseGeocoderFailed(QString());
         return;
     }
-    m_services.location->addressWithCoordinate(centre, this, [this](const AddressAnswer &answer) {
+    m_needs.location->addressWithCoordinate(centre, this, [this](const AddressAnswer &answer) {
         if (answer.succeeded())
             reverseGeocoderSuccess(*answer.value);
         else
@@ -153,9 +151,9 @@ void SpotmimeViewController::setEnable()
 
 void SpotmimeViewController::exchange()
 {
-    const ModeChange::Result change = ModeChange(*m_services.preferences).fromLocationMode();
+    const ModeChange::Result change = ModeChange(m_needs.preferences).fromLocationMode();
     if (change.refused()) {
-        m_services.alerts->showMessage(change.refusal, tr("OK"), this);
+        m_needs.alerts.showMessage(change.refusal, tr("OK"), this);
         return;
     }
     m_shell.changeToRouter();
@@ -173,11 +171,11 @@ void SpotmimeViewController::startLocating()
     // without a location service (a test of something else) there is no
     // position to wait for, and an overlay the current-location button
     // showed must not stay
-    if (!m_services.location) {
+    if (!m_needs.location) {
         locationFailed(QString());
         return;
     }
-    m_services.location->startLocation(this, [this](const PositionAnswer &answer) {
+    m_needs.location->startLocation(this, [this](const PositionAnswer &answer) {
         if (answer.succeeded())
             locationSuccess(answer.value->latitude, answer.value->longitude);
         else
@@ -189,7 +187,7 @@ void SpotmimeViewController::locationSuccess(double, double)
 {
     HUD()->hide(true);
     // the service's own last position, not the answer's values
-    const Coordinate position{m_services.location->latitude(), m_services.location->longitude()};
+    const Coordinate position{m_needs.location->latitude(), m_needs.location->longitude()};
     const CoordinateRegion region = mainMapView->regionThatFits(
         CoordinateRegionMakeWithDistance(position, RegionMeters, RegionMeters));
     QPointer<MapView> map(mainMapView);
@@ -217,7 +215,7 @@ void SpotmimeViewController::showInfoView()
 
 void SpotmimeViewController::showFavoritesView()
 {
-    auto *favorites = new FavoritesViewController(m_services);
+    auto *favorites = new FavoritesViewController({m_needs.preferences, m_needs.deviceMetrics});
     favorites->setDelegate(this);
     presentViewController(this, favorites, ModalTransition::CrossDissolve);
 }
@@ -272,17 +270,17 @@ void SpotmimeViewController::searchButtonClicked()
     searchField->clear();
     dismissKeyboard(searchField);
     showHUDViewOnWindowWithText(tr("Searching"));
-    if (!m_services.location) {
+    if (!m_needs.location) {
         geocoderFailed(QString());
         return;
     }
-    m_services.location->coordinateWithAddress(input.text, this,
-                                               [this](const CoordinateAnswer &answer) {
-                                                   if (answer.succeeded())
-                                                       geocoderSuccess(*answer.value);
-                                                   else
-                                                       geocoderFailed(answer.error);
-                                               });
+    m_needs.location->coordinateWithAddress(input.text, this,
+                                            [this](const CoordinateAnswer &answer) {
+                                                if (answer.succeeded())
+                                                    geocoderSuccess(*answer.value);
+                                                else
+                                                    geocoderFailed(answer.error);
+                                            });
 }
 
 bool SpotmimeViewController::textFieldShouldReturn()
@@ -303,7 +301,7 @@ void SpotmimeViewController::geocoderFailed(const QString &)
     hideHUDView();
     // the record stays off, even with the switch on, until the switch is
     // flipped or the screen re-reads the file
-    m_services.alerts->showMessage(tr("Search Failed"), tr("OK"), this);
+    m_needs.alerts.showMessage(tr("Search Failed"), tr("OK"), this);
 }
 
 // --- favourites

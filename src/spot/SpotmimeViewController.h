@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/BaseViewController.h"
+#include "app/MapServices.h"
 #include "app/SafeArea.h"
 #include "modes/SpotController.h"
 #include "platform/Coordinate.h"
@@ -8,14 +9,18 @@
 #include "ui/MapViewDelegate.h"
 
 class ActivityIndicatorView;
+class AlertPresenter;
 class ApplicationShell;
+class Clock;
+class DeviceMetrics;
 class FlatButton;
 class FlatSwitch;
+class Location;
 class MapView;
 class QLabel;
 class QLineEdit;
 class QPushButton;
-struct Services;
+class TMPreferenceUtil;
 
 // The screen of the fixed-location mode. The user drags the map under a pin
 // fixed at its centre; the centre is the candidate place (the
@@ -40,8 +45,20 @@ class SpotmimeViewController : public BaseViewController,
     Q_OBJECT
 
 public:
-    SpotmimeViewController(const Services &services, ApplicationShell &shell,
-                           QWidget *parent = nullptr);
+    // What the screen and its favourites list use of the outside world; not
+    // owned, kept alive by the caller. No location service: every lookup
+    // fails at once; no device metrics: the default layout.
+    struct Needs
+    {
+        Clock &clock;
+        AlertPresenter &alerts;
+        TMPreferenceUtil &preferences;
+        Location *location = nullptr;
+        DeviceMetrics *deviceMetrics = nullptr;
+        MapServices map;
+    };
+
+    SpotmimeViewController(const Needs &needs, ApplicationShell &shell, QWidget *parent = nullptr);
     ~SpotmimeViewController() override;
 
     void viewWillAppear(bool animated) override;
@@ -110,7 +127,7 @@ private:
     void layoutViews();
     void dismissKeyboard(QLineEdit *field);
 
-    const Services &m_services;
+    const Needs m_needs;
     ApplicationShell &m_shell;
 
     SpotController m_spot;

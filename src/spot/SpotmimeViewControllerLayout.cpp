@@ -5,7 +5,6 @@
 
 #include "app/ActivityIndicatorView.h"
 #include "app/ModeScreenLayout.h"
-#include "app/Services.h"
 #include "app/TopBar.h"
 #include "ui/ColorPalette.h"
 #include "ui/FlatButton.h"
@@ -131,7 +130,7 @@ void SpotmimeViewController::buildMap()
 {
     mainMapView = new MapView(this);
     mainMapView->setObjectName(QStringLiteral("mainMapView"));
-    mainMapView->setServices(m_services.tiles, m_services.positionSources);
+    mainMapView->setServices(m_needs.map.tiles, m_needs.map.positionSources);
     mainMapView->setDelegate(this);
 
     locationImageView = new QLabel(this);

@@ -6,6 +6,7 @@
 #include "apps/WhitelistViewController.h"
 #include "fakes/FakeApplicationRegistry.h"
 #include "settings/PropertyList.h"
+#include "shell/ScreenNeeds.h"
 
 #include <QAccessible>
 #include <QFileInfo>
@@ -26,7 +27,7 @@ private:
 
     WhitelistViewController *present()
     {
-        auto *screen = new WhitelistViewController(m_world->services());
+        auto *screen = new WhitelistViewController(ScreenNeeds::whitelist(m_world->services()));
         presentViewController(m_window.get(), screen, ModalTransition::CoverVertical);
         return screen;
     }

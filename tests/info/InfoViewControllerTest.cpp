@@ -8,6 +8,7 @@
 #include "info/InfoViewController.h"
 #include "shell/AppDelegate.h"
 #include "shell/AppWindow.h"
+#include "shell/ScreenNeeds.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -28,8 +29,9 @@ class InfoViewControllerTest : public QObject
     InfoViewController *present()
     {
         const Services &services = m_world->services();
-        auto *screen = new InfoViewController(
-            services, [&services] { return new WhitelistViewController(services); });
+        auto *screen = new InfoViewController(ScreenNeeds::info(services), [&services] {
+            return new WhitelistViewController(ScreenNeeds::whitelist(services));
+        });
         presentViewController(m_window, screen, ModalTransition::FlipHorizontal);
         return screen;
     }

@@ -4,6 +4,7 @@
 #include "app/ActivityIndicatorView.h"
 #include "app/ProgressHUD.h"
 #include "route/SelectAddressViewController.h"
+#include "shell/ScreenNeeds.h"
 #include "ui/MapView.h"
 
 #include <QLabel>
@@ -37,10 +38,11 @@ private:
     SelectAddressViewController &open()
     {
         m_result = {};
-        m_picker = new SelectAddressViewController(
-            m_world->services(), [this](double lat, double lng, const QString &address) {
-                m_result = {m_result.calls + 1, lat, lng, address};
-            });
+        m_picker =
+            new SelectAddressViewController(ScreenNeeds::addressPicker(m_world->services()),
+                                            [this](double lat, double lng, const QString &address) {
+                                                m_result = {m_result.calls + 1, lat, lng, address};
+                                            });
         m_picker->setAnimationDuration(0);
         m_picker->resize(390, 844);
         m_picker->loadViewIfNeeded();

@@ -6,6 +6,7 @@
 #include "route/SelectAddressViewController.h"
 #include "route/TrekmimeViewController.h"
 #include "settings/PropertyList.h"
+#include "shell/ScreenNeeds.h"
 #include "ui/FlatSwitch.h"
 #include "ui/MapView.h"
 
@@ -44,7 +45,8 @@ private:
 
     TrekmimeViewController &open()
     {
-        m_screen = std::make_unique<TrekmimeViewController>(m_world->services(), m_world->shell);
+        m_screen = std::make_unique<TrekmimeViewController>(ScreenNeeds::route(m_world->services()),
+                                                            m_world->shell);
         m_screen->setAnimationDuration(0);
         m_screen->resize(390, 844);
         m_screen->loadViewIfNeeded();

@@ -1,6 +1,7 @@
 #include "SpotWorld.h"
 #include "TestMain.h"
 
+#include "shell/ScreenNeeds.h"
 #include "spot/FavoritesDelegate.h"
 #include "spot/FavoritesTableView.h"
 #include "spot/FavoritesViewController.h"
@@ -52,7 +53,7 @@ private:
             PropertyList::write(m_world->files().favoritesFile(), file);
         m_window = std::make_unique<QWidget>();
         m_window->resize(390, 844);
-        auto *list = new FavoritesViewController(m_world->services());
+        auto *list = new FavoritesViewController(ScreenNeeds::favorites(m_world->services()));
         presentViewController(m_window.get(), list, ModalTransition::CrossDissolve);
         m_window->show();
         return list;

@@ -8,6 +8,7 @@
 #include "fakes/FakePositionSourceFactory.h"
 #include "location/Location.h"
 #include "settings/PropertyList.h"
+#include "shell/ScreenNeeds.h"
 #include "spot/SpotmimeViewController.h"
 
 #include <QFile>
@@ -59,7 +60,8 @@ struct SpotWorld
         positions.scriptFix(device.latitude, device.longitude);
         window = std::make_unique<QWidget>();
         window->resize(390, 844);
-        screen = new SpotmimeViewController(world.services(), shell, window.get());
+        screen =
+            new SpotmimeViewController(ScreenNeeds::spot(world.services()), shell, window.get());
         screen->resize(390, 844);
         screen->setAnimationsEnabled(false);
         screen->loadViewIfNeeded();
