@@ -123,8 +123,7 @@ private slots:
     void answersAreSharedAndCachedButFailuresAreNot()
     {
         auto service = geocoder(100);
-        Answers answers;
-        Answers gone;
+        Answers answers, gone;
         auto receiver = std::make_unique<QObject>();
         // asked twice before the answer: one trip for all, none for the gone receiver
         service->geocodeAddressString(QStringLiteral("A"), receiver.get(), gone.completion());

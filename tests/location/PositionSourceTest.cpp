@@ -60,8 +60,7 @@ private slots:
             info.setAttribute(QGeoPositionInfo::HorizontalAccuracy, accuracy);
         const PositionFix fix = QtPositionSource::fixFrom(info);
         QCOMPARE(fix.horizontalAccuracy, horizontalAccuracy);
-        QCOMPARE(fix.isValid() ? fix.coordinate : Coordinate{22.5, 114.1},
-                 (Coordinate{22.5, 114.1}));
+        QVERIFY(!fix.isValid() || fix.coordinate == (Coordinate{22.5, 114.1}));
     }
 
     void failuresOnEveryStart_data()

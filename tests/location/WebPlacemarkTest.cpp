@@ -142,9 +142,10 @@ private slots:
     {
         WebPlacemark placemark;
         placemark.formattedAddress = QStringLiteral("广东省深圳市");
-        const QString quoted // "\U5e7f...", as the service's texts look = placemark.description()
-            .section(QStringLiteral("formattedAddress = \""), 1)
-            .section(u'"', 0, 0);
+        const QString quoted = placemark
+                                   .description() // "\U5e7f...", like the service's texts
+                                   .section(QStringLiteral("formattedAddress = \""), 1)
+                                   .section(u'"', 0, 0);
         QVERIFY2(quoted.startsWith(QLatin1String("\\U5e7f")), qPrintable(quoted));
         QCOMPARE(Location::replaceUnicode(quoted), QStringLiteral("广东省深圳市"));
     }
