@@ -8,8 +8,6 @@
 #include <QNetworkAccessManager>
 #include <QTest>
 
-#include <memory>
-
 namespace {
 
 struct Answers
@@ -73,28 +71,22 @@ private slots:
         QTest::addColumn<QByteArray>("body");
         QTest::addColumn<QString>("expected"); // how the answer begins
         const auto row = [](const char *name, int status, const char *body, const char *expected) {
-            QTest::newRow(name) << status << QByteArray(body) << QString::fromUtf8(expected);
+            QTest::newRow(name) << status << QByteArray(body)
+                                << QString::fromUtf8(expected).replace(
+                                       u'!', QStringLiteral("error: The geocoding service "));
         };
         row("search results", 200,
-            R"([{"lat":"22.5431","lon":"114.0579","display_name":"Futian, Shenzhen"},
-                {"lat":"1","lon":"2","display_name":"Other"}])",
-            "Futian | 22.543100, 114.057900 | 2");
-        row("reverse result", 200,
-            R"({"lat":"22.5","lon":"114.1","display_name":"Nanshan","place_id":1})",
-            "Nanshan | 22.500000, 114.100000 | 1");
-        row("no results", 200, "[]",
-            "error: The geocoding service found no place for this request.");
-        row("ocean", 200, R"({"error":"Unable to geocode"})",
-            "error: The geocoding service found nothing: Unable to geocode");
-        row("bad request", 400,
-            R"({"error":{"code":400,"message":"Parameter 'lon' must be a number."}})",
-            "error: The geocoding service refused the request (HTTP 400): "
-            "Parameter 'lon' must be a number.");
-        row("server error", 500, "<html>oops</html>",
-            "error: The geocoding service answered with HTTP status 500.");
-        row("not JSON", 200, "<html>hello</html>",
-            "error: The geocoding service sent an answer that is not JSON");
-        row("timeout", 0, "", "error: The geocoding service did not answer within 0.15 seconds.");
+            R"([{"lat":"1","lon":"2","display_name":"F, SZ"},{"lat":"1","lon":"2","display_name":"B"}])",
+            "F | 1.000000, 2.000000 | 2");
+        row("reverse result", 200, R"({"lat":"1","lon":"2","display_name":"N"})",
+            "N | 1.000000, 2.000000 | 1");
+        row("no results", 200, "[]", "!found no place for this request.");
+        row("ocean", 200, R"({"error":"Unable to geocode"})", "!found nothing: Unable to geocode");
+        row("bad request", 400, R"({"error":{"code":400,"message":"Bad."}})",
+            "!refused the request (HTTP 400): Bad.");
+        row("server error", 500, "<html>oops</html>", "!answered with HTTP status 500.");
+        row("not JSON", 200, "<html>", "!sent an answer that is not JSON");
+        row("timeout", 0, "", "!did not answer within 0.15 seconds.");
         row("unreachable", -1, "", "error: Cannot reach the geocoding service");
     }
     void answers()
@@ -119,52 +111,38 @@ private slots:
         Answers answers;
         service->geocodeAddressString(QStringLiteral("1+2 Main St&Co"), this, answers.completion());
         service->reverseGeocodeLocation(Coordinate{22.5, 114.1}, this, answers.completion());
-        service->geocodeAddressString(QStringLiteral("2"), this, answers.completion());
-        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 3, 5000);
-        QByteArrayList targets;
-        for (int i = 0; i < 3; ++i) {
-            targets.append(m_server->requests()[i].target);
-            QVERIFY(m_server->requests()[i].headers.value("user-agent").startsWith("Trekmime/"));
-            // arrivals, not departures, are what the server sees: a busy
-            // machine may deliver one late and the next on time
-            QVERIFY(i == 0 || m_arrivals[i] - m_arrivals[i - 1] >= 100);
-        }
-        QCOMPARE(targets,
-                 (QByteArrayList{
-                     "/nominatim/search?format=jsonv2&addressdetails=1&q=1%2B2%20Main%20St%26Co&"
-                     "accept-language=en",
-                     "/nominatim/reverse?format=jsonv2&addressdetails=1&lat=22.500000&"
-                     "lon=114.100000&accept-language=en",
-                     "/nominatim/search?format=jsonv2&addressdetails=1&q=2&accept-language=en"}));
+        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 2, 5000);
+        QVERIFY(m_arrivals[1] - m_arrivals[0] >= 100); // as the server sees them
+        QVERIFY(m_server->requests()[0].headers.value("user-agent").startsWith("Trekmime/"));
+        QCOMPARE(m_server->requests()[0].target + ' ' + m_server->requests()[1].target,
+                 "/nominatim/search?format=jsonv2&addressdetails=1&q=1%2B2%20Main%20St%26Co&"
+                 "accept-language=en /nominatim/reverse?format=jsonv2&addressdetails=1&"
+                 "lat=22.500000&lon=114.100000&accept-language=en");
     }
 
     void answersAreSharedAndCachedButFailuresAreNot()
     {
         auto service = geocoder(100);
-        Answers answers;
-        Answers gone;
+        Answers answers, gone;
         auto receiver = std::make_unique<QObject>();
-        // asked three times before the answer: one trip for all, none for the gone receiver
-        service->geocodeAddressString(QStringLiteral("A"), this, answers.completion());
+        // asked twice before the answer: one trip for all, none for the gone receiver
         service->geocodeAddressString(QStringLiteral("A"), receiver.get(), gone.completion());
         service->geocodeAddressString(QStringLiteral("A"), this, answers.completion());
         receiver.reset();
-        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 2, 1000);
+        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 1, 1000);
         {
             QObject brief; // asks for a remembered answer and goes at once
             service->geocodeAddressString(QStringLiteral("A"), &brief, gone.completion());
         }
         service->geocodeAddressString(QStringLiteral("A"), this, answers.completion());
-        QCOMPARE(answers.received.size(), 2); // even a cached answer comes later
-        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 3, 1000);
-        QCOMPARE(answers.received[2], QStringLiteral("A | 1.000000, 2.000000 | 1"));
-        QCOMPARE(m_server->requests().size(), 1);
-
+        QCOMPARE(answers.received.size(), 1); // even a cached answer comes later
+        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 2, 1000);
+        QCOMPARE(answers.received[1], QStringLiteral("A | 1.000000, 2.000000 | 1"));
         m_answer = {503, "text/plain", "busy", {}};
-        service->geocodeAddressString(QStringLiteral("B"), this, answers.completion());
-        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 4, 1000);
-        service->geocodeAddressString(QStringLiteral("B"), this, answers.completion());
-        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 5, 1000);
+        for (int asked = 3; asked <= 4; ++asked) {
+            service->geocodeAddressString(QStringLiteral("B"), this, answers.completion());
+            QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), asked, 1000);
+        }
         QCOMPARE(m_server->requests().size(), 3);
         QCOMPARE(gone.received.size(), 0);
     }
@@ -176,27 +154,19 @@ private slots:
         const auto row = [](const char *name, const char *address, const char *lines) {
             QTest::newRow(name) << QByteArray(address) << QString::fromUtf8(lines);
         };
-        row("a named place, then its street",
-            R"("name":"Café Einstein","display_name":"x","address":{"house_number":"58",
-                "road":"Unter den Linden","suburb":"Mitte","city":"Berlin","postcode":"10117",
-                "country":"Deutschland","country_code":"de"})",
-            "Café Einstein/Unter den Linden 58/Mitte/Berlin/10117/Deutschland");
-        row("number before the road", R"("address":{"house_number":"1600",
-                "road":"Amphitheatre Parkway","postcode":"94043","country_code":"us"})",
-            "1600 Amphitheatre Parkway/94043");
-        row("number after the road, with a comma",
-            R"("address":{"house_number":"1000","road":"Avenida Paulista",
-                "city_district":"Bela Vista","city":"São Paulo","country_code":"br"})",
-            "Avenida Paulista, 1000/Bela Vista/São Paulo");
-        row("number joined to the road", R"("address":{"house_number":"1号","road":"科技园路",
-                "district":"南山区","city":"深圳市","country":"中国","country_code":"cn"})",
-            "科技园路1号/南山区/深圳市/中国");
-        row("a street that is the place is written once",
-            R"("name":"Rue de Rivoli","address":{"road":"Rue de Rivoli","town":"Paris"})",
-            "Rue de Rivoli/Paris");
-        row("no name, no road: the display name's first part",
-            R"("display_name":"Shenzhen Bay, Nanshan","address":{"suburb":"Nanshan"})",
-            "Shenzhen Bay/Nanshan");
+        row("a named place, then its street", R"("name":"Café","address":{"house_number":"58",
+                "road":"Linden","suburb":"M","city":"B","postcode":"1","country":"DE","country_code":"de"})",
+            "Café/Linden 58/M/B/1/DE");
+        row("number first", R"("address":{"house_number":"16","road":"Pk","country_code":"us"})",
+            "16 Pk");
+        row("number after, comma",
+            R"("address":{"house_number":"1","road":"Av","country_code":"br"})", "Av, 1");
+        row("number joined",
+            R"("address":{"house_number":"1号","road":"科技园路","country_code":"cn"})",
+            "科技园路1号");
+        row("street is the place", R"("name":"R","address":{"road":"R","town":"P"})", "R/P");
+        row("display name's first part", R"("display_name":"Bay, N","address":{"suburb":"N"})",
+            "Bay/N");
         row("no details", R"("display_name":"Nanshan, Shenzhen")", "Nanshan");
     }
     void addressLines()
