@@ -8,12 +8,22 @@
 #include "fakes/FakePositionSourceFactory.h"
 #include "location/Location.h"
 #include "settings/PropertyList.h"
+#include "spot/FavoritesTableView.h"
 #include "spot/SpotmimeViewController.h"
 
 #include <QFile>
+#include <QPushButton>
 #include <QTest>
 
 #include <memory>
+
+// a favourite as the file holds it
+inline QVariantMap place(const QString &name, const QString &lat = {}, const QString &lng = {})
+{
+    return {{QStringLiteral("name"), name},
+            {QStringLiteral("latitude"), lat},
+            {QStringLiteral("longitude"), lng}};
+}
 
 // The shell as the fixed-location screen sees it: it counts the calls.
 struct RecordingShell : ApplicationShell
@@ -46,11 +56,6 @@ struct SpotWorld
         world.services().location = locationService.get();
         setModalAnimationsEnabled(false);
     }
-    ~SpotWorld()
-    {
-        window.reset();
-        locationService.reset();
-    }
 
     // The screen, loaded and shown at phone size. The device reports
     // `device` when asked for its position.
@@ -75,6 +80,11 @@ struct SpotWorld
             QTest::qWait(20);
     }
 
+    static void tapRow(FavoritesTableView *table, int row)
+    {
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
+                          table->visualRect(table->model()->index(row, 0)).center());
+    }
     static void storeLocation(const TestServices &world, const QString &enable, const QString &lat,
                               const QString &lng)
     {
@@ -90,5 +100,9 @@ struct SpotWorld
     static QVariantList favorites(const TestServices &world)
     {
         return PropertyList::readArray(world.files().favoritesFile());
+    }
+    static void writeFavorites(const TestServices &world, const QVariant &file)
+    {
+        PropertyList::write(world.files().favoritesFile(), file);
     }
 };
