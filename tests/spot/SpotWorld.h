@@ -9,6 +9,7 @@
 #include "location/Location.h"
 #include "settings/PropertyList.h"
 #include "spot/FavoritesTableView.h"
+#include "spot/FavoritesViewController.h"
 #include "spot/SpotmimeViewController.h"
 
 #include <QFile>
@@ -35,9 +36,8 @@ struct RecordingShell : ApplicationShell
     void showInfoView(QWidget *, ModalTransition) override { ++infoViews; }
 };
 
-// A fixed-location screen in a window of its own, over fake services: a
-// geocoder that knows what a test tells it, a device that finds itself where
-// a test says, and the location service set up with them.
+// A fixed-location screen in a window of its own, over a fake geocoder and
+// device and the location service set up with them.
 struct SpotWorld
 {
     TestServices world;
@@ -57,8 +57,7 @@ struct SpotWorld
         setModalAnimationsEnabled(false);
     }
 
-    // The screen, loaded and shown at phone size. The device reports
-    // `device` when asked for its position.
+    // the screen, shown at phone size, on a device found at `device`
     SpotmimeViewController *open(Coordinate device = {22.3, 114.17})
     {
         positions.scriptFix(device.latitude, device.longitude);
@@ -74,19 +73,16 @@ struct SpotWorld
     }
 
     // lets posted answers arrive and map moves come to rest
-    static void settle()
-    {
-        for (int i = 0; i < 5; ++i)
-            QTest::qWait(20);
-    }
+    static void settle() { QTest::qWait(100); }
 
     static void tapRow(FavoritesTableView *table, int row)
     {
         QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
                           table->visualRect(table->model()->index(row, 0)).center());
     }
-    static void storeLocation(const TestServices &world, const QString &enable, const QString &lat,
-                              const QString &lng)
+    static void storeLocation(const TestServices &world, const QString &enable,
+                              const QString &lat = QStringLiteral("48.858400"),
+                              const QString &lng = QStringLiteral("2.294500"))
     {
         PropertyList::write(world.files().locationFile(),
                             QVariantMap{{QStringLiteral("enable"), enable},
