@@ -18,7 +18,6 @@
 
 #include <memory>
 
-// a favourite as the file holds it
 inline QVariantMap place(const QString &name, const QString &lat = {}, const QString &lng = {})
 {
     return {{QStringLiteral("name"), name},
@@ -26,7 +25,6 @@ inline QVariantMap place(const QString &name, const QString &lat = {}, const QSt
             {QStringLiteral("longitude"), lng}};
 }
 
-// The shell as the fixed-location screen sees it: it counts the calls.
 struct RecordingShell : ApplicationShell
 {
     int toRouter = 0;

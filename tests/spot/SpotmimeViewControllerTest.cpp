@@ -103,9 +103,7 @@ private slots:
         m->open({22.2793, 114.1628});
         answerForTheCentre(QStringLiteral("Admiralty, Hong Kong"));
         QCOMPARE(text("addressLabel"), QStringLiteral("Admiralty, Hong Kong"));
-        QVERIFY(child<QWidget>("spinner")->isHidden());
         search(QStringLiteral("#:0.5,0.5"));
-        QCOMPARE(text("addressLabel"), QString());
         QVERIFY(child<QWidget>("spinner")->isVisible());
         SpotWorld::settle();
         QCOMPARE(text("addressLabel"), QStringLiteral("Unknow"));
