@@ -55,7 +55,6 @@ struct SpotWorld
         setModalAnimationsEnabled(false);
     }
 
-    // the screen, shown at phone size, on a device found at `device`
     SpotmimeViewController *open(Coordinate device = {22.3, 114.17})
     {
         positions.scriptFix(device.latitude, device.longitude);
