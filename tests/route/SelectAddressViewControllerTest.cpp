@@ -15,15 +15,15 @@ private:
     std::unique_ptr<RouteTestWorld> m_world;
     QPointer<SelectAddressViewController> m_picker;
     int m_calls = 0;
-    double m_latitude = -1;
+    double m_latitude = -1, m_longitude = -1;
     QString m_address;
 
     SelectAddressViewController &open()
     {
         m_calls = 0;
         m_picker = new SelectAddressViewController(
-            m_world->services(), [this](double lat, double, const QString &address) {
-                ++m_calls, m_latitude = lat, m_address = address;
+            m_world->services(), [this](double lat, double lng, const QString &address) {
+                ++m_calls, m_latitude = lat, m_longitude = lng, m_address = address;
             });
         m_picker->setAnimationDuration(0);
         m_picker->resize(390, 844);

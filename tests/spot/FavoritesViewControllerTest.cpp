@@ -35,11 +35,11 @@ private:
 
     FavoritesViewController *open(const QVariant &file)
     {
+        setModalAnimationsEnabled(false);
         if (file.isValid())
             SpotWorld::writeFavorites(*m_world, file);
         m_window = std::make_unique<QWidget>();
         m_window->resize(390, 844);
-        setModalAnimationsEnabled(false);
         auto *list = new FavoritesViewController(m_world->services());
         presentViewController(m_window.get(), list, ModalTransition::CrossDissolve);
         m_window->show();
