@@ -3,13 +3,17 @@
 #include "TestServices.h"
 
 #include "app/ApplicationShell.h"
+#include "app/ProgressHUD.h"
 #include "fakes/FakeDirectionsService.h"
 #include "fakes/FakeGeocoder.h"
 #include "fakes/FakePositionSourceFactory.h"
 #include "location/Location.h"
+#include "route/SelectAddressViewController.h"
+#include "ui/MapView.h"
 
-#include <QWidget>
+#include <QTest>
 
+#include <algorithm>
 #include <memory>
 
 // The fakes a route screen needs, wired into the location service, and a
@@ -33,6 +37,24 @@ struct RouteTestWorld : TestServices
         location = std::make_unique<Location>(&positionSources, &geocoder, &alerts);
         services().location = location.get();
         setModalAnimationsEnabled(false);
+    }
+
+    // the picker's map comes to rest where the geocoder knows `address`
+    void settlePicker(SelectAddressViewController &picker, const QString &address)
+    {
+        MapView *map = picker.mapView();
+        geocoder.setAddress(map->centerCoordinate(), address);
+        picker.regionWillChangeAnimated(map, false);
+        picker.regionDidChangeAnimated(map, false);
+    }
+
+    // whether an overlay on `screen` shows `text` now
+    static bool hintShown(QWidget *screen, const QString &text)
+    {
+        const auto huds = screen->findChildren<ProgressHUD *>();
+        return std::any_of(huds.begin(), huds.end(), [&](ProgressHUD *hud) {
+            return hud->labelText() == text && hud->isVisible();
+        });
     }
 
     FakeDirectionsService directions;

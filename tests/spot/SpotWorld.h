@@ -9,14 +9,23 @@
 #include "location/Location.h"
 #include "settings/PropertyList.h"
 #include "shell/ScreenNeeds.h"
+#include "spot/FavoritesTableView.h"
+#include "spot/FavoritesViewController.h"
 #include "spot/SpotmimeViewController.h"
 
 #include <QFile>
+#include <QPushButton>
 #include <QTest>
 
 #include <memory>
 
-// The shell as the fixed-location screen sees it: it counts the calls.
+inline QVariantMap place(const QString &name, const QString &lat = {}, const QString &lng = {})
+{
+    return {{QStringLiteral("name"), name},
+            {QStringLiteral("latitude"), lat},
+            {QStringLiteral("longitude"), lng}};
+}
+
 struct RecordingShell : ApplicationShell
 {
     int toRouter = 0;
@@ -26,9 +35,8 @@ struct RecordingShell : ApplicationShell
     void showInfoView(QWidget *, ModalTransition) override { ++infoViews; }
 };
 
-// A fixed-location screen in a window of its own, over fake services: a
-// geocoder that knows what a test tells it, a device that finds itself where
-// a test says, and the location service set up with them.
+// A fixed-location screen in a window of its own, over a fake geocoder and
+// device and the location service set up with them.
 struct SpotWorld
 {
     TestServices world;
@@ -47,14 +55,7 @@ struct SpotWorld
         world.services().location = locationService.get();
         setModalAnimationsEnabled(false);
     }
-    ~SpotWorld()
-    {
-        window.reset();
-        locationService.reset();
-    }
 
-    // The screen, loaded and shown at phone size. The device reports
-    // `device` when asked for its position.
     SpotmimeViewController *open(Coordinate device = {22.3, 114.17})
     {
         positions.scriptFix(device.latitude, device.longitude);
@@ -71,14 +72,16 @@ struct SpotWorld
     }
 
     // lets posted answers arrive and map moves come to rest
-    static void settle()
-    {
-        for (int i = 0; i < 5; ++i)
-            QTest::qWait(20);
-    }
+    static void settle() { QTest::qWait(100); }
 
-    static void storeLocation(const TestServices &world, const QString &enable, const QString &lat,
-                              const QString &lng)
+    static void tapRow(FavoritesTableView *table, int row)
+    {
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
+                          table->visualRect(table->model()->index(row, 0)).center());
+    }
+    static void storeLocation(const TestServices &world, const QString &enable,
+                              const QString &lat = QStringLiteral("48.858400"),
+                              const QString &lng = QStringLiteral("2.294500"))
     {
         PropertyList::write(world.files().locationFile(),
                             QVariantMap{{QStringLiteral("enable"), enable},
@@ -92,5 +95,9 @@ struct SpotWorld
     static QVariantList favorites(const TestServices &world)
     {
         return PropertyList::readArray(world.files().favoritesFile());
+    }
+    static void writeFavorites(const TestServices &world, const QVariant &file)
+    {
+        PropertyList::write(world.files().favoritesFile(), file);
     }
 };

@@ -1,11 +1,6 @@
 #include "SpotWorld.h"
 #include "TestMain.h"
 
-#include "app/ProgressHUD.h"
-#include "settings/FavoriteEntry.h"
-#include "settings/TMPreferenceUtil.h"
-#include "spot/FavoritesTableView.h"
-#include "spot/FavoritesViewController.h"
 #include "ui/Accessibility.h"
 #include "ui/FlatSwitch.h"
 #include "ui/MapView.h"
@@ -13,7 +8,6 @@
 #include <QAccessible>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 
 // The fixed-location screen's wiring; the writes themselves are tested in tests/modes.
 class SpotmimeViewControllerTest : public QObject
@@ -41,34 +35,35 @@ private:
         m->screen->regionDidChangeAnimated(map, false);
         SpotWorld::settle();
     }
-    static void verifyNear(const Coordinate &actual, const Coordinate &expected)
+    static void verifyNear(const Coordinate &a, const Coordinate &b)
     {
-        QVERIFY(qAbs(actual.latitude - expected.latitude) < 1e-6 &&
-                qAbs(actual.longitude - expected.longitude) < 1e-6);
+        QVERIFY(qAbs(a.latitude - b.latitude) < 1e-6 && qAbs(a.longitude - b.longitude) < 1e-6);
+    }
+
+    // the overlay has no view until the first search gives it the window
+    ProgressHUD *locateAfterASearch()
+    {
+        search(QStringLiteral("nowhere at all"));
+        SpotWorld::settle();
+        QTest::mouseClick(child<QPushButton>("btn_mine"), Qt::LeftButton);
+        return m->screen->HUD();
     }
 
 private slots:
     void init() { m = std::make_unique<SpotWorld>(); }
     void cleanup() { m.reset(); }
 
-    void firstDisplay_data()
-    {
-        QTest::addColumn<QString>("enable");
-        QTest::addColumn<Coordinate>("shown");
-        QTest::newRow("faking on: the stored place")
-            << QStringLiteral("1") << Coordinate{48.8584, 2.2945};
-        QTest::newRow("faking off: the device") << QStringLiteral("0") << Coordinate{22.3, 114.17};
-    }
     void firstDisplay()
     {
-        QFETCH(QString, enable);
-        QFETCH(Coordinate, shown);
-        SpotWorld::storeLocation(m->world, enable, QStringLiteral("48.858400"),
-                                 QStringLiteral("2.294500"));
-        m->open({22.3, 114.17});
-        verifyNear(centre(), shown);
-        QCOMPARE(child<FlatSwitch>("enableSwitch")->isOn(), enable == QStringLiteral("1"));
-        QCOMPARE(text("lb_location"), QString::asprintf("%f\n%f", shown.latitude, shown.longitude));
+        for (const bool on : {true, false}) { // the stored place, or the device
+            SpotWorld::storeLocation(m->world, on ? QStringLiteral("1") : QStringLiteral("0"));
+            m->open({22.3, 114.17});
+            const Coordinate shown = on ? Coordinate{48.8584, 2.2945} : Coordinate{22.3, 114.17};
+            verifyNear(centre(), shown);
+            QCOMPARE(child<FlatSwitch>("enableSwitch")->isOn(), on);
+            QCOMPARE(text("lb_location"),
+                     QString::asprintf("%f\n%f", shown.latitude, shown.longitude));
+        }
     }
 
     void searching_data()
@@ -76,36 +71,28 @@ private slots:
         QTest::addColumn<QString>("typed");
         QTest::addColumn<Coordinate>("to"); // {10, 10}: the map stays
         QTest::addColumn<QString>("lookup");
-        QTest::addColumn<QStringList>("alerts");
         const Coordinate stays{10, 10};
         QTest::newRow("pair") << QStringLiteral("#:48.85,2.29") << Coordinate{48.85, 2.29}
-                              << QString() << QStringList{};
-        QTest::newRow("words without digits")
-            << QStringLiteral("#:north,east") << Coordinate{0, 0} << QString() << QStringList{};
-        QTest::newRow("number then junk")
-            << QStringLiteral("#:12.5abc,7x") << Coordinate{12.5, 7} << QString() << QStringList{};
-        QTest::newRow("one part") << QStringLiteral("#:48.85") << stays << QString()
-                                  << QStringList{};
-        QTest::newRow("blank") << QStringLiteral("   ") << stays << QString() << QStringList{};
+                              << QString();
+        QTest::newRow("one part") << QStringLiteral("#:48.85") << stays << QString();
+        QTest::newRow("blank") << QStringLiteral("   ") << stays << QString();
         QTest::newRow("address") << QStringLiteral(" Louvre, Paris ") << Coordinate{48.8606, 2.3376}
-                                 << QStringLiteral("Louvre, Paris") << QStringList{};
-        QTest::newRow("unknown address")
-            << QStringLiteral("Atlantis") << stays << QStringLiteral("Atlantis")
-            << QStringList{QStringLiteral("Search Failed")};
+                                 << QStringLiteral("Louvre, Paris");
+        QTest::newRow("unknown address: alerted")
+            << QStringLiteral("Atlantis") << stays << QStringLiteral("Atlantis");
     }
     void searching()
     {
         QFETCH(QString, typed);
         QFETCH(Coordinate, to);
         QFETCH(QString, lookup);
-        QFETCH(QStringList, alerts);
         m->geocoder.setCoordinate(QStringLiteral("Louvre, Paris"), {48.8606, 2.3376});
         m->open({10, 10});
         search(typed);
         SpotWorld::settle();
         QCOMPARE(m->geocoder.forwardRequests(),
                  lookup.isNull() ? QStringList{} : QStringList{lookup});
-        QCOMPARE(m->world.alerts.messages(), alerts);
+        QCOMPARE(m->world.alerts.messages().size(), int(typed == QStringLiteral("Atlantis")));
         const bool kept = to == Coordinate{10, 10} && lookup.isNull();
         QCOMPARE(child<QLineEdit>("searchField")->text(), kept ? typed : QString());
         verifyNear(centre(), to);
@@ -116,9 +103,7 @@ private slots:
         m->open({22.2793, 114.1628});
         answerForTheCentre(QStringLiteral("Admiralty, Hong Kong"));
         QCOMPARE(text("addressLabel"), QStringLiteral("Admiralty, Hong Kong"));
-        QVERIFY(child<QWidget>("spinner")->isHidden());
         search(QStringLiteral("#:0.5,0.5"));
-        QCOMPARE(text("addressLabel"), QString());
         QVERIFY(child<QWidget>("spinner")->isVisible());
         SpotWorld::settle();
         QCOMPARE(text("addressLabel"), QStringLiteral("Unknow"));
@@ -127,72 +112,63 @@ private slots:
     void overlayBeforeAndAfterTheFirstSearch()
     {
         m->open();
-        ProgressHUD *hud = m->screen->HUD();
-        // the overlay has no view until the first search gives it the window
         QTest::mouseClick(child<QPushButton>("btn_mine"), Qt::LeftButton);
-        QVERIFY(!hud->isVisible());
+        QVERIFY(!m->screen->HUD()->isVisible());
         SpotWorld::settle();
-        search(QStringLiteral("nowhere at all"));
-        SpotWorld::settle();
-        QTest::mouseClick(child<QPushButton>("btn_mine"), Qt::LeftButton);
+        ProgressHUD *hud = locateAfterASearch();
         QVERIFY(hud->isVisible());
         QCOMPARE(hud->geometry(), m->screen->window()->rect());
     }
 
-    void favourites_data()
+    void positionFailureHidesTheOverlay()
     {
-        QTest::addColumn<bool>("ok");
-        QTest::newRow("OK") << true;
-        QTest::newRow("CANCEL") << false;
+        m->open();
+        QVERIFY(!locateAfterASearch()->isFinished());
+        const QVariantMap stored = SpotWorld::location(m->world);
+        QVERIFY(m->positions.last()->fail(PositionSource::AccessDenied, QStringLiteral("denied")));
+        QTRY_VERIFY(m->screen->HUD()->isFinished()); // faded out
+        QCOMPARE(SpotWorld::location(m->world), stored);
     }
+
     void favourites()
     {
-        QFETCH(bool, ok);
         m->open({-22.9068467, -43.1728965});
         answerForTheCentre(QStringLiteral("Rio"));
         auto *panel = child<QWidget>("alertView");
-        QTest::mouseClick(child<QPushButton>("addButton"), Qt::LeftButton);
-        QVERIFY(panel->isVisible());
-        QCOMPARE(child<QLineEdit>("favoritesNameField")->text(), QStringLiteral("Rio"));
-        QTest::mouseClick(child<QPushButton>(ok ? "okButton" : "cancelButton"), Qt::LeftButton);
-        QTRY_VERIFY(!panel->isVisible());
-        QCOMPARE(SpotWorld::favorites(m->world).size(), ok ? 1 : 0);
+        for (const char *button : {"cancelButton", "okButton"}) {
+            QTest::mouseClick(child<QPushButton>("addButton"), Qt::LeftButton);
+            QVERIFY(panel->isVisible());
+            QCOMPARE(child<QLineEdit>("favoritesNameField")->text(), QStringLiteral("Rio"));
+            QTest::mouseClick(child<QPushButton>(button), Qt::LeftButton);
+            QTRY_VERIFY(!panel->isVisible());
+        }
+        QCOMPARE(SpotWorld::favorites(m->world).size(), 1);
     }
 
     void choosingAFavourite()
     {
-        m->world.preferences().addFavorite(
-            FavoriteEntry::make(QStringLiteral("Tower"), 48.8584, 2.2945));
+        SpotWorld::writeFavorites(
+            m->world, QVariantList{place(QStringLiteral("Tower"), QStringLiteral("48.8584"),
+                                         QStringLiteral("2.2945"))});
         m->open({10, 10});
         QTest::mouseClick(child<QPushButton>("favoritesButton"), Qt::LeftButton);
-        auto *list = m->window->findChild<FavoritesViewController *>();
-        QVERIFY(list);
-        FavoritesTableView *table = list->tableView();
-        QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
-                          table->visualRect(table->model()->index(0, 0)).center());
+        SpotWorld::tapRow(m->window->findChild<FavoritesViewController *>()->tableView(), 0);
         SpotWorld::settle();
         QVERIFY(child<FlatSwitch>("enableSwitch")->isOn());
         verifyNear(centre(), {48.8584, 2.2945});
         QCOMPARE(presentedViewController(m->screen), nullptr);
     }
 
-    void exchange_data()
-    {
-        QTest::addColumn<QString>("enable");
-        QTest::addColumn<bool>("refused");
-        QTest::newRow("on: refused") << QStringLiteral("1") << true;
-        QTest::newRow("off: to the route mode") << QStringLiteral("0") << false;
-    }
     void exchange()
     {
-        QFETCH(QString, enable);
-        QFETCH(bool, refused);
-        SpotWorld::storeLocation(m->world, enable, QStringLiteral("1.0"), QStringLiteral("2.0"));
+        SpotWorld::storeLocation(m->world, QStringLiteral("1"));
         m->open();
+        QTest::mouseClick(child<QPushButton>("btn_exchange"), Qt::LeftButton); // refused
+        QVERIFY(!QFile::exists(m->world.files().masterFile()) && m->shell.toRouter == 0);
+        QCOMPARE(m->world.alerts.messages().size(), 1);
+        child<FlatSwitch>("enableSwitch")->toggle();
         QTest::mouseClick(child<QPushButton>("btn_exchange"), Qt::LeftButton);
-        QCOMPARE(QFile::exists(m->world.files().masterFile()), !refused);
-        QCOMPARE(m->shell.toRouter, refused ? 0 : 1);
-        QCOMPARE(m->world.alerts.messages().size(), refused ? 1 : 0);
+        QVERIFY(QFile::exists(m->world.files().masterFile()) && m->shell.toRouter == 1);
     }
 
     void switchThroughAccessibility()
