@@ -24,8 +24,7 @@ QStringList ids(const char *names) // "a b c": org.example.a, org.example.b, ...
 }
 } // namespace
 
-// Which applications the whitelist offers, from a fake registry and a hide
-// list written by the test.
+// Which applications the whitelist offers, from a fake registry and a hide list written here.
 class ApplicationListTest : public QObject
 {
     Q_OBJECT

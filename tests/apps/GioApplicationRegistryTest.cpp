@@ -11,9 +11,8 @@
 #undef signals
 #include <gio/gio.h>
 
-// The desktop-entry backend over folders made here. GLib reads the XDG
-// folders once per process, so every entry is written before the first
-// question.
+// The desktop-entry backend over folders made here. GLib reads the XDG folders once per
+// process, so every entry is written before the first question.
 class GioApplicationRegistryTest : public QObject
 {
     Q_OBJECT
