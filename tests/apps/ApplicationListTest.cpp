@@ -69,7 +69,6 @@ private slots:
         QFETCH(QStringList, hideList);
         QFETCH(QStringList, expected);
         QCOMPARE(bundlesOf(models(hideList)), expected);
-        QCOMPARE(ApplicationList::installedAppBundle(m_registry, m_world->preferences()), expected);
     }
 
     void recordsAreFilledAfresh()
