@@ -45,8 +45,9 @@ private slots:
                                                 {QStringLiteral("theme"), QStringLiteral("dark")}});
         const QByteArray before = bytesOf(master);
         const QString key = QStringLiteral("enable");
-        store.writeRoutePreference(RouteRecord::fromPropertyList({{key, files[1]}}));
-        store.writeLocationPreference(LocationRecord::fromPropertyList({{key, files[2]}}));
+        store.writeRoutePreference(RouteRecord::fromPropertyList(QVariantMap{{key, files[1]}}));
+        store.writeLocationPreference(
+            LocationRecord::fromPropertyList(QVariantMap{{key, files[2]}}));
 
         ModeChange change(store);
         const ModeChange::Result result =
