@@ -57,8 +57,7 @@ private slots:
         QFETCH(qint32, elapsed);
         QFETCH(int, pick);
         QFETCH(qint32, index);
-        const RoutePreview::Step step =
-            RoutePreview::stepAt(trip(duration, count), Start + elapsed);
+        const auto step = RoutePreview::stepAt(trip(duration, count), Start + elapsed);
         QCOMPARE(int(step.pick), pick);
         QCOMPARE(step.index, index);
         QCOMPARE(step.inRange, index >= 0 && index < qMax(count, 1)); // no points: 0 counts as in
