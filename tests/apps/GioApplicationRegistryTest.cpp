@@ -11,16 +11,8 @@
 #undef signals
 #include <gio/gio.h>
 
-namespace {
-QString id(const char *name)
-{
-    return QString::fromLatin1(name);
-}
-} // namespace
-
-// The desktop-entry backend over folders made here. GLib reads the XDG
-// folders once per process, so every entry is written before the first
-// question.
+// The desktop-entry backend over folders made here. GLib reads the XDG folders once per
+// process, so every entry is written before the first question.
 class GioApplicationRegistryTest : public QObject
 {
     Q_OBJECT
@@ -28,12 +20,13 @@ class GioApplicationRegistryTest : public QObject
 private:
     QTemporaryDir m_dir;
     GioApplicationRegistry m_registry;
+    static QString id(const char *name) { return QString::fromLatin1(name); }
 
 private slots:
     void initTestCase()
     {
-        const DesktopEntryFolder home(m_dir.filePath(QStringLiteral("home")));
-        const DesktopEntryFolder system(m_dir.filePath(QStringLiteral("system")));
+        const DesktopEntryFolder home(m_dir.filePath(id("home"))),
+            system(m_dir.filePath(id("system")));
         qputenv("XDG_DATA_HOME", home.root().toLocal8Bit());
         qputenv("XDG_DATA_DIRS", system.root().toLocal8Bit());
 
@@ -44,27 +37,21 @@ private slots:
         system.addApplication(id("org.example.Hidden"), id("Hidden"), {}, true);
         system.addApplication(id("org.example.BrokenIcon"), id("Broken icon"),
                               id("/nowhere/broken.png"));
-        system.addEntry(id("org.example.Nameless"),
-                        "[Desktop Entry]\nType=Application\nExec=true\n");
-        system.addEntry(id("org.example.BadText"),
-                        "[Desktop Entry]\nType=Application\nExec=true\nName=Bad\xff\xfe name\n");
-        system.addEntry(id("org.example.Localised"),
-                        "[Desktop Entry]\nType=Application\nExec=true\nName=Atlas\n"
-                        "Name[de]=Weltatlas\n");
+        const QByteArray entry = "[Desktop Entry]\nType=Application\nExec=true\n";
+        system.addEntry(id("org.example.Nameless"), entry);
+        system.addEntry(id("org.example.BadText"), entry + "Name=Bad\xff\xfe name\n");
+        system.addEntry(id("org.example.Localised"), entry + "Name=Atlas\nName[de]=Weltatlas\n");
     }
 
-    void menuEntriesAreTheHomeScreen()
+    // Menu entries are the home screen; names come in the user's language.
+    void entriesAndNames()
     {
         QStringList shown = m_registry.displayIdentifiers(false, false);
         shown.sort();
         // GIO shows entries without a usable name too (as "Unnamed")
-        QCOMPARE(shown, (QStringList{id("org.example.BadText"), id("org.example.BrokenIcon"),
-                                     id("org.example.Chat"), id("org.example.Localised"),
-                                     id("org.example.Maps"), id("org.example.Nameless")}));
-    }
-
-    void namesInTheUsersLanguage()
-    {
+        QCOMPARE(shown.join(u' '),
+                 id("org.example.BadText org.example.BrokenIcon org.example.Chat "
+                    "org.example.Localised org.example.Maps org.example.Nameless"));
         const auto name = [this](const char *bundle, const char *language = "C") {
             qputenv("LANGUAGE", language);
             const QString answer = m_registry.localizedName(id(bundle));
@@ -79,14 +66,10 @@ private slots:
         // installed, so an empty name rather than none
         QCOMPARE(name("org.example.Nameless"), id(""));
         QCOMPARE(name("org.example.BadText"), id(""));
-    }
-
-    void iconsAtTheRequestedSizeAndScale()
-    {
+        // icons at the requested size and scale
         const auto size = [this](const char *bundle, qreal scale) {
-            const QImage icon =
-                ApplicationIconLoader::load(m_registry.icon(id(bundle)),
-                                                            ApplicationIconLoader::SmallIconFormat, scale);
+            const QImage icon = ApplicationIconLoader::load(
+                m_registry.icon(id(bundle)), ApplicationIconLoader::SmallIconFormat, scale);
             return icon.isNull() || icon.devicePixelRatio() == scale ? icon.size() : QSize(-1, -1);
         };
         QCOMPARE(size("org.example.Maps", 2.0), QSize(60, 60)); // theme icon
@@ -99,11 +82,8 @@ private slots:
     void runningApplicationsOwnANameOnTheSessionBus()
     {
         QProcess daemon;
-        daemon.start(
-            QStringLiteral("dbus-daemon"),
-            {QStringLiteral("--session"), QStringLiteral("--nofork"),
-             QStringLiteral("--print-address=1"),
-             QStringLiteral("--address=unix:path=") + m_dir.filePath(QStringLiteral("bus"))});
+        daemon.start(id("dbus-daemon"), {id("--session"), id("--nofork"), id("--print-address=1"),
+                                         id("--address=unix:path=") + m_dir.filePath(id("bus"))});
         if (!daemon.waitForStarted(5000))
             QSKIP("dbus-daemon cannot be started here");
         QVERIFY(daemon.waitForReadyRead(5000));

@@ -31,17 +31,8 @@ private:
         presentViewController(m_window.get(), screen, ModalTransition::CoverVertical);
         return screen;
     }
-    static QString marks(const WhitelistViewController *screen) // "01": the second is marked
-    {
-        QString result;
-        for (int row = 0; row < screen->numberOfRows(); ++row)
-            result.append(screen->rowAt(row)->isChecked() ? u'1' : u'0');
-        return result;
-    }
-    QVariantMap stored() const
-    {
-        return PropertyList::readDictionary(m_world->files().whitelistFile());
-    }
+    QVariantMap stored() const { return PropertyList::readDictionary(whitelist()); }
+    QString whitelist() const { return m_world->files().whitelistFile(); }
 
 private slots:
     void init()
@@ -60,65 +51,61 @@ private slots:
     void tapsFlipAndWriteTheWholeFile_data()
     {
         QTest::addColumn<QVariantMap>("before"); // empty: no file
-        QTest::addColumn<QString>("taps");       // rows tapped, in order
-        QTest::addColumn<QString>("marks");      // before, then after the taps
+        QTest::addColumn<QStringList>("play");   // marks, rows tapped in order, marks after
         QTest::addColumn<QVariantMap>("after");  // empty: no file after
-        const auto row = [](const char *name, const QVariantMap &before, const char *taps,
-                            const char *marks, const QVariantMap &after) {
-            QTest::newRow(name) << before << QString::fromLatin1(taps) << QString::fromLatin1(marks)
-                                << after;
+        const auto row = [](const char *name, const QVariantMap &before, const char *play,
+                            const QVariantMap &after) {
+            QTest::newRow(name) << before << QString::fromLatin1(play).split(u' ') << after;
         };
         const QString gone = QStringLiteral("org.example.Uninstalled");
-        const QString on = QStringLiteral("1");
-        const QString off = QStringLiteral("0");
-        row("loading writes nothing", {}, "", "00 00", {});
-        row("first tap, no file: one key", {}, "1", "00 01", {{chat, true}});
-        row("second tap keeps the key, false", {{gone, true}}, "00", "00 00",
-            {{gone, true}, {maps, false}});
-        row("text \"1\" is on; a tap stores false", {{maps, on}, {chat, off}}, "0", "10 00",
+        const QString on = QStringLiteral("1"), off = QStringLiteral("0");
+        row("loading writes nothing", {}, "00  00", {});
+        row("first tap, no file: one key", {}, "00 1 01", {{chat, true}});
+        row("two taps: key kept, false", {{gone, true}}, "00 00 00", {{gone, true}, {maps, false}});
+        row("\"1\" is on; tapped: false", {{maps, on}, {chat, off}}, "10 0 00",
             {{maps, false}, {chat, off}});
     }
     void tapsFlipAndWriteTheWholeFile()
     {
         QFETCH(QVariantMap, before);
-        QFETCH(QString, taps);
-        QFETCH(QString, marks);
+        QFETCH(QStringList, play);
         QFETCH(QVariantMap, after);
         if (!before.isEmpty())
-            QVERIFY(PropertyList::write(m_world->files().whitelistFile(), before));
+            QVERIFY(PropertyList::write(whitelist(), before));
         WhitelistViewController *screen = present();
-        QString seen = WhitelistViewControllerTest::marks(screen) + u' ';
-        for (QChar row : taps)
+        const auto marked = [screen] { // "01": the second is marked
+            QString result;
+            for (int row = 0; row < screen->numberOfRows(); ++row)
+                result.append(screen->rowAt(row)->isChecked() ? u'1' : u'0');
+            return result;
+        };
+        QCOMPARE(marked(), play[0]);
+        for (QChar row : play[1])
             QTest::mouseClick(screen->rowAt(row.digitValue()), Qt::LeftButton);
-        QCOMPARE(seen + WhitelistViewControllerTest::marks(screen), marks);
-        QCOMPARE(QFileInfo::exists(m_world->files().whitelistFile()), !after.isEmpty());
+        QCOMPARE(marked(), play[2]);
+        QCOMPARE(QFileInfo::exists(whitelist()), !after.isEmpty());
         QCOMPARE(stored(), after);
     }
 
-    void rowsShowTheListWithNamesAndIcons()
+    void rowsShowNamesAndToggle()
     {
         m_registry.add({QStringLiteral("org.example.Nameless"), QString(), {}, true});
-        WhitelistViewController *screen = present();
+        QPointer<WhitelistViewController> screen = present();
         QCOMPARE(screen->numberOfRows(), 3);
         QCOMPARE(screen->rowAt(0)->text(), QStringLiteral("Maps"));
         // a screen reader names a row by its application, even a nameless one
         QAccessibleInterface *row = QAccessible::queryAccessibleInterface(screen->rowAt(2));
         QCOMPARE(row->text(QAccessible::Name), QStringLiteral("org.example.Nameless"));
         QVERIFY(row->state().checkable);
-        QCOMPARE(QAccessible::queryAccessibleInterface(screen->rowAt(1))->text(QAccessible::Name),
-                 QStringLiteral("Chat"));
-    }
-
-    void keyboardAndScreenReaderToggleToo()
-    {
-        QPointer<WhitelistViewController> screen = present();
+        row = QAccessible::queryAccessibleInterface(screen->rowAt(1));
+        QCOMPARE(row->text(QAccessible::Name), QStringLiteral("Chat"));
+        // keys and a screen reader toggle too
         m_window->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
         screen->rowAt(0)->setFocus();
         QTest::keyClick(screen->rowAt(0), Qt::Key_Down);
         QTest::keyClick(screen->rowAt(1), Qt::Key_Space);
         QCOMPARE(stored().value(chat), QVariant(true));
-        QAccessibleInterface *row = QAccessible::queryAccessibleInterface(screen->rowAt(1));
         QVERIFY(row->state().checked);
         row->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
         QCOMPARE(stored().value(chat), QVariant(false));

@@ -14,22 +14,14 @@ DesktopEntryFolder::DesktopEntryFolder(const QString &root) : m_root(root)
     const QString theme = root + QStringLiteral("/icons/hicolor");
     QDir(theme).mkpath(QStringLiteral("48x48/apps"));
     QFile index(theme + QStringLiteral("/index.theme"));
-    if (index.open(QIODevice::WriteOnly)) {
-        index.write("[Icon Theme]\nName=Hicolor\nComment=Fallback icon theme\n"
-                    "Directories=48x48/apps\n\n"
-                    "[48x48/apps]\nSize=48\nMinSize=8\nMaxSize=512\nType=Scalable\n"
-                    "Context=Applications\n");
-    }
-}
-
-QString DesktopEntryFolder::entryFile(const QString &bundle) const
-{
-    return m_root + QStringLiteral("/applications/") + bundle + QStringLiteral(".desktop");
+    if (index.open(QIODevice::WriteOnly))
+        index.write("[Icon Theme]\nName=Hicolor\nDirectories=48x48/apps\n\n"
+                    "[48x48/apps]\nSize=48\nMinSize=8\nMaxSize=512\nType=Scalable\n");
 }
 
 void DesktopEntryFolder::addEntry(const QString &bundle, const QByteArray &contents) const
 {
-    QFile file(entryFile(bundle));
+    QFile file(m_root + QStringLiteral("/applications/") + bundle + QStringLiteral(".desktop"));
     if (file.open(QIODevice::WriteOnly))
         file.write(contents);
 }

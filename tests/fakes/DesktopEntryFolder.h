@@ -12,7 +12,6 @@ public:
     explicit DesktopEntryFolder(const QString &root);
 
     QString root() const { return m_root; }
-    QString entryFile(const QString &bundle) const;
 
     // applications/<bundle>.desktop with exactly these bytes
     void addEntry(const QString &bundle, const QByteArray &contents) const;

@@ -29,10 +29,9 @@ void FakeApplicationRegistry::addShown(const QStringList &bundles)
 
 const FakeApplicationRegistry::App *FakeApplicationRegistry::find(const QString &bundle) const
 {
-    for (const App &app : apps) {
+    for (const App &app : apps)
         if (app.bundle == bundle)
             return &app;
-    }
     return nullptr;
 }
 
@@ -40,26 +39,22 @@ QStringList FakeApplicationRegistry::displayIdentifiers(bool onlyRunning, bool) 
 {
     ++identifierQueries;
     QStringList bundles;
-    for (const App &app : apps) {
+    for (const App &app : apps)
         if (app.shown && (!onlyRunning || running.contains(app.bundle)))
             bundles.append(app.bundle);
-    }
     return bundles;
 }
 
 QString FakeApplicationRegistry::localizedName(const QString &bundle) const
 {
-    const App *app = find(bundle);
-    if (!app)
-        return {};
-    return app->name.isNull() ? QLatin1String("") : app->name;
+    if (const App *app = find(bundle))
+        return app->name.isNull() ? QLatin1String("") : app->name;
+    return {};
 }
 
 ApplicationIcon FakeApplicationRegistry::icon(const QString &bundle) const
 {
     ++iconQueries[bundle];
     const App *app = find(bundle);
-    if (!app || app->icon.isNull())
-        return {};
-    return {iconFile(bundle), {}};
+    return app && !app->icon.isNull() ? ApplicationIcon{iconFile(bundle), {}} : ApplicationIcon{};
 }

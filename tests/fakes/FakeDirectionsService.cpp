@@ -14,7 +14,7 @@ void FakeDirectionsService::calculateDirections(const Coordinate &source,
                                                 Completion completion)
 {
     m_requests.append({source, destination});
-    Request request{source, destination, receiver, receiver != nullptr, std::move(completion)};
+    Request request{receiver, receiver != nullptr, std::move(completion)};
     if (m_held) {
         m_pending.append(std::move(request));
         return;

@@ -6,8 +6,7 @@
 #include <QPointer>
 
 // A directions service for tests: records every request and answers it on
-// the event loop with the answer set beforehand (by default a three-point
-// route from the source to the destination via the corner between them), or,
+// the event loop with the answer set beforehand (or the default route), or,
 // while held, keeps the requests until a test releases them one by one. A
 // request whose receiver is gone is never answered.
 class FakeDirectionsService : public QObject, public DirectionsService
@@ -17,8 +16,6 @@ class FakeDirectionsService : public QObject, public DirectionsService
 public:
     struct Request
     {
-        Coordinate source;
-        Coordinate destination;
         QPointer<QObject> receiver;
         bool guarded = false;
         Completion completion;
@@ -29,7 +26,7 @@ public:
     void calculateDirections(const Coordinate &source, const Coordinate &destination,
                              QObject *receiver, Completion completion) override;
 
-    // The three-point route every request gets unless an answer is set.
+    // Unless an answer is set: three points, via the corner between the ends.
     static DirectionsAnswer defaultAnswer(const Coordinate &source, const Coordinate &destination);
     // The answer every request gets from now on; unset: the default route.
     void setAnswer(const DirectionsAnswer &answer) { m_answer = answer; }

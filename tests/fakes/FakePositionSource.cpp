@@ -6,9 +6,8 @@ void FakePositionSource::startUpdatingLocation()
 {
     m_running = true;
     ++m_starts;
-    if (!m_script)
-        return;
-    QTimer::singleShot(0, this, [this, fix = *m_script] { deliver(fix); });
+    if (m_script)
+        QTimer::singleShot(0, this, [this, fix = *m_script] { deliver(fix); });
 }
 
 void FakePositionSource::stopUpdatingLocation()
@@ -28,11 +27,6 @@ bool FakePositionSource::deliver(const PositionFix &fix)
 bool FakePositionSource::deliver(double latitude, double longitude, double horizontalAccuracy)
 {
     return deliver(PositionFix{Coordinate{latitude, longitude}, horizontalAccuracy});
-}
-
-bool FakePositionSource::deliverInvalid()
-{
-    return deliver(PositionFix{Coordinate{}, -1.0});
 }
 
 bool FakePositionSource::fail(int code, const QString &description)

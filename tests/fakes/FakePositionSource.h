@@ -25,10 +25,9 @@ public:
     // Each answers whether the report went out (only while running).
     bool deliver(const PositionFix &fix);
     bool deliver(double latitude, double longitude, double horizontalAccuracy = 5.0);
-    bool deliverInvalid();
+    bool deliverInvalid() { return deliver(PositionFix{Coordinate{}, -1.0}); }
     bool fail(int code, const QString &description);
 
-    bool isRunning() const { return m_running; }
     int startCount() const { return m_starts; }
     int stopCount() const { return m_stops; }
     int authorizationRequests() const { return m_authorizationRequests; }

@@ -5,18 +5,20 @@
 #include <QList>
 #include <QPointer>
 
-// Makes fake sources that share the factory's settings: whether location
+// Makes fake sources with the factory's settings at the time: whether location
 // services are on, and a fix scripted for every start.
 class FakePositionSourceFactory : public PositionSourceFactory
 {
 public:
     PositionSource *create(QObject *parent) override;
 
-    void setServicesEnabled(bool on);
-    void scriptFix(double latitude, double longitude, double horizontalAccuracy = 5.0);
+    void setServicesEnabled(bool on) { m_enabled = on; }
+    void scriptFix(double latitude, double longitude, double accuracy = 5.0)
+    {
+        m_script = PositionFix{Coordinate{latitude, longitude}, accuracy};
+    }
 
-    // The sources made so far that still exist, oldest first.
-    QList<FakePositionSource *> sources() const;
+    // The newest source that still exists.
     FakePositionSource *last() const;
     int created() const { return int(m_sources.size()); }
 

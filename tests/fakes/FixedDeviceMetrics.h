@@ -4,21 +4,12 @@
 
 #include <QString>
 
-// A device whose system version and screen size a test chooses.
+// One device, the same on every machine: a system version and screen size
+// that what depends on them can be checked against.
 class FixedDeviceMetrics : public DeviceMetrics
 {
 public:
-    FixedDeviceMetrics(QString version = QStringLiteral("16.0"), int pixelHeight = 1334,
-                       int pixelWidth = 750)
-        : m_version(std::move(version)), m_pixelHeight(pixelHeight), m_pixelWidth(pixelWidth)
-    {
-    }
-    QString systemVersion() const override { return m_version; }
-    int screenPixelHeight() const override { return m_pixelHeight; }
-    int screenPixelWidth() const override { return m_pixelWidth; }
-
-private:
-    QString m_version;
-    int m_pixelHeight;
-    int m_pixelWidth;
+    QString systemVersion() const override { return QStringLiteral("16.0"); }
+    int screenPixelHeight() const override { return 1334; }
+    int screenPixelWidth() const override { return 750; }
 };

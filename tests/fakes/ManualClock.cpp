@@ -45,11 +45,10 @@ void ManualClock::advance(qint64 msecs)
     for (;;) {
         m_timers.removeAll(nullptr);
         Timer *next = nullptr;
-        for (const QPointer<Timer> &timer : std::as_const(m_timers)) {
-            if (timer && timer->isActive() && timer->deadline() <= target &&
+        for (const QPointer<Timer> &timer : std::as_const(m_timers))
+            if (timer->isActive() && timer->deadline() <= target &&
                 (!next || timer->deadline() < next->deadline()))
                 next = timer;
-        }
         if (!next)
             break;
         m_now = qMax(m_now, next->deadline());

@@ -5,8 +5,7 @@
 #include <QList>
 #include <QStringList>
 
-// Keeps every alert instead of showing it; tests read them back and may press
-// a button with `press`.
+// Keeps every alert instead of showing it, for tests to read back.
 class RecordingAlertPresenter : public AlertPresenter
 {
 public:
@@ -19,12 +18,6 @@ public:
             result.append(alert.message);
         return result;
     }
-    void press(int alertIndex, int button)
-    {
-        if (const Alert &alert = m_alerts.at(alertIndex); alert.done)
-            alert.done(button);
-    }
-    void clear() { m_alerts.clear(); }
 
 private:
     QList<Alert> m_alerts;

@@ -1,30 +1,12 @@
+#include "FileBytes.h"
 #include "TestMain.h"
 
 #include "modes/ModeChange.h"
 #include "settings/PropertyList.h"
 #include "settings/TMPreferenceUtil.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
-
-namespace {
-QStringList words(const char *text)
-{
-    return QString::fromLatin1(text).split(u' ');
-}
-
-QByteArray bytesOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-QVariantMap enable(const QString &flag)
-{
-    return {{QStringLiteral("enable"), flag}};
-}
-} // namespace
 
 // The one mode change behind both mode buttons and trekmime-ctl: a refusal
 // leaves the master file exactly as it was; a change writes it afresh.
@@ -41,8 +23,8 @@ private slots:
         QTest::addColumn<QString>("outcome");
         const char *route = "Trekmime is working,please turn off the Trekmime first!";
         const char *spot = "Spotmime is working,please turn off the Spotmime first!";
-        const auto row = [](const char *name, const char *files, const char *outcome) {
-            QTest::newRow(name) << words(files) << QString::fromUtf8(outcome);
+        const auto row = [](const char *name, const char *files, const char *out) {
+            QTest::newRow(name) << QString::fromLatin1(files).split(u' ') << QString::fromUtf8(out);
         };
         row("route on", "0 1 0 route", route);
         row("route off, location on", "0 0 1 route", "1");
@@ -56,31 +38,30 @@ private slots:
     {
         QFETCH(QStringList, files);
         QFETCH(QString, outcome);
-        const QString button = files[3];
-        const QString refusal = outcome.size() > 1 ? outcome : QString();
         QTemporaryDir dir;
         TMPreferenceUtil store{PreferenceFiles(dir.path())};
         const QString master = store.files().masterFile();
         PropertyList::write(master, QVariantMap{{QStringLiteral("mode"), files[0]},
                                                 {QStringLiteral("theme"), QStringLiteral("dark")}});
         const QByteArray before = bytesOf(master);
-        store.writeRoutePreference(RouteRecord::fromPropertyList(enable(files[1])));
-        store.writeLocationPreference(LocationRecord::fromPropertyList(enable(files[2])));
+        const QString key = QStringLiteral("enable");
+        store.writeRoutePreference(RouteRecord::fromPropertyList(QVariantMap{{key, files[1]}}));
+        store.writeLocationPreference(
+            LocationRecord::fromPropertyList(QVariantMap{{key, files[2]}}));
 
         ModeChange change(store);
         const ModeChange::Result result =
-            button == QLatin1String("route")      ? change.fromRouteMode(store.routePreference())
-            : button == QLatin1String("location") ? change.fromLocationMode()
-                                                  : change.fromStoredMode();
-        QCOMPARE(result.refusal, refusal);
-        QCOMPARE(result.written, refusal.isEmpty());
-        if (result.refused()) {
+            files[3] == QLatin1String("route")      ? change.fromRouteMode(store.routePreference())
+            : files[3] == QLatin1String("location") ? change.fromLocationMode()
+                                                    : change.fromStoredMode();
+        QCOMPARE(result.written, outcome.size() == 1); // a mode, not a refusal
+        QCOMPARE(result.refusal, result.written ? QString() : outcome);
+        if (result.refused())
             QCOMPARE(bytesOf(master), before);
-        } else {
-            QCOMPARE(QString::number(result.mode), outcome);
+        else // the new mode alone: the theme goes
             QCOMPARE(PropertyList::readDictionary(master),
-                     (QVariantMap{{QStringLiteral("mode"), outcome}}));
-        }
+                     (QVariantMap{{QStringLiteral("mode"), QString::number(result.mode)}}));
+        QCOMPARE(result.refused() ? result.refusal : QString::number(result.mode), outcome);
     }
 };
 

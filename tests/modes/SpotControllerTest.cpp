@@ -1,3 +1,4 @@
+#include "FileBytes.h"
 #include "TestMain.h"
 #include "TestServices.h"
 
@@ -5,17 +6,11 @@
 #include "settings/FavoriteEntry.h"
 #include "settings/PropertyList.h"
 
-#include <QFile>
 #include <QTest>
 
 namespace {
 const Coordinate Pin{30.5, 60.25}, Found{48.8606, 2.3376};
 
-QByteArray bytesOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 } // namespace
 
 // What each operation of the fixed place writes to the location file. The
@@ -27,39 +22,33 @@ class SpotControllerTest : public QObject
 private slots:
     void writes_data()
     {
-        QTest::addColumn<QString>("enableBefore");
-        QTest::addColumn<QString>("enable"); // null: the file is not changed at all
-        QTest::addColumn<QString>("latitude");
+        // "enable" before and after ("-": the file is untouched), the latitude after
+        QTest::addColumn<QStringList>("file");
         QTest::addColumn<Coordinate>("candidate");
-        const auto row = [](const char *operation, const char *before, const char *enable,
-                            const char *latitude, Coordinate candidate) {
-            QTest::newRow(operation)
-                << QString::fromLatin1(before) << (enable ? QString::fromLatin1(enable) : QString())
-                << QString::fromLatin1(latitude) << candidate;
+        const auto row = [](const char *operation, const char *file, Coordinate candidate) {
+            QTest::newRow(operation) << QString::fromLatin1(file).split(u' ') << candidate;
         };
-        row("switch on", "0", "1", "30.500000", Pin);
-        row("switch off", "1", "0", "30.500000", Pin);
-        row("flag", "0", "1", "1.5", Pin);
-        row("map settled", "1", nullptr, "1.5", Found);
-        row("search", "1", "0", "1.5", Pin); // a search turns faking off
-        row("found, switch on", "0", "1", "1.5", Found);
-        row("found, switch off", "1", "0", "1.5", Found);
-        row("favourite", "0", "1", "-22.250000", Pin);
+        row("switch on", "0 1 30.500000", Pin);
+        row("switch off", "1 0 30.500000", Pin);
+        row("flag", "0 1 1.5", Pin);
+        row("map settled", "1 - 1.5", Found);
+        row("search", "1 0 1.5", Pin); // a search turns faking off
+        row("found, switch on", "0 1 1.5", Found);
+        row("found, switch off", "1 0 1.5", Found);
+        row("favourite", "0 1 -22.250000", Pin);
     }
     void writes()
     {
-        QFETCH(QString, enableBefore);
-        QFETCH(QString, enable);
-        QFETCH(QString, latitude);
+        QFETCH(QStringList, file);
         QFETCH(Coordinate, candidate);
         TestServices world;
-        const QString file = world.files().locationFile();
+        const QString path = world.files().locationFile();
         QVERIFY(PropertyList::write(
-            file, QVariantMap{{QStringLiteral("enable"), enableBefore},
+            path, QVariantMap{{QStringLiteral("enable"), file[0]},
                               {QStringLiteral("latitude"), QStringLiteral("1.5")},
                               {QStringLiteral("longitude"), QStringLiteral("2.5")},
                               {QStringLiteral("odd"), 7}}));
-        const QByteArray before = bytesOf(file);
+        const QByteArray before = bytesOf(path);
         SpotController spot(world.preferences());
         QCOMPARE(spot.takeStoredPlace(), (Coordinate{1.5, 2.5}));
         spot.setCandidate(Pin);
@@ -77,15 +66,15 @@ private slots:
         if (operation.startsWith(QLatin1String("found")))
             spot.searchFound(Found, operation.endsWith(QLatin1String("on")));
         QCOMPARE(spot.candidate(), candidate);
-        if (enable.isNull()) {
-            QCOMPARE(bytesOf(file), before);
+        if (file[1] == u'-') {
+            QCOMPARE(bytesOf(path), before);
             return;
         }
-        const QVariantMap record = PropertyList::readDictionary(file);
-        QCOMPARE(record.value(QStringLiteral("enable")).toString(), enable);
-        QCOMPARE(record.value(QStringLiteral("latitude")).toString(), latitude);
+        const QVariantMap record = PropertyList::readDictionary(path);
+        QCOMPARE(record.value(QStringLiteral("enable")).toString(), file[1]);
+        QCOMPARE(record.value(QStringLiteral("latitude")).toString(), file[2]);
         QCOMPARE(record.value(QStringLiteral("odd")), QVariant(7));
-        QCOMPARE(spot.isOn(), enable == QLatin1String("1"));
+        QCOMPARE(spot.isOn(), file[1] == u'1');
     }
 
     void addFavorite()

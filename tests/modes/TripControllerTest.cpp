@@ -1,3 +1,4 @@
+#include "FileBytes.h"
 #include "TestMain.h"
 #include "TestServices.h"
 
@@ -5,15 +6,13 @@
 #include "modes/TripController.h"
 #include "settings/PropertyList.h"
 
-#include <QFile>
 #include <QSignalSpy>
 #include <QTest>
 
 #include <memory>
 
 namespace {
-const Coordinate Central{22.2846809, 114.1588};
-const Coordinate Tst{22.2988, 114.1722};
+const Coordinate Central{22.2846809, 114.1588}, Tst{22.2988, 114.1722};
 const double Now = 1700000000; // the test clock's start
 const QString Busy = QStringLiteral("Trekmime is working,please turn off the Trekmime first!");
 
@@ -29,11 +28,6 @@ QVariantMap point(const Coordinate &c)
     return {{QStringLiteral("lat"), c.latitude}, {QStringLiteral("lng"), c.longitude}};
 }
 
-QByteArray bytesOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 } // namespace
 
 Q_DECLARE_METATYPE(Choice)
@@ -48,20 +42,19 @@ private:
     std::unique_ptr<FakeDirectionsService> m_directions;
     std::unique_ptr<TripController> m_trip;
 
-    TripController &trip() { return *m_trip; }
     QVariantMap stored() { return m_world->preferences().routePreference().toPropertyList(); }
     void writeRoute(const QVariantMap &record)
     {
         QVERIFY(PropertyList::write(m_world->files().routeFile(), record));
-        trip().restore();
+        m_trip->restore();
     }
     void choose(const Coordinate &start, const Coordinate &end, double startTime, double endTime)
     {
-        trip().chooseStart(start, QStringLiteral("Central"));
-        trip().chooseEnd(end, QStringLiteral("Tsim Sha Tsui"));
-        QTRY_VERIFY(!trip().isPlanning());
-        trip().setStartTime(startTime);
-        trip().setEndTime(endTime);
+        m_trip->chooseStart(start, QStringLiteral("Central"));
+        m_trip->chooseEnd(end, QStringLiteral("Tsim Sha Tsui"));
+        QTRY_VERIFY(!m_trip->isPlanning());
+        m_trip->setStartTime(startTime);
+        m_trip->setEndTime(endTime);
     }
 
 private slots:
@@ -72,12 +65,7 @@ private slots:
         m_trip = std::make_unique<TripController>(m_world->preferences(), m_directions.get(),
                                                   m_world->clock);
     }
-    void cleanup()
-    {
-        m_trip.reset();
-        m_directions.reset();
-        m_world.reset();
-    }
+    void cleanup() { m_trip.reset(), m_directions.reset(), m_world.reset(); }
 
     // A refused switch-on leaves the route file exactly as it was.
     void checksInOrder_data()
@@ -95,8 +83,7 @@ private slots:
         row("end", {Central, meridian, -5, t2, true}, "Please choose End");
         row("start time first", {Central, Tst, 0, 0, false}, "Please choose Start Time");
         row("end time", {Central, Tst, t1, -1, false}, "Please choose End Time");
-        row("end before start", {Central, Tst, t2, t1, false},
-            "End Time must later than Start Time");
+        row("end first", {Central, Tst, t2, t1, false}, "End Time must later than Start Time");
         row("no route", {Central, Tst, t1, t2, false},
             "Path planning failure, rechoose Start/End please");
         row("equal times pass", {Central, Tst, t1, t1, true}, "");
@@ -110,18 +97,17 @@ private slots:
         if (!choice.routeFound)
             m_directions->setAnswer(DirectionsAnswer::failure(QStringLiteral("no road")));
         choose(choice.start, choice.end, choice.startTime, choice.endTime);
-        const TripController::SwitchResult result = trip().switchOn();
+        const TripController::SwitchResult result = m_trip->switchOn();
         QCOMPARE(result.refusal, refusal);
         QCOMPARE(result.written, refusal.isEmpty());
-        QCOMPARE(bool(trip().previewTimer()), refusal.isEmpty());
+        QCOMPARE(bool(m_trip->previewTimer()), refusal.isEmpty());
         if (!refusal.isEmpty())
             QCOMPARE(bytesOf(m_world->files().routeFile()), before);
     }
 
     void normalizedStart()
     {
-        // future start kept; past start becomes now; both past: a second
-        // before the end; the end is now
+        // future start kept; past start: now; both past: a second before the end, or now
         const double rows[][3] = {{Now + 60, Now + 120, Now + 60},
                                   {Now - 60, Now + 120, Now},
                                   {Now - 600, Now - 60, Now - 61},
@@ -138,7 +124,7 @@ private slots:
         const Coordinate b{22.29, 114.16}, c{22.295, 114.17};
         m_directions->setAnswer(
             DirectionsAnswer::found({DirectionsRoute{{Central, b, c, Tst}, 0, 0}}));
-        QVERIFY(trip().switchOn().written);
+        QVERIFY(m_trip->switchOn().written);
         QVariantMap on{{QStringLiteral("enable"), QStringLiteral("1")},
                        {QStringLiteral("start"), QStringLiteral("1700000000.000000")},
                        {QStringLiteral("end"), QStringLiteral("1700000120.000000")},
@@ -148,23 +134,23 @@ private slots:
                        {QStringLiteral("points"), stored().value(QStringLiteral("points"))}};
         QCOMPARE(stored(), on);
         QCOMPARE(on.value(QStringLiteral("points")).toList().size(), 3);
-        QCOMPARE(trip().choiceRefusal(), Busy);
+        QCOMPARE(m_trip->choiceRefusal(), Busy);
 
-        QTRY_COMPARE(trip().record().pointCount(), 4); // memory follows the new route
-        QSignalSpy shown(&trip(), &TripController::previewAt);
+        QTRY_COMPARE(m_trip->record().pointCount(), 4); // memory follows the new route
+        QSignalSpy shown(m_trip.get(), &TripController::previewAt);
         m_world->clock.advance(60000); // 60 x 4 / 120 = 2
         QCOMPARE(shown.size(), 60);
         QCOMPARE(shown.last().first().value<Coordinate>(), c);
         m_world->clock.advance(61000);
         QCOMPARE(shown.last().first().value<Coordinate>(), Tst);
 
-        QVERIFY(trip().switchOff());
-        QVERIFY(!trip().previewTimer());
+        QVERIFY(m_trip->switchOff());
+        QVERIFY(!m_trip->previewTimer());
         on.insert(QStringLiteral("enable"), QStringLiteral("0"));
         on.insert(QStringLiteral("points"),
                   QVariantList{point(Central), point(b), point(c), point(Tst)});
         QCOMPARE(stored(), on);
-        QCOMPARE(trip().choiceRefusal(), QString());
+        QCOMPARE(m_trip->choiceRefusal(), QString());
     }
 
     // A restored trip plans again, but switching off writes the stored points.
@@ -179,15 +165,15 @@ private slots:
                             QVariantList{point({22.28, 114.15}), QStringLiteral("odd entry"),
                                          point({22.3, 114.17})}}};
         writeRoute(record);
-        QVERIFY(trip().isOn());
-        QCOMPARE(trip().start(), (Coordinate{22.28, 114.15}));
-        QCOMPARE(trip().startTime(), 1699999000.0);
-        QCOMPARE(trip().choiceRefusal(), Busy);
-        trip().plan();
-        QTRY_VERIFY(!trip().isPlanning());
+        QVERIFY(m_trip->isOn());
+        QCOMPARE(m_trip->start(), (Coordinate{22.28, 114.15}));
+        QCOMPARE(m_trip->startTime(), 1699999000.0);
+        QCOMPARE(m_trip->choiceRefusal(), Busy);
+        m_trip->plan();
+        QTRY_VERIFY(!m_trip->isPlanning());
         QCOMPARE(m_directions->requests().size(), 1);
-        QVERIFY(trip().points().at(1).latitude() != 0.0); // the new route's corner
-        QVERIFY(trip().switchOff());
+        QVERIFY(m_trip->points().at(1).latitude() != 0.0); // the new route's corner
+        QVERIFY(m_trip->switchOff());
         record.insert(QStringLiteral("enable"), QStringLiteral("0"));
         QCOMPARE(stored(), record);
     }
@@ -197,22 +183,22 @@ private slots:
     void failedPlanAfterAGoodOne()
     {
         m_directions->setHeld(true);
-        trip().chooseStart(Central, QStringLiteral("Central"));
-        trip().chooseEnd(Tst, QStringLiteral("TST"));
-        trip().plan();
+        m_trip->chooseStart(Central, QStringLiteral("Central"));
+        m_trip->chooseEnd(Tst, QStringLiteral("TST"));
+        m_trip->plan();
         QCOMPARE(m_directions->pending().size(), 2);
         QVERIFY(m_directions->release(
             1, DirectionsAnswer::found({DirectionsRoute{{{1, 1}, {2, 2}}, 0, 0}})));
-        QVERIFY(trip().isPlanning());
+        QVERIFY(m_trip->isPlanning());
         QVERIFY(m_directions->release(0, DirectionsAnswer::failure(QStringLiteral("x"))));
-        QVERIFY(!trip().isPlanning());
-        QVERIFY(trip().isRouteError());
-        QCOMPARE(trip().points().size(), 2);
-        trip().setStartTime(Now + 60);
-        trip().setEndTime(Now + 120);
-        QCOMPARE(trip().check(),
+        QVERIFY(!m_trip->isPlanning());
+        QVERIFY(m_trip->isRouteError());
+        QCOMPARE(m_trip->points().size(), 2);
+        m_trip->setStartTime(Now + 60);
+        m_trip->setEndTime(Now + 120);
+        QCOMPARE(m_trip->check(),
                  QStringLiteral("Path planning failure, rechoose Start/End please"));
-        trip().plan(); // a controller gone before the answer hears nothing
+        m_trip->plan(); // a controller gone before the answer hears nothing
         m_trip.reset();
         QVERIFY(!m_directions->release(0, DirectionsAnswer::failure(QStringLiteral("x"))));
     }

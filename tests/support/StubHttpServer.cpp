@@ -9,11 +9,6 @@ StubHttpServer::StubHttpServer(Handler handler, QObject *parent)
     connect(&m_server, &QTcpServer::newConnection, this, &StubHttpServer::onNewConnection);
 }
 
-bool StubHttpServer::listen()
-{
-    return m_server.listen(QHostAddress::LocalHost, 0);
-}
-
 QUrl StubHttpServer::baseUrl() const
 {
     return QUrl(QStringLiteral("http://127.0.0.1:%1").arg(m_server.serverPort()));
@@ -40,9 +35,7 @@ void StubHttpServer::serve(QTcpSocket *socket, QByteArray &buffer)
             return;
         const QList<QByteArray> lines = buffer.left(headerEnd).split('\n');
         Request request;
-        const QList<QByteArray> requestLine = lines.value(0).trimmed().split(' ');
-        request.method = requestLine.value(0);
-        request.target = requestLine.value(1);
+        request.target = lines.value(0).trimmed().split(' ').value(1);
         for (qsizetype i = 1; i < lines.size(); ++i) {
             const qsizetype colon = lines[i].indexOf(':');
             if (colon > 0)
@@ -52,7 +45,6 @@ void StubHttpServer::serve(QTcpSocket *socket, QByteArray &buffer)
         const qsizetype length = request.headers.value("content-length", "0").toLongLong();
         if (buffer.size() < headerEnd + 4 + length)
             return;
-        request.body = buffer.mid(headerEnd + 4, length);
         buffer.remove(0, headerEnd + 4 + length);
         m_requests.append(request);
 

@@ -3,7 +3,6 @@
 #include <QByteArray>
 #include <QHash>
 #include <QList>
-#include <QObject>
 #include <QTcpServer>
 #include <QUrl>
 
@@ -19,10 +18,8 @@ class StubHttpServer : public QObject
 public:
     struct Request
     {
-        QByteArray method;
         QByteArray target;                     // path and query exactly as sent
         QHash<QByteArray, QByteArray> headers; // names in lower case
-        QByteArray body;
     };
     struct Response
     {
@@ -35,7 +32,7 @@ public:
 
     explicit StubHttpServer(Handler handler = {}, QObject *parent = nullptr);
 
-    bool listen();
+    bool listen() { return m_server.listen(QHostAddress::LocalHost, 0); }
     QUrl baseUrl() const; // http://127.0.0.1:PORT
     void setHandler(Handler handler) { m_handler = std::move(handler); }
     // Sends the head and only half of each body, then closes the connection.

@@ -53,9 +53,8 @@ int main(int argc, char **argv)
         return 1;
     }
     int failures = 0;
-    for (const TestRegistry::Entry &entry : TestRegistry::entries()) {
+    for (const TestRegistry::Entry &entry : TestRegistry::entries())
         if (only.isEmpty() || only == QLatin1String(entry.name))
             failures += QTest::qExec(std::unique_ptr<QObject>(entry.make()).get(), arguments);
-    }
     return failures == 0 ? 0 : 1;
 }
