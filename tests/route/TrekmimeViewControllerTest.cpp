@@ -8,8 +8,11 @@
 #include "ui/FlatSwitch.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QPushButton>
+#include <QWheelEvent>
 
 namespace {
 const Coordinate Central{22.2846809, 114.1588};
@@ -168,6 +171,41 @@ private slots:
         QCOMPARE(row->text(QAccessible::Description), QStringLiteral("Pier 7"));
         QVERIFY(std::abs(screen.trip().start().latitude - 22.28) < 1e-6 &&
                 std::abs(screen.trip().end().latitude - 22.3) < 1e-6);
+    }
+
+    void pickerTurnsByDragTapWheelAndPage()
+    {
+        DateTimePicker picker;
+        picker.resize(picker.sizeHint());
+        const QDateTime start(QDate(2030, 1, 1), QTime(8, 0));
+        picker.setMinimumDate(start);
+        picker.setMaximumDate(DateTimePicker::distantFuture());
+        picker.setDate(start);
+        const int mid = picker.height() / 2;
+        const auto at = [&](DateTimePicker::Column column) {
+            return int(picker.width() * (column == DateTimePicker::Day    ? 0.25
+                                         : column == DateTimePicker::Hour ? 0.625
+                                                                          : 0.875));
+        };
+        const int minute = at(DateTimePicker::Minute);
+        // dragging the minutes up two rows: two minutes later
+        QTest::mousePress(&picker, Qt::LeftButton, {}, QPoint(minute, mid));
+        QMouseEvent move(QEvent::MouseMove, QPointF(minute, mid - 80),
+                         picker.mapToGlobal(QPointF(minute, mid - 80)), Qt::NoButton,
+                         Qt::LeftButton, {});
+        QApplication::sendEvent(&picker, &move);
+        QVERIFY(!picker.grab().isNull()); // drawn mid-drag
+        QTest::mouseRelease(&picker, Qt::LeftButton, {}, QPoint(minute, mid - 80));
+        // a tap one row below the band: an hour later
+        QTest::mouseClick(&picker, Qt::LeftButton, {}, QPoint(at(DateTimePicker::Hour), mid + 40));
+        // the wheel turns the day under it; Page Down then turns that column a week
+        QWheelEvent wheel(QPointF(at(DateTimePicker::Day), mid),
+                          picker.mapToGlobal(QPointF(at(DateTimePicker::Day), mid)), {},
+                          QPoint(0, -120), Qt::NoButton, {}, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&picker, &wheel);
+        QTest::keyClick(&picker, Qt::Key_PageDown);
+        QCOMPARE(picker.date(), QDateTime(QDate(2030, 1, 9), QTime(9, 2)));
+        QVERIFY(!picker.grab().isNull());
     }
 };
 
