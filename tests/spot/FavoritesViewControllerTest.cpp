@@ -85,6 +85,7 @@ private slots:
             texts << list->tableView()->item(i)->text();
         QCOMPARE(texts, rows);
         QCOMPARE(editButton(list)->isEnabled(), editable);
+        QVERIFY(!list->tableView()->grab().isNull()); // every kind of row draws
     }
 
     void editButtonAndDeletingTheOnlyEntry()
@@ -96,6 +97,7 @@ private slots:
         QVERIFY(table->isEditing());
         QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
                           table->deleteControlRect(0).center());
+        QVERIFY(!table->grab().isNull()); // the delete control and button draw
         QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
                           table->deleteButtonRect(0).center());
         QCOMPARE(SpotWorld::favorites(*m_world), QVariantList{});
