@@ -79,23 +79,6 @@ void addScreen(QString &sheet, const QString &scope, std::initializer_list<Rule>
     }
 }
 
-void addModeScreen(QString &sheet)
-{
-    addScreen(sheet, QStringLiteral("*[modeScreen=\"true\"]"),
-              {
-                  {"QWidget#topBar", "background: {midnightBlue};"},
-                  {"QLabel#titleLabel", "color: {clouds}; font-size: 20px; font-weight: 600;"},
-                  {"QWidget#body", "background: {clouds};"},
-                  {"QLabel#modeLabel", "color: {midnightBlue}; font-size: 34px; font-weight: 700;"},
-                  {"QLabel#subtitleLabel", "color: {asbestos}; font-size: 16px;"},
-                  {"QWidget#bottomView", "background: {midnightBlue};"},
-                  {"QPushButton#btn_exchange",
-                   "background: {turquoise}; color: {clouds}; border: none; border-radius: 8px;"
-                   " font-size: 15px; font-weight: 600; padding: 10px 18px;"},
-                  {"QPushButton#btn_exchange:pressed", "background: {greenSea};"},
-              });
-}
-
 void addRouteScreen(QString &sheet)
 {
     addScreen(
@@ -219,7 +202,6 @@ void addModalScreen(QString &sheet, const QString &screen)
 QString Theme::styleSheet()
 {
     QString sheet;
-    addModeScreen(sheet);
     addRouteScreen(sheet);
     addAddressPicker(sheet);
     addSpotScreen(sheet);
