@@ -1,6 +1,7 @@
 #include "SendMouse.h"
 #include "TestMain.h"
 
+#include "ui/ColorPalette.h"
 #include "ui/ViewHelpers.h"
 
 #include <QTest>
@@ -42,6 +43,15 @@ private slots:
             setHeight(v, 80);
             setTail(v, 200);
         }) << QRect(10, 120, 100, 80);
+        QTest::newRow("origin and size") << FrameChange([](QWidget *v) {
+            setOrigin(v, QPoint(5, 6));
+            setSize(v, QSize(30, 40));
+        }) << QRect(5, 6, 30, 40);
+        QTest::newRow("x, y and width") << FrameChange([](QWidget *v) {
+            setX(v, 7);
+            setY(v, 8);
+            setWidth(v, 9);
+        }) << QRect(7, 8, 9, 50);
         QTest::newRow("full") << F(frameSetInSuperViewForFull) << QRect(13, 24, 131, 61);
         QTest::newRow("left top") << F(frameSetInSuperViewForLeftTop) << QRect(110, 20, 100, 50);
         QTest::newRow("bottom") << F(frameSetInSuperViewForBottom) << QRect(10, 20, 100, 50);
@@ -61,6 +71,21 @@ private slots:
         QCOMPARE(child->geometry(), expected);
         QCOMPARE(tail(child), expected.y() + expected.height());
         QCOMPARE(right(child), expected.x() + expected.width());
+        QCOMPARE(QRect(origin(child), size(child)), expected);
+        QCOMPARE(QRect(x(child), y(child), width(child), height(child)), expected);
+    }
+
+    void madeViewsKeepTheirFrameAndColour()
+    {
+        const QRect frame(1, 2, 30, 40);
+        const std::unique_ptr<QWidget> plain(viewWithFrame(frame));
+        const std::unique_ptr<QWidget> clear(clearViewWithFrame(frame));
+        const std::unique_ptr<QWidget> filled(viewWithColor(ColorPalette::turquoiseColor(), frame));
+        QCOMPARE(plain->geometry(), frame);
+        QCOMPARE(clear->geometry(), frame);
+        QCOMPARE(color(filled.get()), ColorPalette::turquoiseColor());
+        setColor(plain.get(), ColorPalette::alizarinColor());
+        QCOMPARE(color(plain.get()), ColorPalette::alizarinColor());
     }
 
     void resizingFollowsANewParent()
