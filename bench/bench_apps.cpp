@@ -55,7 +55,8 @@ void BM_InstalledAppModel(benchmark::State &state)
         state.PauseTiming();
         QPixmapCache::clear();
         state.ResumeTiming();
-        const QList<ApplicationModel> models = ApplicationList::installedAppModel(registry, preferences());
+        const QList<ApplicationModel> models =
+            ApplicationList::installedAppModel(registry, preferences());
         for (const ApplicationModel &model : models) {
             benchmark::DoNotOptimize(ApplicationIconLoader::load(
                 model.appIcon(), ApplicationIconLoader::SmallIconFormat, 1.0));

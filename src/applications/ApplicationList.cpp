@@ -13,7 +13,7 @@ QList<ApplicationModel> ApplicationList::installedAppModel(const ApplicationRegi
 }
 
 QStringList ApplicationList::installedAppBundle(const ApplicationRegistry &registry,
-                                               const TMPreferenceUtil &preferences)
+                                                const TMPreferenceUtil &preferences)
 {
     QStringList bundles = registry.displayIdentifiers(false, false);
     return fixWithHushdeck(registry, preferences, bundles);

@@ -110,7 +110,8 @@ bool TMPreferenceUtil::toggleWhitelist(WhitelistRecord &whitelist, const QString
 
 int TMPreferenceUtil::mode() const
 {
-    return MasterRecord::fromPropertyList(PropertyList::readDictionary(m_files.masterFile())).mode();
+    return MasterRecord::fromPropertyList(PropertyList::readDictionary(m_files.masterFile()))
+        .mode();
 }
 
 bool TMPreferenceUtil::writeMode(MasterRecord::Mode mode)

@@ -13,10 +13,10 @@
 struct CoreServices::Owned
 {
     explicit Owned(const Configuration &configuration)
-        : preferences(PreferenceFiles(configuration.preferencesDir.isEmpty()
-                                          ? QString::fromLatin1(
-                                                PreferenceFiles::DevicePreferencesDirectory)
-                                          : configuration.preferencesDir))
+        : preferences(
+              PreferenceFiles(configuration.preferencesDir.isEmpty()
+                                  ? QString::fromLatin1(PreferenceFiles::DevicePreferencesDirectory)
+                                  : configuration.preferencesDir))
     {
     }
 

@@ -22,10 +22,12 @@ private:
     SelectAddressViewController &open()
     {
         m_calls = 0;
-        m_picker = new SelectAddressViewController(
-            ScreenNeeds::addressPicker(m_world->services()), [this](double lat, double lng, const QString &address) {
-                ++m_calls, m_latitude = lat, m_longitude = lng, m_address = address;
-            });
+        m_picker =
+            new SelectAddressViewController(ScreenNeeds::addressPicker(m_world->services()),
+                                            [this](double lat, double lng, const QString &address) {
+                                                ++m_calls, m_latitude = lat, m_longitude = lng,
+                                                           m_address = address;
+                                            });
         m_picker->setAnimationDuration(0);
         m_picker->resize(390, 844);
         m_picker->loadViewIfNeeded();

@@ -52,8 +52,7 @@ int apps(CtlContext &context, QStringList args)
             list.append(QJsonObject{
                 {QStringLiteral("bundle"), model.appBundle()},
                 {QStringLiteral("name"), model.appName()},
-                {QStringLiteral("whitelisted"),
-                 whitelist.isWhitelisted(model.appBundle())},
+                {QStringLiteral("whitelisted"), whitelist.isWhitelisted(model.appBundle())},
             });
         }
         context.printJson(list);
@@ -61,8 +60,7 @@ int apps(CtlContext &context, QStringList args)
     }
     for (const ApplicationModel &model : std::as_const(models)) {
         context.out << model.appBundle() << '\t' << model.appName() << '\t'
-                    << (whitelist.isWhitelisted(model.appBundle()) ? "whitelisted" : "-")
-                    << '\n';
+                    << (whitelist.isWhitelisted(model.appBundle()) ? "whitelisted" : "-") << '\n';
     }
     return CtlOk;
 }

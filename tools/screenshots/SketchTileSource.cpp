@@ -54,8 +54,9 @@ QImage SketchTileSource::draw(const TileId &tile)
     }
     // streets, then avenues over them
     for (const bool avenues : {false, true}) {
-        painter.setPen(QPen(avenues ? ColorPalette::sketchAvenueColor() : ColorPalette::whiteColor(),
-                            avenues ? 9.0 : 5.0, Qt::SolidLine, Qt::FlatCap));
+        painter.setPen(
+            QPen(avenues ? ColorPalette::sketchAvenueColor() : ColorPalette::whiteColor(),
+                 avenues ? 9.0 : 5.0, Qt::SolidLine, Qt::FlatCap));
         for (qint64 i = 0; i < blocks; ++i) {
             const qint64 column = firstColumn + i;
             const qint64 row = firstRow + i;
