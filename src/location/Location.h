@@ -25,6 +25,19 @@ template <typename T> struct LocationAnswer
     static LocationAnswer failure(QString error) { return {std::nullopt, std::move(error)}; }
 };
 
+// The completion most callers want: a found value goes to `found`, a
+// failure's text (null when there was none) to `failed`.
+template <typename T, typename Found, typename Failed>
+std::function<void(const LocationAnswer<T> &)> splitAnswer(Found found, Failed failed)
+{
+    return [found = std::move(found), failed = std::move(failed)](const LocationAnswer<T> &answer) {
+        if (answer.succeeded())
+            found(*answer.value);
+        else
+            failed(answer.error);
+    };
+}
+
 using PositionAnswer = LocationAnswer<Coordinate>;   // the device's position
 using AddressAnswer = LocationAnswer<QString>;       // a one-line address
 using CoordinateAnswer = LocationAnswer<Coordinate>; // the place of an address

@@ -187,12 +187,10 @@ void SelectAddressViewController::mineLocationButtonClicked()
         hideHUDView(); // no location service to ask
         return;
     }
-    m_needs.location->startLocation(this, [this](const PositionAnswer &answer) {
-        if (answer.succeeded())
-            locationSuccess(answer.value->latitude, answer.value->longitude);
-        else
-            locationFailed(answer.error);
-    });
+    m_needs.location->startLocation(
+        this, splitAnswer<Coordinate>(
+                  [this](const Coordinate &c) { locationSuccess(c.latitude, c.longitude); },
+                  [this](const QString &error) { locationFailed(error); }));
 }
 
 void SelectAddressViewController::locationSuccess(double, double)
@@ -233,12 +231,10 @@ void SelectAddressViewController::regionDidChangeAnimated(MapView *mapView, bool
         reverseGeocoderFailed(QString());
         return;
     }
-    m_needs.location->addressWithCoordinate(centre, this, [this](const AddressAnswer &answer) {
-        if (answer.succeeded())
-            reverseGeocoderSuccess(*answer.value);
-        else
-            reverseGeocoderFailed(answer.error);
-    });
+    m_needs.location->addressWithCoordinate(
+        centre, this,
+        splitAnswer<QString>([this](const QString &value) { reverseGeocoderSuccess(value); },
+                             [this](const QString &error) { reverseGeocoderFailed(error); }));
 }
 
 void SelectAddressViewController::addressFound(const QString &address)
@@ -288,12 +284,10 @@ void SelectAddressViewController::searchButtonClicked()
         geocoderCoordinateFailed(QString());
         return;
     }
-    m_needs.location->coordinateWithAddress(text, this, [this](const CoordinateAnswer &answer) {
-        if (answer.succeeded())
-            geocoderSuccess(*answer.value);
-        else
-            geocoderCoordinateFailed(answer.error);
-    });
+    m_needs.location->coordinateWithAddress(
+        text, this,
+        splitAnswer<Coordinate>([this](const Coordinate &value) { geocoderSuccess(value); },
+                                [this](const QString &error) { geocoderCoordinateFailed(error); }));
 }
 
 void SelectAddressViewController::geocoderSuccess(const Coordinate &coordinate)

@@ -386,12 +386,10 @@ bool TrekmimeViewController::startLocating()
 {
     if (!m_needs.location)
         return false; // no location service to ask
-    m_needs.location->startLocation(this, [this](const PositionAnswer &answer) {
-        if (answer.succeeded())
-            locationSuccess(answer.value->latitude, answer.value->longitude);
-        else
-            locationFailed(answer.error);
-    });
+    m_needs.location->startLocation(
+        this, splitAnswer<Coordinate>(
+                  [this](const Coordinate &c) { locationSuccess(c.latitude, c.longitude); },
+                  [this](const QString &error) { locationFailed(error); }));
     return true;
 }
 

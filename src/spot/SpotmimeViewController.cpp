@@ -121,12 +121,10 @@ void SpotmimeViewController::regionDidChangeAnimated(MapView *mapView, bool)
         reverseGeocoderFailed(QString());
         return;
     }
-    m_needs.location->addressWithCoordinate(centre, this, [this](const AddressAnswer &answer) {
-        if (answer.succeeded())
-            reverseGeocoderSuccess(*answer.value);
-        else
-            reverseGeocoderFailed(answer.error);
-    });
+    m_needs.location->addressWithCoordinate(
+        centre, this,
+        splitAnswer<QString>([this](const QString &value) { reverseGeocoderSuccess(value); },
+                             [this](const QString &error) { reverseGeocoderFailed(error); }));
 }
 
 void SpotmimeViewController::reverseGeocoderSuccess(const QString &address)
@@ -175,12 +173,10 @@ void SpotmimeViewController::startLocating()
         locationFailed(QString());
         return;
     }
-    m_needs.location->startLocation(this, [this](const PositionAnswer &answer) {
-        if (answer.succeeded())
-            locationSuccess(answer.value->latitude, answer.value->longitude);
-        else
-            locationFailed(answer.error);
-    });
+    m_needs.location->startLocation(
+        this, splitAnswer<Coordinate>(
+                  [this](const Coordinate &c) { locationSuccess(c.latitude, c.longitude); },
+                  [this](const QString &error) { locationFailed(error); }));
 }
 
 void SpotmimeViewController::locationSuccess(double, double)
@@ -274,13 +270,10 @@ void SpotmimeViewController::searchButtonClicked()
         geocoderFailed(QString());
         return;
     }
-    m_needs.location->coordinateWithAddress(input.text, this,
-                                            [this](const CoordinateAnswer &answer) {
-                                                if (answer.succeeded())
-                                                    geocoderSuccess(*answer.value);
-                                                else
-                                                    geocoderFailed(answer.error);
-                                            });
+    m_needs.location->coordinateWithAddress(
+        input.text, this,
+        splitAnswer<Coordinate>([this](const Coordinate &value) { geocoderSuccess(value); },
+                                [this](const QString &error) { geocoderFailed(error); }));
 }
 
 bool SpotmimeViewController::textFieldShouldReturn()
