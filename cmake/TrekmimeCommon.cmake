@@ -54,7 +54,7 @@ function(trekmime_test name)
     set(ARG_TIMEOUT 300)
   endif()
   set(environment
-    "QT_QPA_PLATFORM=offscreen;TZ=UTC;LANG=C.UTF-8;LC_ALL=C.UTF-8;QT_LOGGING_RULES=qt.qpa.*=false")
+    "QT_QPA_PLATFORM=offscreen;TZ=UTC;LANG=C.UTF-8;LC_ALL=C.UTF-8;LANGUAGE=;QT_LOGGING_RULES=qt.qpa.*=false")
   foreach(class ${ARG_CLASSES})
     add_test(NAME ${name}.${class} COMMAND ${name} -class ${class})
     set_tests_properties(${name}.${class} PROPERTIES TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "${environment}")

@@ -4,6 +4,7 @@
 #include "app/ModalScreenFrame.h"
 #include "app/SafeArea.h"
 #include "platform/Configuration.h"
+#include "platform/PreferredLanguages.h"
 #include "platform/gui/DeviceMetrics.h"
 #include "platform/gui/UrlOpener.h"
 #include "ui/ColorPalette.h"
@@ -11,7 +12,6 @@
 
 #include <QGuiApplication>
 #include <QLabel>
-#include <QLocale>
 #include <QPainter>
 #include <QPainterPath>
 #include <QSysInfo>
@@ -150,9 +150,10 @@ void InfoViewController::wihteList()
 
 QUrl InfoViewController::contactUrl() const
 {
-    // room to write above a line that tells support what the user runs
+    // room to write above a line that tells support what the user runs;
+    // mail links break lines with CR LF
     const QString body =
-        QStringLiteral("\n\n\n%1 %2, %3")
+        QStringLiteral("\r\n\r\n\r\n%1 %2, %3")
             .arg(QGuiApplication::applicationDisplayName(), QCoreApplication::applicationVersion(),
                  QSysInfo::prettyProductName());
     const QByteArray mail =
@@ -179,9 +180,7 @@ void InfoViewController::visitVelmora()
 
 QStringList InfoViewController::preferredLanguages() const
 {
-    if (!m_needs.configuration.languages.isEmpty())
-        return m_needs.configuration.languages;
-    return QLocale::system().uiLanguages();
+    return ::preferredLanguages(m_needs.configuration);
 }
 
 bool InfoViewController::isChinese() const

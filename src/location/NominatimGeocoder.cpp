@@ -100,7 +100,8 @@ QString errorMessage(const QJsonValue &error)
 
 NominatimGeocoder::NominatimGeocoder(QNetworkAccessManager *network, const QUrl &endpoint,
                                      const QString &userAgent, QObject *parent)
-    : QObject(parent), m_network(network), m_endpoint(endpoint), m_userAgent(userAgent)
+    : QObject(parent), m_network(network), m_endpoint(endpoint), m_userAgent(userAgent),
+      m_language(preferredLanguage())
 {
 }
 
@@ -137,8 +138,10 @@ std::optional<QStringList> NominatimGeocoder::addressLines(const QJsonObject &pl
 NominatimGeocoder *NominatimGeocoder::fromServices(const HeadlessServices &services,
                                                    QObject *parent)
 {
-    return new NominatimGeocoder(services.network, services.configuration.nominatimUrl,
-                                 services.configuration.userAgent(), parent);
+    auto *geocoder = new NominatimGeocoder(services.network, services.configuration.nominatimUrl,
+                                           services.configuration.userAgent(), parent);
+    geocoder->setLanguage(preferredLanguage(services.configuration));
+    return geocoder;
 }
 
 QUrl NominatimGeocoder::url(const QString &path, const QList<QPair<QString, QString>> &query) const
@@ -164,19 +167,18 @@ void NominatimGeocoder::reverseGeocodeLocation(const Coordinate &location, QObje
                  {QStringLiteral("addressdetails"), QStringLiteral("1")},
                  {QStringLiteral("lat"), QString::asprintf("%f", location.latitude)},
                  {QStringLiteral("lon"), QString::asprintf("%f", location.longitude)},
-                 {QStringLiteral("accept-language"), preferredLanguage()}}),
+                 {QStringLiteral("accept-language"), m_language}}),
             receiver, std::move(completion));
 }
 
 void NominatimGeocoder::geocodeAddressString(const QString &address, QObject *receiver,
                                              Completion completion)
 {
-    request(
-        url(QStringLiteral("/search"), {{QStringLiteral("format"), QStringLiteral("jsonv2")},
-                                        {QStringLiteral("addressdetails"), QStringLiteral("1")},
-                                        {QStringLiteral("q"), address},
-                                        {QStringLiteral("accept-language"), preferredLanguage()}}),
-        receiver, std::move(completion));
+    request(url(QStringLiteral("/search"), {{QStringLiteral("format"), QStringLiteral("jsonv2")},
+                                            {QStringLiteral("addressdetails"), QStringLiteral("1")},
+                                            {QStringLiteral("q"), address},
+                                            {QStringLiteral("accept-language"), m_language}}),
+            receiver, std::move(completion));
 }
 
 void NominatimGeocoder::request(const QUrl &url, QObject *receiver, Completion completion)

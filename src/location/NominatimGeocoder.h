@@ -39,6 +39,9 @@ public:
                               Completion completion) override;
 
     RequestPacer &pacer() { return m_pacer; }
+    // The language the answers come in (accept-language); the system's
+    // first preferred one unless changed.
+    void setLanguage(const QString &language) { m_language = language; }
     // How long one request may take; 20 seconds unless changed.
     void setTimeout(int msecs) { m_timeout = msecs; }
 
@@ -59,6 +62,7 @@ private:
     QNetworkAccessManager *m_network;
     QUrl m_endpoint;
     QString m_userAgent;
+    QString m_language;
     RequestPacer m_pacer;
     int m_timeout = 20000;
     QCache<QUrl, GeocoderAnswer> m_cache{512};

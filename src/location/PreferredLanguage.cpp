@@ -1,12 +1,21 @@
 #include "location/PreferredLanguage.h"
 
-#include <QLocale>
+#include "platform/Configuration.h"
+#include "platform/PreferredLanguages.h"
+
+namespace {
+QString firstOrEnglish(const QStringList &languages)
+{
+    return languages.isEmpty() ? QStringLiteral("en") : languages.constFirst();
+}
+} // namespace
+
+QString preferredLanguage(const Configuration &configuration)
+{
+    return firstOrEnglish(preferredLanguages(configuration));
+}
 
 QString preferredLanguage()
 {
-    const QLocale locale;
-    if (locale.language() == QLocale::C)
-        return QStringLiteral("en");
-    const QStringList languages = locale.uiLanguages();
-    return languages.isEmpty() ? locale.bcp47Name() : languages.first();
+    return firstOrEnglish(systemPreferredLanguages());
 }

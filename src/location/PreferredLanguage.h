@@ -2,7 +2,12 @@
 
 #include <QString>
 
-// The user's first preferred language as a language tag ("zh-CN", "en"),
-// for services that answer in the user's language. The untranslated C
-// locale counts as English.
+class Configuration;
+
+// The first of the user's preferred languages as a language tag ("zh-Hans",
+// "en-GB"), for services that answer in the user's language: the
+// configuration's list, else the system's. Without either (the untranslated
+// C locale), English.
+QString preferredLanguage(const Configuration &configuration);
+// The same from the system's list alone.
 QString preferredLanguage();

@@ -86,6 +86,7 @@ WebGeocoderEndpoint WebGeocoderEndpoint::fromServices(const HeadlessServices &se
     WebGeocoderEndpoint endpoint{services.network, services.configuration.geocodingUrl,
                                  services.configuration.userAgent()};
     endpoint.clock = services.clock;
+    endpoint.language = preferredLanguage(services.configuration);
     return endpoint;
 }
 
@@ -182,7 +183,8 @@ void WebGeocoder::build(const WebGeocoderEndpoint &endpoint, Parameters &paramet
     connect(m_timeoutTimer, &ClockTimer::timeout, this, &WebGeocoder::requestTimeout);
 
     setParameter(parameters, QStringLiteral("sensor"), QStringLiteral("true"));
-    setParameter(parameters, QStringLiteral("language"), preferredLanguage());
+    setParameter(parameters, QStringLiteral("language"),
+                 endpoint.language.isEmpty() ? preferredLanguage() : endpoint.language);
     const QByteArray url = endpointUrl(endpoint.host).toEncoded() + '?' + queryText(parameters);
     // the query is encoded already and must reach the service byte for byte
     m_operationRequest.setUrl(QUrl::fromEncoded(url, QUrl::StrictMode));

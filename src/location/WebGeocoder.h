@@ -58,6 +58,8 @@ struct WebGeocoderEndpoint
     // system's when null); tests shorten it or run a clock of their own.
     int timeoutInterval = 20000;
     const Clock *clock = nullptr;
+    // The "language" asked for; the system's first preferred one when empty.
+    QString language = {};
 
     static WebGeocoderEndpoint fromServices(const HeadlessServices &services);
 };

@@ -35,6 +35,11 @@ private slots:
         system.addApplication(id("org.example.Chat"), id("Chat"),
                               system.addThemeIcon(id("chat-file"), Qt::blue, {}));
         system.addApplication(id("org.example.Hidden"), id("Hidden"), {}, true);
+        // many applications ship nothing but an SVG
+        home.addSvgThemeIcon(id("org.example.Vector"), Qt::darkCyan);
+        home.addApplication(id("org.example.Vector"), id("Vector"), id("org.example.Vector"));
+        system.addApplication(id("org.example.VectorFile"), id("Vector file"),
+                              system.addSvgThemeIcon(id("vector-file"), Qt::red));
         system.addApplication(id("org.example.BrokenIcon"), id("Broken icon"),
                               id("/nowhere/broken.png"));
         const QByteArray entry = "[Desktop Entry]\nType=Application\nExec=true\n";
@@ -49,9 +54,9 @@ private slots:
         QStringList shown = m_registry.displayIdentifiers(false, false);
         shown.sort();
         // GIO shows entries without a usable name too (as "Unnamed")
-        QCOMPARE(shown.join(u' '),
-                 id("org.example.BadText org.example.BrokenIcon org.example.Chat "
-                    "org.example.Localised org.example.Maps org.example.Nameless"));
+        QCOMPARE(shown.join(u' '), id("org.example.BadText org.example.BrokenIcon org.example.Chat "
+                                      "org.example.Localised org.example.Maps org.example.Nameless "
+                                      "org.example.Vector org.example.VectorFile"));
         const auto name = [this](const char *bundle, const char *language = "C") {
             qputenv("LANGUAGE", language);
             const QString answer = m_registry.localizedName(id(bundle));
@@ -74,6 +79,8 @@ private slots:
         };
         QCOMPARE(size("org.example.Maps", 2.0), QSize(60, 60)); // theme icon
         QCOMPARE(size("org.example.Chat", 3.0), QSize(90, 90)); // icon file
+        QCOMPARE(size("org.example.Vector", 2.0), QSize(60, 60));
+        QCOMPARE(size("org.example.VectorFile", 1.0), QSize(30, 30));
         QVERIFY(size("org.example.BrokenIcon", 1.0).isEmpty());
         QVERIFY(size("org.example.Hidden", 1.0).isEmpty()); // no icon
         QVERIFY(size("org.example.Gone", 1.0).isEmpty());   // not installed

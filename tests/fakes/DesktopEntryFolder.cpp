@@ -13,10 +13,12 @@ DesktopEntryFolder::DesktopEntryFolder(const QString &root) : m_root(root)
     QDir(root).mkpath(QStringLiteral("applications"));
     const QString theme = root + QStringLiteral("/icons/hicolor");
     QDir(theme).mkpath(QStringLiteral("48x48/apps"));
+    QDir(theme).mkpath(QStringLiteral("scalable/apps"));
     QFile index(theme + QStringLiteral("/index.theme"));
     if (index.open(QIODevice::WriteOnly))
-        index.write("[Icon Theme]\nName=Hicolor\nDirectories=48x48/apps\n\n"
-                    "[48x48/apps]\nSize=48\nMinSize=8\nMaxSize=512\nType=Scalable\n");
+        index.write("[Icon Theme]\nName=Hicolor\nDirectories=48x48/apps,scalable/apps\n\n"
+                    "[48x48/apps]\nSize=48\nMinSize=8\nMaxSize=512\nType=Scalable\n\n"
+                    "[scalable/apps]\nSize=128\nMinSize=8\nMaxSize=512\nType=Scalable\n");
 }
 
 void DesktopEntryFolder::addEntry(const QString &bundle, const QByteArray &contents) const
@@ -68,5 +70,19 @@ QString DesktopEntryFolder::addThemeIcon(const QString &name, const QColor &colo
     const QString file =
         m_root + QStringLiteral("/icons/hicolor/48x48/apps/") + name + QStringLiteral(".png");
     image.save(file, "PNG");
+    return file;
+}
+
+QString DesktopEntryFolder::addSvgThemeIcon(const QString &name, const QColor &color) const
+{
+    const QString file =
+        m_root + QStringLiteral("/icons/hicolor/scalable/apps/") + name + QStringLiteral(".svg");
+    QFile svg(file);
+    if (svg.open(QIODevice::WriteOnly))
+        svg.write(QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"128\" "
+                                 "height=\"128\"><rect x=\"8\" y=\"8\" width=\"112\" "
+                                 "height=\"112\" rx=\"26\" fill=\"%1\"/></svg>\n")
+                      .arg(color.name())
+                      .toUtf8());
     return file;
 }

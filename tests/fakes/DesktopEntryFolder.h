@@ -21,6 +21,9 @@ public:
     // icons/hicolor/48x48/apps/<name>.png: a rounded square of `color` with
     // `glyph` on it in white. Answers the file.
     QString addThemeIcon(const QString &name, const QColor &color, const QString &glyph) const;
+    // icons/hicolor/scalable/apps/<name>.svg, as many applications ship
+    // their only icon. Answers the file.
+    QString addSvgThemeIcon(const QString &name, const QColor &color) const;
 
 private:
     QString m_root;

@@ -73,19 +73,25 @@ private slots:
     void visitOpensTheShopOnlyForSimplifiedChineseFirst_data()
     {
         QTest::addColumn<QString>("languages");
+        QTest::addColumn<QByteArray>("system"); // LANGUAGE
         QTest::addColumn<bool>("chinese");
-        QTest::newRow("zh-Hans") << QStringLiteral("zh-Hans,en") << true;
-        QTest::newRow("with a region") << QStringLiteral("zh-Hans-CN") << false;
-        QTest::newRow("traditional") << QStringLiteral("zh-Hant") << false;
-        QTest::newRow("second only") << QStringLiteral("en-GB,zh-Hans") << false;
-        QTest::newRow("other case") << QStringLiteral("zh-hans") << false;
+        QTest::newRow("zh-Hans") << "zh-Hans,en" << QByteArray("de") << true;
+        QTest::newRow("with a region") << "zh-Hans-CN" << QByteArray() << false;
+        QTest::newRow("traditional") << "zh-Hant" << QByteArray() << false;
+        QTest::newRow("second only") << "en-GB,zh-Hans" << QByteArray() << false;
+        QTest::newRow("other case") << "zh-hans" << QByteArray() << false;
+        QTest::newRow("system's") << "" << QByteArray("zh_CN:en") << true;
+        QTest::newRow("configured first") << "en" << QByteArray("zh_CN") << false;
     }
     void visitOpensTheShopOnlyForSimplifiedChineseFirst()
     {
         QFETCH(QString, languages);
+        QFETCH(QByteArray, system);
         QFETCH(bool, chinese);
         m_world->services().configuration.set(Configuration::Languages, languages);
+        qputenv("LANGUAGE", system);
         press(present(), "visitButton");
+        qunsetenv("LANGUAGE");
         QCOMPARE(m_world->urlOpener.opened,
                  QList<QUrl>{QUrl(chinese ? QStringLiteral("https://shop.example.org/")
                                           : QStringLiteral("https://www.example.org/"))});
@@ -99,6 +105,10 @@ private slots:
         const QString body =
             QUrlQuery(mail).queryItemValue(QStringLiteral("body"), QUrl::FullyDecoded);
         QVERIFY2(body.contains(QStringLiteral("9.8.7")), qPrintable(body));
+        // mail links break lines with CR LF
+        const QByteArray encoded = mail.toEncoded();
+        QVERIFY2(encoded.contains("body=%0D%0A%0D%0A%0D%0A") && !encoded.contains("%0A%0A"),
+                 encoded.constData());
     }
 
     void whiteListPresentsTheWhitelistAndBackDismisses()

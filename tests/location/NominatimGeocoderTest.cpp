@@ -3,6 +3,7 @@
 
 #include "location/NominatimGeocoder.h"
 #include "platform/Configuration.h"
+#include "platform/HeadlessServices.h"
 
 #include <QElapsedTimer>
 #include <QNetworkAccessManager>
@@ -118,6 +119,28 @@ private slots:
                  "/nominatim/search?format=jsonv2&addressdetails=1&q=1%2B2%20Main%20St%26Co&"
                  "accept-language=en /nominatim/reverse?format=jsonv2&addressdetails=1&"
                  "lat=22.500000&lon=114.100000&accept-language=en");
+    }
+
+    // the configured languages first, else the system's
+    void answersComeInThePreferredLanguage()
+    {
+        HeadlessServices services;
+        services.network = &m_network;
+        services.configuration.nominatimUrl = m_server->baseUrl();
+        qputenv("LANGUAGE", "zh_TW");
+        std::unique_ptr<NominatimGeocoder> system(NominatimGeocoder::fromServices(services));
+        services.configuration.languages = QStringList{QStringLiteral("zh-Hans")};
+        std::unique_ptr<NominatimGeocoder> configured(NominatimGeocoder::fromServices(services));
+        qunsetenv("LANGUAGE");
+        Answers answers;
+        system->geocodeAddressString(QStringLiteral("a"), this, answers.completion());
+        configured->geocodeAddressString(QStringLiteral("b"), this, answers.completion());
+        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 2, 5000);
+        QStringList languages;
+        for (const auto &request : m_server->requests())
+            languages.append(QString::fromLatin1(request.target).section(u'=', -1));
+        languages.sort();
+        QCOMPARE(languages, QStringList({QStringLiteral("zh-Hans"), QStringLiteral("zh-Hant")}));
     }
 
     void answersAreSharedAndCachedButFailuresAreNot()

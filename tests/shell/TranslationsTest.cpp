@@ -1,0 +1,56 @@
+#include "TestMain.h"
+
+#include "shell/Translations.h"
+
+#include <QCoreApplication>
+#include <QTest>
+
+// Which texts a person sees for the language asked for or the system's.
+class TranslationsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup()
+    {
+        qunsetenv("LANGUAGE");
+        installTranslations(QStringLiteral("C"));
+    }
+
+    void textsFollowTheLanguage_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QByteArray>("system"); // LANGUAGE; the locale stays C
+        QTest::addColumn<QString>("ours");      // an English text of the screens
+        QTest::addColumn<QString>("location");  // a Chinese text of the location service
+        QTest::addColumn<QString>("qt");        // the text fields' Copy
+        const QString today = QStringLiteral("Today"), ok = QStringLiteral("OK"),
+                      copy = QStringLiteral("&Copy");
+        const QString jintian = QStringLiteral("今天"), queding = QStringLiteral("确定"),
+                      fuzhi = QStringLiteral("复制(&C)");
+        QTest::newRow("asked zh_CN") << "zh_CN" << QByteArray() << jintian << queding << fuzhi;
+        QTest::newRow("system zh_CN") << "" << QByteArray("zh_CN") << jintian << queding << fuzhi;
+        QTest::newRow("system list")
+            << "" << QByteArray("de_DE:zh_CN") << jintian << queding << fuzhi;
+        QTest::newRow("untranslated") << "de_DE" << QByteArray() << today << ok << copy;
+        QTest::newRow("system untranslated") << "" << QByteArray("de_DE") << today << ok << copy;
+        QTest::newRow("system C") << "" << QByteArray() << today << ok << copy;
+        QTest::newRow("as written") << "C" << QByteArray("zh_CN") << today << queding << copy;
+    }
+    void textsFollowTheLanguage()
+    {
+        QFETCH(QString, language);
+        QFETCH(QByteArray, system);
+        QFETCH(QString, ours);
+        QFETCH(QString, location);
+        QFETCH(QString, qt);
+        qputenv("LANGUAGE", system);
+        installTranslations(language);
+        QCOMPARE(QCoreApplication::translate("DateTimePicker", "Today"), ours);
+        QCOMPARE(QCoreApplication::translate("Location", "确定"), location);
+        QCOMPARE(QCoreApplication::translate("QLineEdit", "&Copy"), qt);
+    }
+};
+
+TREKMIME_TEST(TranslationsTest)
+#include "TranslationsTest.moc"
