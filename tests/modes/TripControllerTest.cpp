@@ -178,6 +178,36 @@ private slots:
         QCOMPARE(stored(), record);
     }
 
+    // An address the restored record did not hold is written as no key.
+    void unknownAddressesAreNoKeys()
+    {
+        writeRoute({{QStringLiteral("enable"), QStringLiteral("1")},
+                    {QStringLiteral("start"), QStringLiteral("1700000060")},
+                    {QStringLiteral("end"), QStringLiteral("1700000120")},
+                    {QStringLiteral("points"), QVariantList{point(Central), point(Tst)}}});
+        QVERIFY(m_trip->switchOff());
+        QVERIFY(m_trip->switchOn(false).written);
+        const QByteArray file = bytesOf(m_world->files().routeFile());
+        QVERIFY(file.contains("<key>enable</key>\n\t<string>1</string>"));
+        QVERIFY(!file.contains("<key>s</key>") && !file.contains("<key>e</key>"));
+    }
+
+    // A request a newer one replaced is no failure; the newer answer decides.
+    void replacedPlanWaitsForTheNewer()
+    {
+        m_directions->setHeld(true);
+        m_trip->planBetween(Central, Tst);
+        m_trip->planBetween(Central, Tst);
+        QSignalSpy finished(m_trip.get(), &TripController::planningFinished);
+        QVERIFY(m_directions->release(0, DirectionsAnswer::replacedRequest(QStringLiteral("x"))));
+        QVERIFY(m_trip->isPlanning() && finished.isEmpty() && !m_trip->isRouteError());
+        QVERIFY(m_directions->release(
+            0, DirectionsAnswer::found({DirectionsRoute{{{1, 1}, {2, 2}}, 0, 0}})));
+        QVERIFY(!m_trip->isPlanning() && !m_trip->isRouteError());
+        QCOMPARE(finished.size(), 1);
+        QCOMPARE(m_trip->points().size(), 2);
+    }
+
     // A failed plan keeps the last good points but fails the last check;
     // answers count in the order they come.
     void failedPlanAfterAGoodOne()
