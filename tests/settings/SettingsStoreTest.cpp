@@ -2,12 +2,12 @@
 #include "TestMain.h"
 
 #include "settings/PropertyList.h"
-#include "settings/StoredValue.h"
 #include "settings/TMPreferenceUtil.h"
 
 #include <QDir>
 #include <QTemporaryDir>
 
+#include <cmath>
 #include <limits>
 #include <memory>
 
@@ -125,34 +125,21 @@ private slots:
         QVERIFY(!m_store->isLocationEnable());
     }
 
-    void nonFiniteCoordinatesAreNeverWritten_data()
-    {
-        QTest::addColumn<double>("latitude");
-        QTest::addColumn<double>("longitude");
-        constexpr double inf = std::numeric_limits<double>::infinity();
-        QTest::newRow("nan") << std::numeric_limits<double>::quiet_NaN() << 2.0;
-        QTest::newRow("inf") << 1.0 << inf;
-        QTest::newRow("-inf") << -inf << 2.0;
-    }
     void nonFiniteCoordinatesAreNeverWritten()
     {
-        QFETCH(double, latitude);
-        QFETCH(double, longitude);
         m_store->setLocationEnable(true, 1.0, 2.0);
         m_store->writeRoutePreference(RouteRecord::fromPropertyList(routeRecord()));
         const QByteArray location = bytesOf(files().locationFile());
         const QByteArray route = bytesOf(files().routeFile());
-
-        QVERIFY(!m_store->setLocationEnable(false, latitude, longitude));
-        LocationRecord typed = LocationRecord::fromPropertyList(
-            QVariantMap{{QStringLiteral("latitude"), StoredValue::formatReal(latitude)},
-                        {QStringLiteral("longitude"), StoredValue::formatReal(longitude)}});
-        QVERIFY(!m_store->writeLocationPreference(typed));
-        QVERIFY(!m_store->addFavorite(FavoriteEntry::make(QString(), latitude, longitude)));
-        RouteRecord planned = m_store->routePreference();
-        planned.setPoints({RoutePoint(1.0, 2.0), RoutePoint(latitude, longitude)});
-        QVERIFY(!m_store->writeRoutePreference(planned));
-
+        constexpr double inf = std::numeric_limits<double>::infinity();
+        const std::pair<double, double> places[] = {{std::nan(""), 2.0}, {1.0, inf}, {-inf, 2.0}};
+        for (const auto &[latitude, longitude] : places) {
+            QVERIFY(!m_store->setLocationEnable(false, latitude, longitude));
+            QVERIFY(!m_store->addFavorite(FavoriteEntry::make(QString(), latitude, longitude)));
+            RouteRecord planned;
+            planned.setPoints({RoutePoint(1.0, 2.0), RoutePoint(latitude, longitude)});
+            QVERIFY(!m_store->writeRoutePreference(planned));
+        }
         QCOMPARE(bytesOf(files().locationFile()), location);
         QCOMPARE(bytesOf(files().routeFile()), route);
         QVERIFY(!QFile::exists(files().favoritesFile()));

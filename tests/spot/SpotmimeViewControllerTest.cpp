@@ -75,8 +75,6 @@ private slots:
         QTest::newRow("pair") << QStringLiteral("#:48.85,2.29") << Coordinate{48.85, 2.29}
                               << QString();
         QTest::newRow("one part") << QStringLiteral("#:48.85") << stays << QString();
-        QTest::newRow("part without a number reads 0")
-            << QStringLiteral("#:north,2.29") << Coordinate{0, 2.29} << QString();
         for (const char *typed : {"#:10,1e999", "#:inf,10", "#:10, nan", "#:-INF,2", "#:-1e400,2"})
             QTest::newRow(typed) << QString::fromLatin1(typed) << stays << QString();
         QTest::newRow("blank") << QStringLiteral("   ") << stays << QString();
@@ -134,7 +132,6 @@ private slots:
         QCOMPARE(SpotWorld::location(m->world), stored);
     }
 
-    // pressed twice while the panel fades out, a button acts once
     void favourites()
     {
         m->open({-22.9068467, -43.1728965});
