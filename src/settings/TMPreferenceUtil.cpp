@@ -1,7 +1,6 @@
 #include "settings/TMPreferenceUtil.h"
 
 #include "settings/PropertyList.h"
-
 #include "settings/RecordKeys.h"
 #include "settings/StoredValue.h"
 
