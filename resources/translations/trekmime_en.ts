@@ -205,6 +205,10 @@ Choose a place on the map and press “Add To →”.</source>
         <source>The routing service found no route.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>A newer route request replaced this one.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>QtPositionSource</name>

@@ -206,6 +206,10 @@ Choose a place on the map and press “Add To →”.</source>
         <source>The routing service found no route.</source>
         <translation>路线规划服务没有找到路线。</translation>
     </message>
+    <message>
+        <source>A newer route request replaced this one.</source>
+        <translation>这个路线请求已被更新的请求取代。</translation>
+    </message>
 </context>
 <context>
     <name>QtPositionSource</name>

@@ -200,6 +200,7 @@ void dismissViewController(QWidget *screen, std::function<void()> completion)
     if (!record || record->dismissing)
         return;
     record->dismissing = true;
+    screen->setEnabled(false); // leaving: no press may act twice
     QPointer<QWidget> presenter = record->presenter;
     auto finished = [screen, presenter, completion = std::move(completion)] {
         screen->hide();

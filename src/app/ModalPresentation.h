@@ -18,7 +18,8 @@ enum class ModalTransition { CoverVertical, FlipHorizontal, CrossDissolve };
 void presentViewController(QWidget *presenter, QWidget *screen, ModalTransition transition,
                            std::function<void()> completion = {});
 // Animates `screen` out the way it came, then deletes it (deleteLater) and
-// runs `completion`. Safe to call twice: the second call does nothing.
+// runs `completion`. Safe to call twice: the second call does nothing. A
+// leaving screen is disabled, so that no press acts twice.
 void dismissViewController(QWidget *screen, std::function<void()> completion = {});
 // The screen `presenter` presented and that is still shown, or null.
 QWidget *presentedViewController(QWidget *presenter);

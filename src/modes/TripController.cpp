@@ -104,6 +104,8 @@ void TripController::answered(const DirectionsAnswer &answer, const Coordinate &
                               const Coordinate &to)
 {
     --m_pendingPlans;
+    if (answer.replaced)
+        return; // not a failure: the newer request's answer is still to come
     m_lastAnswer = answer;
     m_plannedFrom = from;
     m_plannedTo = to;

@@ -59,7 +59,9 @@ public:
 
     // --- planning. `plan()` asks for a route when both places are chosen;
     // `planBetween()` asks in any case. Every request ends in exactly one
-    // planningFinished(), later, unless this object is gone by then.
+    // planningFinished(), later, unless this object is gone by then or a
+    // newer request replaced it before it was sent (the newer one's answer
+    // then stands for both).
     void plan();
     void planBetween(const Coordinate &from, const Coordinate &to);
     bool isPlanning() const { return m_pendingPlans > 0; }

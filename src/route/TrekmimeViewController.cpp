@@ -294,6 +294,7 @@ void TrekmimeViewController::showDatePicker()
     dp_drive->setDate(now);
     m_pickerTitle->setText(mIsStart ? tr("Start Time") : tr("End Time"));
     v_picker->setGeometry(rect());
+    v_picker->setEnabled(true);
     v_picker->show();
     v_picker->raise();
     m_pickerSheet->setProperty("shown", true);
@@ -308,6 +309,7 @@ void TrekmimeViewController::showDatePicker()
 
 void TrekmimeViewController::hideDatePicker()
 {
+    v_picker->setEnabled(false); // a sheet on its way out takes no more presses
     m_pickerSheet->setProperty("shown", false);
     const int h = height();
     const int from = m_pickerSheet->y();

@@ -20,15 +20,22 @@ struct DirectionsRoute
 };
 
 // A directions answer: the routes in the service's order (the first is the
-// one it recommends), or an error with a description a person can read.
+// one it recommends), or an error with a description a person can read. A
+// request that a newer one replaced before it was sent is answered with an
+// error marked `replaced`: nothing failed, the newer answer follows.
 struct DirectionsAnswer
 {
     QList<DirectionsRoute> routes;
     std::optional<QString> error;
+    bool replaced = false;
 
     bool isError() const { return error.has_value(); }
     static DirectionsAnswer found(QList<DirectionsRoute> routes) { return {std::move(routes), {}}; }
     static DirectionsAnswer failure(QString description) { return {{}, std::move(description)}; }
+    static DirectionsAnswer replacedRequest(QString description)
+    {
+        return {{}, std::move(description), true};
+    }
 };
 
 // Plans road routes between two places, asking for alternates too. Each

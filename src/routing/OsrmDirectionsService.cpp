@@ -81,8 +81,8 @@ void OsrmDirectionsService::calculateDirections(const Coordinate &source,
     // a null receiver asks for an unguarded answer
     const bool guarded = receiver != nullptr;
     QPointer<QObject> guard(receiver);
-    auto deliver = [guarded, guard,
-                    completion = std::move(completion)](const DirectionsAnswer &answer) {
+    Deliver deliver = [guarded, guard,
+                       completion = std::move(completion)](const DirectionsAnswer &answer) {
         if (!guarded || guard)
             completion(answer);
     };
@@ -92,10 +92,33 @@ void OsrmDirectionsService::calculateDirections(const Coordinate &source,
             0, this, [deliver] { deliver(DirectionsAnswer::failure(tr("No network access."))); });
         return;
     }
-    QNetworkRequest request(requestUrl(source, destination));
-    request.setHeader(QNetworkRequest::UserAgentHeader, m_userAgent);
-    request.setRawHeader("Accept", "application/json");
-    QNetworkReply *reply = m_network->get(request);
+    Request request{requestUrl(source, destination), guarded, guard, std::move(deliver)};
+    if (m_waiting) {
+        // its turn is already booked: the newer request takes it
+        QTimer::singleShot(0, this, [replaced = std::move(m_waiting->deliver)] {
+            replaced(
+                DirectionsAnswer::replacedRequest(tr("A newer route request replaced this one.")));
+        });
+        m_waiting = std::move(request);
+        return;
+    }
+    m_waiting = std::move(request);
+    m_pacer.schedule([this] {
+        const Request due = std::move(*m_waiting);
+        m_waiting.reset();
+        send(due);
+    });
+}
+
+void OsrmDirectionsService::send(const Request &request)
+{
+    if (request.guarded && !request.receiver)
+        return; // nobody waits any more
+    const Deliver deliver = request.deliver;
+    QNetworkRequest get(request.url);
+    get.setHeader(QNetworkRequest::UserAgentHeader, m_userAgent);
+    get.setRawHeader("Accept", "application/json");
+    QNetworkReply *reply = m_network->get(get);
     // the answer is told once, whichever of the reply and the watchdog comes first
     auto answered = std::make_shared<bool>(false);
 
@@ -108,9 +131,9 @@ void OsrmDirectionsService::calculateDirections(const Coordinate &source,
             tr("The routing service did not answer within %1 seconds.").arg(m_timeout / 1000.0)));
     });
     watchdog->start(m_timeout);
-    if (guarded) {
+    if (request.guarded) {
         // nobody waits any more: stop the transfer (its answer is dropped)
-        connect(receiver, &QObject::destroyed, reply, [reply] { reply->abort(); });
+        connect(request.receiver, &QObject::destroyed, reply, [reply] { reply->abort(); });
     }
 
     connect(reply, &QNetworkReply::finished, this, [reply, deliver, answered, watchdog] {

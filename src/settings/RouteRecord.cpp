@@ -90,14 +90,23 @@ bool RouteRecord::hasTextEndAddress() const
     return isText(m_values.value(RecordKeys::endAddress()));
 }
 
+void RouteRecord::setAddress(const QString &key, const QString &text)
+{
+    // a missing value is a missing key, never an empty text
+    if (text.isEmpty())
+        m_values.remove(key);
+    else
+        m_values.insert(key, text);
+}
+
 void RouteRecord::setStartAddress(const QString &text)
 {
-    m_values.insert(RecordKeys::startAddress(), text);
+    setAddress(RecordKeys::startAddress(), text);
 }
 
 void RouteRecord::setEndAddress(const QString &text)
 {
-    m_values.insert(RecordKeys::endAddress(), text);
+    setAddress(RecordKeys::endAddress(), text);
 }
 
 QList<RoutePoint> RouteRecord::points() const

@@ -39,7 +39,7 @@ public:
 
     // "s" and "e", the address texts as the route screen shows them (a
     // stored number shows as its text); hasText...() is true only for a
-    // stored text.
+    // stored text. An unknown address (an empty text) removes the key.
     QString startAddress() const;
     QString endAddress() const;
     bool hasTextStartAddress() const;
@@ -55,5 +55,7 @@ public:
     void setPoints(const QList<RoutePoint> &points);
 
 private:
+    void setAddress(const QString &key, const QString &text);
+
     QVariantMap m_values;
 };

@@ -150,6 +150,25 @@ double doubleValue(const QVariant &value)
     return ec == std::errc() ? result : 0.0;
 }
 
+bool isFiniteNumber(const QVariant &value)
+{
+    if (isNumber(value))
+        return std::isfinite(value.toDouble());
+    if (value.metaType().id() != QMetaType::QString)
+        return true;
+    if (!std::isfinite(doubleValue(value)))
+        return false;
+    const QString text = value.toString();
+    qsizetype i = 0;
+    while (i < text.size() && isSpace(text[i]))
+        ++i;
+    if (i < text.size() && (text[i] == u'+' || text[i] == u'-'))
+        ++i;
+    const QStringView word = QStringView(text).mid(i, 3);
+    return word.compare(u"inf", Qt::CaseInsensitive) != 0 &&
+           word.compare(u"nan", Qt::CaseInsensitive) != 0;
+}
+
 QString formatFlag(bool on)
 {
     return QString::asprintf("%d", on ? 1 : 0);

@@ -21,6 +21,11 @@ qint32 intValue(const QVariant &value);
 // none); numbers as they are.
 double doubleValue(const QVariant &value);
 
+// False for a value that stands for no finite number: a real that is
+// infinite or not a number, or a text that overflows or spells one ("inf",
+// "nan", as "%f" writes them). Anything else reads as a finite number.
+bool isFiniteNumber(const QVariant &value);
+
 // The C formats used for every number the settings files hold as text.
 QString formatFlag(bool on);      // "%d": "1" or "0"
 QString formatReal(double value); // "%f": six decimals

@@ -1,6 +1,18 @@
 #include "settings/TMPreferenceUtil.h"
 
 #include "settings/PropertyList.h"
+#include "settings/RecordKeys.h"
+#include "settings/StoredValue.h"
+
+namespace {
+// The hooking component would take a non-finite coordinate at its word, so
+// no write lets one through. A missing key is no coordinate and passes.
+bool finiteCoordinate(const QVariantMap &values, const QString &latitude, const QString &longitude)
+{
+    return StoredValue::isFiniteNumber(values.value(latitude)) &&
+           StoredValue::isFiniteNumber(values.value(longitude));
+}
+} // namespace
 
 TMPreferenceUtil::TMPreferenceUtil(const PreferenceFiles &files) : m_files(files) {}
 
@@ -11,6 +23,12 @@ RouteRecord TMPreferenceUtil::routePreference() const
 
 bool TMPreferenceUtil::writeRoutePreference(const RouteRecord &preference)
 {
+    const QVariantList points = preference.toPropertyList().value(RecordKeys::points()).toList();
+    for (const QVariant &point : points) {
+        if (!finiteCoordinate(point.toMap(), RecordKeys::pointLatitude(),
+                              RecordKeys::pointLongitude()))
+            return false;
+    }
     return PropertyList::write(m_files.routeFile(), preference.toPropertyList());
 }
 
@@ -33,6 +51,9 @@ LocationRecord TMPreferenceUtil::locationPreference() const
 
 bool TMPreferenceUtil::writeLocationPreference(const LocationRecord &preference)
 {
+    if (!finiteCoordinate(preference.toPropertyList(), RecordKeys::latitude(),
+                          RecordKeys::longitude()))
+        return false;
     return PropertyList::write(m_files.locationFile(), preference.toPropertyList());
 }
 
@@ -82,6 +103,9 @@ QList<FavoriteEntry> TMPreferenceUtil::favoritePreference() const
 
 bool TMPreferenceUtil::addFavorite(const FavoriteEntry &favorite)
 {
+    if (!finiteCoordinate(favorite.toPropertyList().toMap(), RecordKeys::latitude(),
+                          RecordKeys::longitude()))
+        return false;
     QList<FavoriteEntry> favorites = favoritePreference();
     favorites.append(favorite);
     return PropertyList::write(m_files.favoritesFile(),

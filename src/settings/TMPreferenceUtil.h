@@ -15,7 +15,9 @@
 // reads its file afresh and every change rewrites the whole file atomically;
 // there is no cache. A missing or malformed file reads as empty. Every write
 // answers whether the file was replaced: the screens ignore a failure,
-// trekmime-ctl reports it.
+// trekmime-ctl reports it. A write that would store a coordinate that is no
+// finite number (the location, a new favourite, a route point) writes
+// nothing and answers false.
 class TMPreferenceUtil
 {
 public:

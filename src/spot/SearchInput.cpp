@@ -16,7 +16,9 @@ SearchInput SearchInput::parse(const QString &typed)
         return input;
     }
     const QStringList parts = input.text.mid(prefix.size()).split(u',');
-    if (parts.size() != 2) {
+    // a part that is no finite number would put the map nowhere
+    if (parts.size() != 2 || !StoredValue::isFiniteNumber(parts[0]) ||
+        !StoredValue::isFiniteNumber(parts[1])) {
         input.kind = MalformedPair;
         return input;
     }

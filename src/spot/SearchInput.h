@@ -17,5 +17,7 @@ struct SearchInput
 
     // Numbers are read as far as they go, a part without one reads as 0, and
     // no range is checked: typing coordinates must work exactly as it always has.
+    // A part that is no finite number ("1e999", "inf", "nan") makes the pair
+    // malformed, as a wrong number of parts does.
     static SearchInput parse(const QString &typed);
 };

@@ -34,13 +34,19 @@ Coordinate MapCamera::unproject(const QPointF &world)
     return Coordinate{latitudeOfY(world.y()), world.x() * 360.0 - 180.0};
 }
 
+// A place or zoom that is no finite number (a typo, a damaged file) leaves
+// the camera where it is: the map must never look at nowhere.
 void MapCamera::setZoom(double zoom)
 {
+    if (std::isnan(zoom))
+        return;
     m_zoom = std::clamp(zoom, MinimumZoom, MaximumZoom);
 }
 
 void MapCamera::setCenterWorld(const QPointF &world)
 {
+    if (!std::isfinite(world.x()) || std::isnan(world.y()))
+        return;
     m_center = QPointF(wrapUnit(world.x()), std::clamp(world.y(), 0.0, 1.0));
 }
 
@@ -101,6 +107,8 @@ CoordinateRegion MapCamera::regionThatFits(const CoordinateRegion &region) const
 
 void MapCamera::setRegion(const CoordinateRegion &region)
 {
+    if (!std::isfinite(region.center.latitude) || !std::isfinite(region.center.longitude))
+        return;
     setCenter(region.center);
     setZoom(zoomToFit(region));
 }

@@ -391,6 +391,7 @@ void fadeShowAnimationComplete(QWidget *view, std::function<void()> complete)
 void fadeShowAnimationDuration(QWidget *view, double duration, std::function<void()> complete)
 {
     setAlpha(view, 0.0);
+    view->setEnabled(true);
     view->setVisible(true);
     fade(view, 1.0, duration, [complete = std::move(complete)] {
         if (complete)
@@ -410,8 +411,11 @@ void fadeHideAnimationComplete(QWidget *view, std::function<void()> complete)
 
 void fadeHideAnimationDuration(QWidget *view, double duration, std::function<void()> complete)
 {
+    // a view on its way out takes no more presses: one press, one action
+    view->setEnabled(false);
     fade(view, 0.0, duration, [view, complete = std::move(complete)] {
         view->setVisible(false);
+        view->setEnabled(true);
         setAlpha(view, 1.0);
         if (complete)
             complete();

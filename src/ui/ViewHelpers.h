@@ -121,8 +121,9 @@ void fadeShowAnimationComplete(QWidget *view, std::function<void()> complete);
 void fadeShowAnimationDuration(QWidget *view, double duration, std::function<void()> complete);
 void fadeHideAnimation(QWidget *view);
 void fadeHideAnimationComplete(QWidget *view, std::function<void()> complete);
-// At the end the view is hidden and its alpha set back to 1, so that a later
-// plain show needs no reset.
+// While it fades the view takes no presses (it is disabled). At the end it is
+// hidden, enabled and its alpha set back to 1, so that a later plain show
+// needs no reset.
 void fadeHideAnimationDuration(QWidget *view, double duration, std::function<void()> complete);
 
 // --- rounding: a corner radius of half the width (also for views that are not

@@ -60,24 +60,27 @@ private slots:
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<int>("status");
-        const std::pair<const char *, int> rows[] = {{"spot on north 1", 2},
-                                                     {"spot on 90.5 1", 2},
-                                                     {"spot on 1 -180.01", 2},
-                                                     {"spot on 1", 2},
-                                                     {"spot", 2},
-                                                     {"teleport", 2},
-                                                     {"mode plane", 2},
-                                                     {"favorites add x nan 1", 2},
-                                                     {"favorites add x 1", 2},
-                                                     {"favorites remove first", 2},
-                                                     {"favorites remove 0", 1},
-                                                     {"favorites remove -1", 1},
-                                                     {"whitelist toggle", 2},
-                                                     {"route on", 2},
-                                                     {"where --at soon", 2},
-                                                     {"apps", 2},
-                                                     {"apps list --all", 2},
-                                                     {"", 2}};
+        const std::pair<const char *, int> rows[] = {
+            {"spot on north 1", 2},
+            {"spot on 90.5 1", 2},
+            {"spot on 1 -180.01", 2},
+            {"spot on 1", 2},
+            {"spot", 2},
+            {"teleport", 2},
+            {"mode plane", 2},
+            {"favorites add x nan 1", 2},
+            {"favorites add x 1", 2},
+            {"favorites remove first", 2},
+            {"favorites remove 0", 1},
+            {"favorites remove -1", 1},
+            {"whitelist toggle", 2},
+            {"route on", 2},
+            {"route on 0 1 1 1 --start 5000000000 --end 1", 2},
+            {"route on 0 1 1 1 --start 0 --end -1", 2},
+            {"where --at soon", 2},
+            {"apps", 2},
+            {"apps list --all", 2},
+            {"", 2}};
         for (const auto &[arguments, status] : rows)
             QTest::newRow(*arguments ? arguments : "no command") << words(arguments) << status;
     }

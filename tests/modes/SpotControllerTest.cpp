@@ -76,24 +76,6 @@ private slots:
         QCOMPARE(record.value(QStringLiteral("odd")), QVariant(7));
         QCOMPARE(spot.isOn(), file[1] == u'1');
     }
-
-    void addFavorite()
-    {
-        TestServices world;
-        SpotController spot(world.preferences());
-        spot.setCandidate({-22.9068467, -43.1728965});
-        QVERIFY(spot.addFavorite(QStringLiteral("  Home \n")));
-        QVERIFY(spot.addFavorite(QStringLiteral("   "))); // blank: "Unknow", same place again
-        const QVariantList favorites = PropertyList::readArray(world.files().favoritesFile());
-        QCOMPARE(favorites.size(), 2);
-        QCOMPARE(favorites.last().toMap().value(QStringLiteral("name")).toString(),
-                 QStringLiteral("Unknow"));
-        QCOMPARE(
-            favorites.first(),
-            QVariant(QVariantMap{{QStringLiteral("name"), QStringLiteral("Home")},
-                                 {QStringLiteral("latitude"), QStringLiteral("-22.906847")},
-                                 {QStringLiteral("longitude"), QStringLiteral("-43.172897")}}));
-    }
 };
 
 TREKMIME_TEST(SpotControllerTest)

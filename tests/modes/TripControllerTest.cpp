@@ -159,7 +159,6 @@ private slots:
         QVariantMap record{{QStringLiteral("enable"), QStringLiteral("1")},
                            {QStringLiteral("start"), QStringLiteral("1699999000.500000")},
                            {QStringLiteral("end"), QStringLiteral("1700001000.000000")},
-                           {QStringLiteral("s"), QStringLiteral("Central")},
                            {QStringLiteral("e"), QStringLiteral("TST")},
                            {QStringLiteral("points"),
                             QVariantList{point({22.28, 114.15}), QStringLiteral("odd entry"),
@@ -176,6 +175,20 @@ private slots:
         QVERIFY(m_trip->switchOff());
         record.insert(QStringLiteral("enable"), QStringLiteral("0"));
         QCOMPARE(stored(), record);
+        QVERIFY(m_trip->switchOn(false).written); // an unknown address is no key, not ""
+        QVERIFY(!bytesOf(m_world->files().routeFile()).contains("<key>s</key>"));
+        QCOMPARE(stored().value(QStringLiteral("e")).toString(), QStringLiteral("TST"));
+    }
+
+    // A request a newer one replaced is no failure and ends nothing.
+    void replacedPlanWaitsForTheNewer()
+    {
+        m_directions->setHeld(true);
+        m_trip->planBetween(Central, Tst);
+        m_trip->planBetween(Central, Tst);
+        QSignalSpy finished(m_trip.get(), &TripController::planningFinished);
+        QVERIFY(m_directions->release(0, DirectionsAnswer::replacedRequest(QStringLiteral("x"))));
+        QVERIFY(m_trip->isPlanning() && finished.isEmpty() && !m_trip->isRouteError());
     }
 
     // A failed plan keeps the last good points but fails the last check;

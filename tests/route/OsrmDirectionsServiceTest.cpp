@@ -1,8 +1,10 @@
 #include "StubHttpServer.h"
 #include "TestMain.h"
 
+#include "platform/HeadlessServices.h"
 #include "routing/OsrmDirectionsService.h"
 
+#include <QElapsedTimer>
 #include <QNetworkAccessManager>
 #include <QTest>
 
@@ -67,7 +69,6 @@ private slots:
         QCOMPARE(request.target, QByteArray("/osrm/route/v1/driving/114.1588,22.2846809;"
                                             "114.1722,22.2988?alternatives=true&overview=full"
                                             "&steps=false&geometries=polyline6"));
-        QCOMPARE(request.headers.value("user-agent"), QByteArray("Trekmime-test/1"));
 
         QCOMPARE(answer.routes.size(), 2);
         QCOMPARE(answer.routes[0].coordinates,
@@ -123,6 +124,38 @@ private slots:
         auto s = service(url);
         s->setTimeout(200);
         QVERIFY(ask(*s).error.value_or(QString()).startsWith(error));
+    }
+
+    // one request a second at most, named as the geocoder names itself; a
+    // request still waiting when a newer one comes is answered as replaced
+    void pacedAndTheLatestWins()
+    {
+        QElapsedTimer clock;
+        QList<qint64> arrivals;
+        m_server->setHandler([&](const StubHttpServer::Request &) {
+            arrivals.append(clock.elapsed());
+            return StubHttpServer::Response{200, "application/json", TwoRoutes, {}};
+        });
+        HeadlessServices services;
+        services.network = &m_network;
+        services.configuration.routingUrl = m_server->baseUrl();
+        std::unique_ptr<OsrmDirectionsService> s(OsrmDirectionsService::fromServices(services));
+        s->pacer().setMinimumInterval(300);
+        clock.start();
+        QStringList answers(3);
+        for (int i = 0; i < 3; ++i)
+            s->calculateDirections(
+                {22.5, 114.0 + i}, {22.6, 114.5}, nullptr, [&, i](const auto &a) {
+                    answers[i] = a.replaced ? QStringLiteral("replaced")
+                                            : a.error.value_or(QStringLiteral("found"));
+                });
+        QTRY_COMPARE_WITH_TIMEOUT(answers, QStringLiteral("found replaced found").split(u' '),
+                                  5000);
+        QVERIFY(m_server->requests()[1].target.contains("/116,22.5;"));
+        QVERIFY(arrivals.size() == 2 && arrivals[1] - arrivals[0] >= 250);
+        for (const StubHttpServer::Request &request : m_server->requests())
+            QCOMPARE(request.headers.value("user-agent"),
+                     services.configuration.userAgent().toUtf8());
     }
 
     void receiverGone()

@@ -206,8 +206,6 @@ private slots:
 
     void formats()
     {
-        QCOMPARE(StoredValue::formatFlag(true), QStringLiteral("1"));
-        QCOMPARE(StoredValue::formatFlag(false), QStringLiteral("0"));
         QCOMPARE(StoredValue::formatReal(22.2846809), QStringLiteral("22.284681"));
         QCOMPARE(StoredValue::formatReal(-0.5), QStringLiteral("-0.500000"));
         // not the user's locale: a German desktop must still write points

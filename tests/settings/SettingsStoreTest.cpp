@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QTemporaryDir>
 
+#include <cmath>
+#include <limits>
 #include <memory>
 
 using SettingsFiles::bytesOf;
@@ -123,6 +125,20 @@ private slots:
         QVERIFY(!m_store->isLocationEnable());
     }
 
+    void nonFiniteCoordinatesAreNeverWritten()
+    {
+        constexpr double inf = std::numeric_limits<double>::infinity();
+        const std::pair<double, double> places[] = {{std::nan(""), 2.0}, {1.0, inf}, {-inf, 2.0}};
+        for (const auto &[latitude, longitude] : places) {
+            QVERIFY(!m_store->setLocationEnable(false, latitude, longitude));
+            QVERIFY(!m_store->addFavorite(FavoriteEntry::make(QString(), latitude, longitude)));
+            RouteRecord planned;
+            planned.setPoints({RoutePoint(1.0, 2.0), RoutePoint(latitude, longitude)});
+            QVERIFY(!m_store->writeRoutePreference(planned));
+        }
+        QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files), QStringList());
+    }
+
     void filesWithTheWrongRootAreReplaced()
     {
         PropertyList::write(files().favoritesFile(),
@@ -220,15 +236,6 @@ private slots:
         QVERIFY(m_store->removeFavorite(favorites, 1));
         QCOMPARE(PropertyList::readArray(favoritesFile),
                  (QVariantList{QStringLiteral("a text"), qint64(7)}));
-    }
-
-    void hideListKeysOnly()
-    {
-        PropertyList::write(files().hideListFile(),
-                            QVariantMap{{QStringLiteral("com.a"), false},
-                                        {QStringLiteral("com.b"), QStringLiteral("x")}});
-        QCOMPARE(m_store->hideListBundles(),
-                 (QStringList{QStringLiteral("com.a"), QStringLiteral("com.b")}));
     }
 };
 

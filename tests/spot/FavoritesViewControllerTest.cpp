@@ -139,6 +139,8 @@ private slots:
         QPointer<FavoritesViewController> alive(list);
         SpotWorld::tapRow(list->tableView(), 1); // not a place: nothing happens
         QVERIFY(!QFile::exists(m_world->files().locationFile()) && alive);
+        setModalAnimationsEnabled(true); // a second tap while the list fades out does nothing
+        SpotWorld::tapRow(list->tableView(), 0);
         SpotWorld::tapRow(list->tableView(), 0);
         QCOMPARE(SpotWorld::location(*m_world),
                  (QVariantMap{{QStringLiteral("enable"), QStringLiteral("1")},

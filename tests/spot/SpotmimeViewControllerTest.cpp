@@ -75,6 +75,8 @@ private slots:
         QTest::newRow("pair") << QStringLiteral("#:48.85,2.29") << Coordinate{48.85, 2.29}
                               << QString();
         QTest::newRow("one part") << QStringLiteral("#:48.85") << stays << QString();
+        for (const char *typed : {"#:10,1e999", "#:inf,10", "#:10, nan", "#:-INF,2", "#:-1e400,2"})
+            QTest::newRow(typed) << QString::fromLatin1(typed) << stays << QString();
         QTest::newRow("blank") << QStringLiteral("   ") << stays << QString();
         QTest::newRow("address") << QStringLiteral(" Louvre, Paris ") << Coordinate{48.8606, 2.3376}
                                  << QStringLiteral("Louvre, Paris");
@@ -133,12 +135,14 @@ private slots:
     void favourites()
     {
         m->open({-22.9068467, -43.1728965});
+        m->screen->setAnimationsEnabled(true);
         answerForTheCentre(QStringLiteral("Rio"));
         auto *panel = child<QWidget>("alertView");
         for (const char *button : {"cancelButton", "okButton"}) {
             QTest::mouseClick(child<QPushButton>("addButton"), Qt::LeftButton);
             QVERIFY(panel->isVisible());
             QCOMPARE(child<QLineEdit>("favoritesNameField")->text(), QStringLiteral("Rio"));
+            QTest::mouseClick(child<QPushButton>(button), Qt::LeftButton);
             QTest::mouseClick(child<QPushButton>(button), Qt::LeftButton);
             QTRY_VERIFY(!panel->isVisible());
         }

@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include <cmath>
+#include <limits>
 
 namespace {
 bool near(double a, double b, double tolerance = 1e-9)
@@ -79,6 +80,10 @@ private slots:
         QVERIFY(near(camera.center().longitude, 13.405));
         camera.setRegion(CoordinateRegion{{0.0, 0.0}, {170.0, 720.0}}); // more than the world
         QCOMPARE(camera.zoom(), MapCamera::MinimumZoom);
+        // no finite place: the camera stays
+        camera.setRegion(CoordinateRegionMakeWithDistance({std::nan(""), 1.0}, 2000, 2000));
+        camera.setCenter({1.0, std::numeric_limits<double>::infinity()});
+        QVERIFY(camera.zoom() == MapCamera::MinimumZoom && near(camera.center().longitude, 0.0));
     }
 
     // the hand starts east of the antimeridian and drags west: the view looks

@@ -17,6 +17,7 @@
 #include <QTimer>
 
 #include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
 
@@ -168,6 +169,15 @@ int routeOn(CtlContext &context, QStringList args)
                             QStringLiteral("\"%1\" is not whole seconds since 1970 or a date and "
                                            "time like 2026-11-22T09:30")
                                 .arg(startTime ? *endText : *startText));
+    }
+    // the trip's times are read back as 32-bit seconds everywhere
+    const std::pair<double, QString> times[] = {{*startTime, *startText}, {*endTime, *endText}};
+    for (const auto &[time, text] : times) {
+        if (time < 0 || time > double(std::numeric_limits<qint32>::max())) {
+            return context.fail(
+                CtlBadInput,
+                QStringLiteral("\"%1\" is outside 0 to 2147483647 seconds since 1970").arg(text));
+        }
     }
 
     TMPreferenceUtil &preferences = *context.services.preferences;
