@@ -25,9 +25,9 @@ double distanceMeters(const Coordinate &from, const Coordinate &to)
 {
     const double dLatitude = radians(to.latitude - from.latitude);
     const double dLongitude = radians(to.longitude - from.longitude);
-    const double a = std::pow(std::sin(dLatitude / 2), 2) + std::cos(radians(from.latitude)) *
-                                                                std::cos(radians(to.latitude)) *
-                                                                std::pow(std::sin(dLongitude / 2), 2);
+    const double a = std::pow(std::sin(dLatitude / 2), 2) +
+                     std::cos(radians(from.latitude)) * std::cos(radians(to.latitude)) *
+                         std::pow(std::sin(dLongitude / 2), 2);
     return 2 * MeanEarthRadiusMeters * std::asin(std::min(1.0, std::sqrt(a)));
 }
 
@@ -35,9 +35,9 @@ double courseDegrees(const Coordinate &from, const Coordinate &to)
 {
     const double dLongitude = radians(to.longitude - from.longitude);
     const double y = std::sin(dLongitude) * std::cos(radians(to.latitude));
-    const double x = std::cos(radians(from.latitude)) * std::sin(radians(to.latitude)) -
-                     std::sin(radians(from.latitude)) * std::cos(radians(to.latitude)) *
-                         std::cos(dLongitude);
+    const double x =
+        std::cos(radians(from.latitude)) * std::sin(radians(to.latitude)) -
+        std::sin(radians(from.latitude)) * std::cos(radians(to.latitude)) * std::cos(dLongitude);
     const double degrees = std::fmod(std::atan2(y, x) * 180.0 / M_PI + 360.0, 360.0);
     return degrees >= 359.995 ? 0.0 : degrees; // what would print as 360.00
 }
@@ -89,9 +89,15 @@ FeedSettings::Stamp FeedSettings::stampOf(const QString &file)
     struct stat status;
     if (::stat(QFile::encodeName(file).constData(), &status) != 0)
         return {};
-    const auto nanoseconds = [](const timespec &t) { return qint64(t.tv_sec) * 1000000000 + t.tv_nsec; };
-    return {true, qint64(status.st_size), nanoseconds(status.st_mtim), nanoseconds(status.st_ctim),
-            quint64(status.st_dev), quint64(status.st_ino)};
+    const auto nanoseconds = [](const timespec &t) {
+        return qint64(t.tv_sec) * 1000000000 + t.tv_nsec;
+    };
+    return {true,
+            qint64(status.st_size),
+            nanoseconds(status.st_mtim),
+            nanoseconds(status.st_ctim),
+            quint64(status.st_dev),
+            quint64(status.st_ino)};
 }
 
 bool FeedSettings::changedSince(const QString &file, std::optional<Stamp> &known)

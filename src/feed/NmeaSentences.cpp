@@ -51,9 +51,9 @@ QByteArray forMoment(qint64 msecsSinceEpoch, const std::optional<FeedFix> &fix)
                                             : -((-msecsSinceEpoch + MSecsPerDay - 1) / MSecsPerDay);
     const qint64 ofDay = msecsSinceEpoch - day * MSecsPerDay;
     const QDate date = QDate::fromJulianDay(2440588 + day);
-    const QByteArray time = format("%02d%02d%02d.%02d", int(ofDay / 3600000),
-                                   int(ofDay / 60000 % 60), int(ofDay / 1000 % 60),
-                                   int(ofDay % 1000 / 10));
+    const QByteArray time =
+        format("%02d%02d%02d.%02d", int(ofDay / 3600000), int(ofDay / 60000 % 60),
+               int(ofDay / 1000 % 60), int(ofDay % 1000 / 10));
     const QByteArray where = angle(fix->coordinate.latitude, 2, 'N', 'S') + ',' +
                              angle(fix->coordinate.longitude, 3, 'E', 'W');
     const double knots = fix->speedMetersPerSecond * KnotsPerMeterPerSecond;

@@ -24,9 +24,9 @@ public:
 
     // Each answers false with one line in `error` when it cannot listen.
     bool listenTcp(const QHostAddress &address, quint16 port, QString *error);
-    // The socket file goes with the server. An old socket file that nobody answers on is replaced; any other file
-    // at `path` is left alone and refused. The socket is open to the owner
-    // and the folder's group (a receiver running as another user).
+    // The socket file goes with the server. An old socket file that nobody answers on is replaced;
+    // any other file at `path` is left alone and refused. The socket is open to the owner and the
+    // folder's group (a receiver running as another user).
     bool listenLocal(const QString &path, QString *error);
 
     // "127.0.0.1:10110" or "unix:/run/trekmime/nmea.sock", one per listener.

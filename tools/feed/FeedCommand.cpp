@@ -97,8 +97,8 @@ int runFeed(int argc, char **argv)
     if (!parser.positionalArguments().isEmpty())
         return fail(QStringLiteral("unexpected \"%1\"").arg(parser.positionalArguments().first()));
     const bool tcp = parser.isSet(listen) || !parser.isSet(socket);
-    const QString listenText = parser.isSet(listen) ? parser.value(listen)
-                                                    : QString::fromLatin1(DefaultListen);
+    const QString listenText =
+        parser.isSet(listen) ? parser.value(listen) : QString::fromLatin1(DefaultListen);
     const std::optional<Endpoint> endpoint = parseEndpoint(listenText);
     if (tcp && !endpoint)
         return fail(QStringLiteral("--listen \"%1\" is not HOST:PORT").arg(listenText));
