@@ -13,23 +13,7 @@
 
 namespace {
 
-// a trip of 1000 points, one a second from `Start`, a thousandth of a degree
-// apart, northward up a meridian or eastward along the equator
-constexpr qint64 Start = 1000000000;
-
-RouteRecord trip(bool east)
-{
-    QList<RoutePoint> points;
-    for (int i = 0; i < 1000; ++i)
-        points.append(east ? RoutePoint(0.0, 100.0 + i * 0.001)
-                           : RoutePoint(22.0 + i * 0.001, 114.0));
-    RouteRecord record;
-    record.setEnabled(true);
-    record.setStart(double(Start));
-    record.setEnd(double(Start + 1000));
-    record.setPoints(points);
-    return record;
-}
+constexpr qint64 Start = 1000000000; // the test trip's start, in seconds
 
 } // namespace
 
@@ -107,10 +91,17 @@ private slots:
         TMPreferenceUtil store{PreferenceFiles(dir.path())};
         QVERIFY(store.writeMode(MasterRecord::Mode(mode)));
         QVERIFY(store.setLocationEnable(spot, 1.0, 2.0));
-        RouteRecord record = trip(route == 2);
+        // 1000 points, one a second, a thousandth of a degree apart, northward
+        // up a meridian or eastward along the equator
+        QList<RoutePoint> points;
+        for (int i = 0; i < 1000 && route != 3; ++i)
+            points.append(route == 2 ? RoutePoint(0.0, 100.0 + i * 0.001)
+                                     : RoutePoint(22.0 + i * 0.001, 114.0));
+        RouteRecord record;
         record.setEnabled(route != 0);
-        if (route == 3)
-            record.setPoints({});
+        record.setStart(double(Start));
+        record.setEnd(double(Start + 1000));
+        record.setPoints(points);
         QVERIFY(store.writeRoutePreference(record));
 
         const std::optional<FeedFix> fix = FeedSettings(store).fixAt((Start + at) * 1000 + 999);
