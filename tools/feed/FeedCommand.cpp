@@ -12,9 +12,14 @@
 #include <QCoreApplication>
 #include <QTextStream>
 
+#include <QTimer>
+
+#include <csignal>
 #include <optional>
 
 namespace {
+
+volatile std::sig_atomic_t stopAsked = 0;
 
 enum FeedStatus { FeedOk = 0, FeedNoPosition = 1, FeedBadInput = 2 };
 
@@ -126,5 +131,15 @@ int runFeed(int argc, char **argv)
     for (const QString &address : server.addresses())
         err << "trekmime-feed: serving " << address << Qt::endl;
     feed.start();
+    // a clean exit on SIGTERM (systemctl stop) and SIGINT takes the socket
+    // file away with the server; the handler only sets a flag, read here
+    for (const int signal : {SIGTERM, SIGINT})
+        std::signal(signal, [](int) { stopAsked = 1; });
+    QTimer stopCheck;
+    QObject::connect(&stopCheck, &QTimer::timeout, &application, [] {
+        if (stopAsked)
+            QCoreApplication::quit();
+    });
+    stopCheck.start(200);
     return application.exec();
 }
