@@ -79,9 +79,12 @@ FeedSettings::FeedSettings(const TMPreferenceUtil &store, QObject *parent)
 
 bool FeedSettings::watch()
 {
-    if (!m_watching)
-        m_watching = m_watcher.addPath(m_store.files().directory());
-    return m_watching;
+    if (!m_watcher.directories().isEmpty())
+        return true;
+    if (!m_watcher.addPath(m_store.files().directory()))
+        return false;
+    refresh(); // whatever changed while nothing watched
+    return true;
 }
 
 FeedSettings::Stamp FeedSettings::stampOf(const QString &file)

@@ -23,8 +23,8 @@ class FeedSettings : public QObject
 public:
     explicit FeedSettings(const TMPreferenceUtil &store, QObject *parent = nullptr);
 
-    // Starts watching the folder; false when it cannot be watched, and the
-    // caller then has to call refresh() itself.
+    // Watches the folder, again if it was removed and made anew; false when
+    // it cannot be watched, and the caller then has to call refresh() itself.
     bool watch();
     // Reads the files that changed since the last time; answers whether any did.
     bool refresh();
@@ -54,7 +54,6 @@ private:
 
     const TMPreferenceUtil &m_store;
     QFileSystemWatcher m_watcher;
-    bool m_watching = false;
     std::optional<Stamp> m_masterStamp, m_locationStamp, m_routeStamp;
     int m_mode = 0;
     LocationRecord m_location;

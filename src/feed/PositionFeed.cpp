@@ -15,7 +15,7 @@ PositionFeed::PositionFeed(FeedSettings &settings, NmeaServer &server, const Clo
 
 void PositionFeed::start()
 {
-    m_watching = m_settings.watch();
+    m_settings.watch();
     m_timer->start(1000);
 }
 
@@ -31,7 +31,7 @@ QByteArray PositionFeed::current(bool *hasFix) const
 void PositionFeed::tick()
 {
     // without a folder watch, look at the files' stamps each second instead
-    if (!m_watching)
+    if (!m_settings.watch())
         m_settings.refresh();
     if (m_server.clientCount() > 0)
         m_server.broadcast(current());

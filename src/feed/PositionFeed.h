@@ -29,5 +29,4 @@ private:
     NmeaServer &m_server;
     const Clock &m_clock;
     ClockTimer *m_timer;
-    bool m_watching = false;
 };

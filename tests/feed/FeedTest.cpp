@@ -9,19 +9,13 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <memory>
-
-namespace {
-
-constexpr qint64 Start = 1000000000; // the test trip's start, in seconds
-
-} // namespace
-
 // The feed's parts in one process: the sentences, where the settings put
 // the device, the watch on the folder, and the server's slow clients.
 class FeedTest : public QObject
 {
     Q_OBJECT
+
+    static constexpr qint64 Start = 1000000000; // the test trip's start, in seconds
 
 private slots:
     void sentences_data()
