@@ -1,6 +1,7 @@
 #include "feed/NmeaServer.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QTcpServer>
@@ -42,8 +43,10 @@ bool NmeaServer::listenTcp(const QHostAddress &address, quint16 port, QString *e
     return true;
 }
 
-bool NmeaServer::listenLocal(const QString &path, QString *error)
+bool NmeaServer::listenLocal(const QString &given, QString *error)
 {
+    // Qt would put a bare name in the temporary folder
+    const QString path = QFileInfo(given).absoluteFilePath();
     struct stat status;
     if (::lstat(QFile::encodeName(path).constData(), &status) == 0) {
         if (!S_ISSOCK(status.st_mode)) {
