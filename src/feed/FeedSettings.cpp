@@ -45,12 +45,12 @@ double courseDegrees(const Coordinate &from, const Coordinate &to)
 // a stray value in a file must not turn into a sentence no receiver parses
 bool reportable(const Coordinate &coordinate)
 {
-    return std::isfinite(coordinate.latitude) && std::isfinite(coordinate.longitude) &&
-           coordinate.isValid();
+    return coordinate.isValid(); // false for NaN too
 }
 
-} // namespace
-
+// The trip's point at `seconds` (the preview's whole seconds), with the
+// speed and course from there to the point a second later; nothing when
+// the preview has no point.
 std::optional<FeedFix> tripFixAt(const RouteRecord &route, qint32 seconds)
 {
     const RoutePreview::Step here = RoutePreview::stepAt(route, seconds);
@@ -66,6 +66,8 @@ std::optional<FeedFix> tripFixAt(const RouteRecord &route, qint32 seconds)
     }
     return fix;
 }
+
+} // namespace
 
 FeedSettings::FeedSettings(const TMPreferenceUtil &store, QObject *parent)
     : QObject(parent), m_store(store)

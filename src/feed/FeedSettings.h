@@ -60,8 +60,3 @@ private:
     RouteRecord m_route; // parsed once per change: a long trip has many points
     int m_reads = 0;
 };
-
-// The movement of the trip at `seconds` (the whole seconds the route
-// preview uses): its point, and the speed and course from there to the
-// point a second later. Nothing when the preview has no point.
-std::optional<FeedFix> tripFixAt(const RouteRecord &route, qint32 seconds);
