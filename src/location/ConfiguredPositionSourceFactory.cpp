@@ -11,6 +11,8 @@ PositionSource *ConfiguredPositionSourceFactory::create(QObject *parent)
 {
     // each user replays the log from its start, as each would have its own
     // receiver
+    if (!m_nmeaSocket.isEmpty())
+        return QtPositionSource::createNmeaSocket(m_nmeaSocket, parent);
     if (!m_nmeaFile.isEmpty())
         return QtPositionSource::createNmeaReplay(m_nmeaFile, parent);
     return QtPositionSource::createDefault(parent);

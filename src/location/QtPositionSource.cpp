@@ -37,6 +37,14 @@ QtPositionSource *QtPositionSource::createNmeaReplay(const QString &file, QObjec
     return new QtPositionSource(nmea, parent);
 }
 
+QtPositionSource *QtPositionSource::createNmeaSocket(const QString &hostAndPort, QObject *parent)
+{
+    const QVariantMap parameters{
+        {QStringLiteral("nmea.source"), QString(QStringLiteral("socket://") + hostAndPort)}};
+    return new QtPositionSource(
+        QGeoPositionInfoSource::createSource(QStringLiteral("nmea"), parameters, nullptr), parent);
+}
+
 bool QtPositionSource::locationServicesEnabled() const
 {
     // Access denied to this application is not positioning switched off:

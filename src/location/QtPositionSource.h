@@ -17,6 +17,10 @@ public:
 
     static QtPositionSource *createDefault(QObject *parent = nullptr);
     static QtPositionSource *createNmeaReplay(const QString &file, QObject *parent = nullptr);
+    // Qt's NMEA plugin reading live sentences from a TCP server at HOST:PORT,
+    // as any Qt application would be set up to read trekmime-feed.
+    static QtPositionSource *createNmeaSocket(const QString &hostAndPort,
+                                              QObject *parent = nullptr);
 
     bool locationServicesEnabled() const override;
     void startUpdatingLocation() override;

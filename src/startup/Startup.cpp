@@ -3,15 +3,21 @@
 #include "platform/Configuration.h"
 
 #include <QCommandLineParser>
+#include <QFileInfo>
 #include <QTextStream>
 
 bool startUp(const QCommandLineParser &parser, const QString &program, QTextStream &err,
-             Configuration &configuration)
+             Configuration &configuration, MissingFolder missing)
 {
     QString error;
     if (!Configuration::load(&parser, QProcessEnvironment::systemEnvironment(), configuration,
                              &error)) {
         err << program << ": " << error << Qt::endl;
+        return false;
+    }
+    if (missing == MissingFolder::RefuseGiven && !configuration.preferencesDir.isEmpty() &&
+        !QFileInfo(configuration.preferencesDir).isDir()) {
+        err << program << ": no preferences folder " << configuration.preferencesDir << Qt::endl;
         return false;
     }
     QString announcement;

@@ -12,6 +12,7 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QRegularExpression>
 #include <QTimer>
 
 #include <optional>
@@ -256,14 +257,22 @@ int lookup(CtlContext &context, const QStringList &args)
 
 int position(CtlContext &context, const QStringList &args)
 {
-    const QString usage = QStringLiteral("position [--nmea-file FILE] [--timeout SECONDS]");
-    QString nmeaFile; // empty: the configured sources
+    const QString usage =
+        QStringLiteral("position [--nmea-file FILE | --nmea-socket HOST:PORT] [--timeout SECONDS]");
+    QString nmeaFile; // both empty: the configured sources
+    QString nmeaSocket;
     double timeoutSeconds = 30.0;
     for (qsizetype i = 0; i < args.size(); ++i) {
         if (i + 1 >= args.size())
             return context.fail(CtlBadInput, QStringLiteral("usage: %1").arg(usage));
         if (args[i] == QLatin1String("--nmea-file")) {
             nmeaFile = args[++i];
+        } else if (args[i] == QLatin1String("--nmea-socket")) {
+            nmeaSocket = args[++i];
+            static const QRegularExpression hostPort(QStringLiteral("^[^:/]+:\\d{1,5}$"));
+            if (!hostPort.match(nmeaSocket).hasMatch())
+                return context.fail(CtlBadInput,
+                                    QStringLiteral("not HOST:PORT: \"%1\"").arg(nmeaSocket));
         } else if (args[i] == QLatin1String("--timeout")) {
             const auto seconds = CtlArgs::number(context, QStringLiteral("timeout"), args[++i]);
             if (!seconds)
@@ -279,9 +288,9 @@ int position(CtlContext &context, const QStringList &args)
         return context.fail(CtlBadInput,
                             QStringLiteral("cannot read NMEA log \"%1\"").arg(nmeaFile));
 
-    ConfiguredPositionSourceFactory commandSources(nmeaFile);
+    ConfiguredPositionSourceFactory commandSources(nmeaFile, nmeaSocket);
     HeadlessServices services = context.services;
-    if (!nmeaFile.isEmpty())
+    if (!nmeaFile.isEmpty() || !nmeaSocket.isEmpty())
         services.positionSources = &commandSources;
     Outcome outcome;
     bool answered = false;
@@ -326,8 +335,10 @@ void addLocationCommands(CtlCommandTable &table)
                                  "as the screens do (Nominatim, --nominatim-url)."),
                   lookup});
     table.append({QStringLiteral("position"),
-                  QStringLiteral("position [--nmea-file FILE] [--timeout SECONDS]"),
-                  QStringLiteral("Find the device's position once (or replay an NMEA log) and "
-                                 "print it."),
+                  QStringLiteral("position [--nmea-file FILE | --nmea-socket HOST:PORT] "
+                                 "[--timeout SECONDS]"),
+                  QStringLiteral("Find the device's position once (or replay an NMEA log, or "
+                                 "read live NMEA from a server such as trekmime-feed) and print "
+                                 "it."),
                   position});
 }
