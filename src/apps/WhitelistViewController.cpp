@@ -11,6 +11,7 @@
 #include "ui/ColorPalette.h"
 #include "ui/FlatButton.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -31,6 +32,8 @@ WhitelistViewController::WhitelistViewController(const Needs &needs, QWidget *pa
     mainTableView = new QScrollArea(this);
     mainTableView->setObjectName(QStringLiteral("mainTableView"));
     mainTableView->setWidgetResizable(true);
+    // the rows take the keyboard, and scroll themselves into view
+    mainTableView->setFocusPolicy(Qt::NoFocus);
     mainTableView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     mainTableView->verticalScrollBar()->setSingleStep(WhitelistRow::RowHeight / 2);
 
@@ -111,6 +114,9 @@ void WhitelistViewController::buildRows()
     }
     column->addStretch(1);
     mainTableView->setWidget(content);
+    // Tab goes down the rows, then to Done, as they lie on screen
+    if (!m_rows.isEmpty())
+        setTabOrder(m_rows.constLast(), backButton);
 }
 
 void WhitelistViewController::didSelectRow(int row)
@@ -130,6 +136,14 @@ void WhitelistViewController::didSelectRow(int row)
 void WhitelistViewController::done()
 {
     dismissViewController(this);
+}
+
+void WhitelistViewController::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape)
+        done();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void WhitelistViewController::resizeEvent(QResizeEvent *event)

@@ -6,10 +6,12 @@
 #include "platform/Configuration.h"
 #include "platform/gui/DeviceMetrics.h"
 #include "platform/gui/UrlOpener.h"
+#include "ui/Accessibility.h"
 #include "ui/ColorPalette.h"
 #include "ui/FlatButton.h"
 
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLocale>
 #include <QPainter>
@@ -81,6 +83,7 @@ InfoViewController::InfoViewController(const Needs &needs, ScreenMaker makeWhite
     emblem->setObjectName(QStringLiteral("emblem"));
     emblem->setPixmap(emblemPixmap(devicePixelRatioF()));
     emblem->setAlignment(Qt::AlignCenter);
+    setDecorative(emblem);
     column->addWidget(emblem);
     titleLabel = new QLabel(m_body);
     titleLabel->setObjectName(QStringLiteral("titleLabel"));
@@ -188,6 +191,14 @@ bool InfoViewController::isChinese() const
 {
     const QStringList languages = preferredLanguages();
     return !languages.isEmpty() && languages.constFirst() == QLatin1String("zh-Hans");
+}
+
+void InfoViewController::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape)
+        done();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void InfoViewController::resizeEvent(QResizeEvent *event)

@@ -9,6 +9,7 @@
 #include "platform/AlertPresenter.h"
 #include "platform/gui/DeviceMetrics.h"
 #include "route/RouteImages.h"
+#include "ui/Accessibility.h"
 #include "ui/ColorPalette.h"
 #include "ui/CoordinateRegion.h"
 #include "ui/FlatButton.h"
@@ -71,6 +72,7 @@ void SelectAddressViewController::buildViews()
     locationImageView->setObjectName(QStringLiteral("locationImageView"));
     locationImageView->setPixmap(QPixmap::fromImage(RouteImages::centrePin()));
     locationImageView->setAttribute(Qt::WA_TransparentForMouseEvents);
+    setDecorative(locationImageView);
 
     const TopBar bar = TopBar::build(this);
     bgLabel = bar.bgLabel;
@@ -214,7 +216,7 @@ void SelectAddressViewController::locationFailed(const QString &)
 
 void SelectAddressViewController::regionWillChangeAnimated(MapView *, bool)
 {
-    addressLabel->clear();
+    setAccessibleValue(addressLabel, QString());
     spinner->show();
     spinner->startAnimating();
     layoutViews();
@@ -241,7 +243,7 @@ void SelectAddressViewController::addressFound(const QString &address)
 {
     mIsLoading = false;
     m_address = address.isEmpty() ? tr("Unknow") : address;
-    addressLabel->setText(m_address);
+    setAccessibleValue(addressLabel, m_address);
     spinner->stopAnimating();
     spinner->hide();
     layoutViews();
@@ -266,7 +268,7 @@ void SelectAddressViewController::geocoderFailed(const QString &)
 {
     // shows "Unknow" but keeps the address found before
     mIsLoading = false;
-    addressLabel->setText(tr("Unknow"));
+    setAccessibleValue(addressLabel, tr("Unknow"));
     spinner->stopAnimating();
     spinner->hide();
     layoutViews();

@@ -60,11 +60,7 @@ void TrekmimeViewController::viewDidLoad()
     lb_end->setText(tr("Please choose End"));
     lb_startTime->setText(tr("Please choose Start Time"));
     lb_endTime->setText(tr("Please choose End Time"));
-    for (QPushButton *row : std::as_const(m_choiceRows)) {
-        const auto labels = row->findChildren<QLabel *>();
-        // a screen reader reads the row as "caption: value"
-        row->setAccessibleName(labels.value(0)->text());
-    }
+    readRows();
 
     enableSwitch->setOnColor(ColorPalette::turquoiseColor());
     enableSwitch->setOffColor(ColorPalette::cloudsColor());
@@ -103,10 +99,16 @@ void TrekmimeViewController::restore()
         setTip(QString());
         startLocating();
     }
+    readRows();
+}
+
+void TrekmimeViewController::readRows()
+{
+    // a screen reader hears the chosen place or time first, then what it is
     for (QPushButton *row : std::as_const(m_choiceRows)) {
         const auto labels = row->findChildren<QLabel *>();
-        row->setAccessibleName(labels.value(0)->text());
-        row->setAccessibleDescription(labels.value(1)->text());
+        row->setAccessibleName(labels.value(1)->text());
+        row->setAccessibleDescription(labels.value(0)->text());
     }
 }
 
@@ -221,7 +223,7 @@ void TrekmimeViewController::startChosen(double latitude, double longitude, cons
     if (!m_trip->chooseStart({latitude, longitude}, address))
         return; // a place on the equator or the prime meridian is not chosen
     lb_start->setText(address);
-    m_choiceRows[0]->setAccessibleDescription(address);
+    readRows();
 }
 
 void TrekmimeViewController::endChosen(double latitude, double longitude, const QString &address)
@@ -229,7 +231,7 @@ void TrekmimeViewController::endChosen(double latitude, double longitude, const 
     if (!m_trip->chooseEnd({latitude, longitude}, address))
         return;
     lb_end->setText(address);
-    m_choiceRows[1]->setAccessibleDescription(address);
+    readRows();
 }
 
 void TrekmimeViewController::chooseStartTime()
@@ -329,13 +331,12 @@ void TrekmimeViewController::pickerValueChanged()
     const QString text = value.toLocalTime().toString(QStringLiteral("MM-dd HH:mm"));
     if (mIsStart) {
         lb_startTime->setText(text);
-        m_choiceRows[2]->setAccessibleDescription(text);
         m_trip->setStartTime(seconds);
     } else {
         lb_endTime->setText(text);
-        m_choiceRows[3]->setAccessibleDescription(text);
         m_trip->setEndTime(seconds);
     }
+    readRows();
 }
 
 void TrekmimeViewController::pickerButtonClicked()

@@ -138,6 +138,8 @@ private:
     void chooseAddress(bool start);
     void setTip(const QString &text);
     void restore();
+    // names each choice row by its value and describes it by its caption
+    void readRows();
     bool startLocating();
 
     const Needs m_needs;

@@ -10,6 +10,7 @@
 #include "platform/gui/DeviceMetrics.h"
 #include "spot/FavoritesViewController.h"
 #include "spot/SearchInput.h"
+#include "ui/Accessibility.h"
 #include "ui/CoordinateRegion.h"
 #include "ui/FlatButton.h"
 #include "ui/FlatSwitch.h"
@@ -106,7 +107,7 @@ void SpotmimeViewController::centerMapOn(const Coordinate &coordinate)
 
 void SpotmimeViewController::regionWillChangeAnimated(MapView *, bool)
 {
-    addressLabel->clear();
+    setAccessibleValue(addressLabel, QString());
     spinner->show();
     spinner->startAnimating();
 }
@@ -114,7 +115,7 @@ void SpotmimeViewController::regionWillChangeAnimated(MapView *, bool)
 void SpotmimeViewController::regionDidChangeAnimated(MapView *mapView, bool)
 {
     const Coordinate centre = mapView ? mapView->region().center : Coordinate{};
-    lb_location->setText(QString::asprintf("%f\n%f", centre.latitude, centre.longitude));
+    setAccessibleValue(lb_location, QString::asprintf("%f\n%f", centre.latitude, centre.longitude));
     lb_location->show();
     m_spot.mapSettled(centre);
     if (!m_needs.location) {
@@ -129,14 +130,14 @@ void SpotmimeViewController::regionDidChangeAnimated(MapView *mapView, bool)
 
 void SpotmimeViewController::reverseGeocoderSuccess(const QString &address)
 {
-    addressLabel->setText(address);
+    setAccessibleValue(addressLabel, address);
     spinner->stopAnimating();
     spinner->hide();
 }
 
 void SpotmimeViewController::reverseGeocoderFailed(const QString &)
 {
-    addressLabel->setText(tr("Unknow"));
+    setAccessibleValue(addressLabel, tr("Unknow"));
     spinner->stopAnimating();
     spinner->hide();
 }

@@ -1,10 +1,31 @@
 #pragma once
 
+class QLabel;
+class QString;
+class QWidget;
+
 // Lets screen readers and test drivers find and work the toolkit's own
 // controls through Qt's accessibility support (AT-SPI on Linux): the flat
 // switch as a checkable toggle button with toggle and press actions, the map
 // as a focusable canvas whose description is its centre coordinate. Flat
 // buttons need nothing: Qt already treats them as the push buttons they are.
+// Plain containers (screens, bars, panels) list only the children a person
+// can see and use: hidden ones, pictures and backgrounds are left out.
 // Call once the application object exists, before the first window; calling
 // again does nothing.
 void installAccessibilityFactories();
+
+// Makes `label` read out what it shows: its text is its accessible name, and
+// `role` (what the value is, e.g. "Address") its description. Change its text
+// with setAccessibleValue() so that a screen reader hears the new value.
+void makeValueLabel(QLabel *label, const QString &role);
+// Shows `text` in `label` and tells screen readers its name changed.
+void setAccessibleValue(QLabel *label, const QString &text);
+
+// Leaves `widget` (a picture, a background, a spacer) out of the tree screen
+// readers walk. A button with decorative parts is read as one control.
+void setDecorative(QWidget *widget);
+
+// Leaves `widget` out of the tree screen readers walk while something laid
+// over it (a sheet, a panel) covers it; it stays on screen.
+void setCovered(QWidget *widget, bool covered);

@@ -5,9 +5,19 @@
 #include "app/ProgressHUD.h"
 #include "fakes/ManualClock.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QPointer>
+#include <QPushButton>
 #include <QTest>
+
+namespace {
+struct CountingScreen : BaseViewController
+{
+    int appearances = 0;
+    void viewWillAppear(bool) override { ++appearances; }
+};
+} // namespace
 
 class BaseViewControllerTest : public QObject
 {
@@ -18,7 +28,8 @@ private slots:
     {
         m_window = new QWidget;
         m_window->resize(390, 844);
-        m_screen = new BaseViewController(m_window);
+        m_screen = new CountingScreen;
+        m_screen->setParent(m_window);
         m_screen->setClock(&m_clock);
         m_screen->setGeometry(0, 60, 390, 700);
         m_window->show();
@@ -96,18 +107,31 @@ private slots:
         QFETCH(int, transition);
         QFETCH(bool, animated);
         setModalAnimationsEnabled(animated);
+        auto *opener = new QPushButton(m_screen);
+        opener->show();
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window));
+        opener->setFocus();
         QPointer<QWidget> screen = new QWidget;
+        new QLabel(screen); // not a control: the keyboard goes past it
+        auto *first = new QPushButton(screen);
         int presented = 0, dismissed = 0;
         presentViewController(m_screen, screen, ModalTransition(transition), [&] { ++presented; });
         QCOMPARE(presentedViewController(m_screen), screen.data());
         QTRY_COMPARE_WITH_TIMEOUT(presented, 1, 2000);
-        m_window->resize(400, 700); // the screen keeps covering the window
+        QCOMPARE(QApplication::focusWidget(), first);
+        QVERIFY(m_screen->isHidden()); // no Tab nor screen reader reaches it
+        m_window->resize(400, 700);    // the screen keeps covering the window
         QCOMPARE(screen->geometry(), m_window->rect());
         for (int i = 0; i < 2; ++i)
             dismissViewController(screen, [&] { ++dismissed; });
         QVERIFY(!presentedViewController(m_screen)); // gone at once, deleted after its exit
         QTRY_VERIFY_WITH_TIMEOUT(screen.isNull(), 2000);
         QCOMPARE(dismissed + presented, 2);
+        // the screen under it is back, re-read, with the keyboard where it was
+        QVERIFY(m_screen->isVisible());
+        QCOMPARE(m_screen->appearances, 1);
+        QCOMPARE(QApplication::focusWidget(), opener);
     }
 
     void aScreenGoneMidwayCallsNothing()
@@ -124,7 +148,7 @@ private slots:
 private:
     ManualClock m_clock;
     QWidget *m_window = nullptr;
-    BaseViewController *m_screen = nullptr;
+    CountingScreen *m_screen = nullptr;
 };
 
 TREKMIME_TEST(BaseViewControllerTest)

@@ -22,6 +22,13 @@ private:
         return m->screen->findChild<T *>(QLatin1String(name));
     }
     QString text(const char *label) const { return child<QLabel>(label)->text(); }
+    // what a screen reader reads out: the name, then the description
+    QString readOut(const char *name) const
+    {
+        QAccessibleInterface *face = QAccessible::queryAccessibleInterface(child<QWidget>(name));
+        return face->text(QAccessible::Name) + QStringLiteral(" -- ") +
+               face->text(QAccessible::Description);
+    }
     Coordinate centre() const { return child<MapView>("mainMapView")->centerCoordinate(); }
     void search(const QString &typed)
     {
@@ -102,11 +109,12 @@ private slots:
     {
         m->open({22.2793, 114.1628});
         answerForTheCentre(QStringLiteral("Admiralty, Hong Kong"));
-        QCOMPARE(text("addressLabel"), QStringLiteral("Admiralty, Hong Kong"));
+        QCOMPARE(readOut("addressLabel"), QStringLiteral("Admiralty, Hong Kong -- Address"));
+        QCOMPARE(readOut("lb_location"), text("lb_location") + QStringLiteral(" -- Coordinate"));
         search(QStringLiteral("#:0.5,0.5"));
         QVERIFY(child<QWidget>("spinner")->isVisible());
         SpotWorld::settle();
-        QCOMPARE(text("addressLabel"), QStringLiteral("Unknow"));
+        QCOMPARE(readOut("addressLabel"), QStringLiteral("Unknow -- Address"));
     }
 
     void overlayBeforeAndAfterTheFirstSearch()
@@ -157,6 +165,22 @@ private slots:
         QVERIFY(child<FlatSwitch>("enableSwitch")->isOn());
         verifyNear(centre(), {48.8584, 2.2945});
         QCOMPARE(presentedViewController(m->screen), nullptr);
+    }
+
+    void returningFromTheListReReadsTheSwitch()
+    {
+        m->open({10, 10});
+        auto *toggle = child<FlatSwitch>("enableSwitch");
+        toggle->toggle();
+        search(QStringLiteral("Atlantis")); // fails: the file says off, the switch still on
+        SpotWorld::settle();
+        QVERIFY(toggle->isOn());
+        QTest::mouseClick(child<QPushButton>("favoritesButton"), Qt::LeftButton);
+        auto *list = m->window->findChild<FavoritesViewController *>();
+        QVERIFY(m->screen->isHidden());
+        QTest::keyClick(list->tableView(), Qt::Key_Escape); // closes as Back does
+        QVERIFY(!presentedViewController(m->screen) && m->screen->isVisible());
+        QVERIFY(!toggle->isOn());
     }
 
     void exchange()
