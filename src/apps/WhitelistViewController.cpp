@@ -40,6 +40,18 @@ WhitelistViewController::WhitelistViewController(const Needs &needs, QWidget *pa
     titleLabel = new QLabel;
     titleLabel->setObjectName(QStringLiteral("titleLabel"));
 
+    viewDidLoad();
+}
+
+void WhitelistViewController::viewDidLoad()
+{
+    // reading never creates the file: a missing one is an empty record
+    m_whiteListPreferences = m_needs.preferences.whitePreference();
+    if (m_needs.applications)
+        m_appArray = ApplicationList::installedAppModel(*m_needs.applications, m_needs.preferences);
+    buildRows();
+
+    // made after the rows, so that Tab reaches it after them, as it lies below them
     bottomView = new QWidget(this);
     bottomView->setObjectName(QStringLiteral("bottomView"));
     backButton = new FlatButton(bottomView);
@@ -49,12 +61,6 @@ WhitelistViewController::WhitelistViewController(const Needs &needs, QWidget *pa
     bottomRow->setContentsMargins(16, 10, 16, 10);
     bottomRow->addWidget(backButton);
     bottomRow->setAlignment(backButton, Qt::AlignTop);
-
-    viewDidLoad();
-}
-
-void WhitelistViewController::viewDidLoad()
-{
     backButton->setText(tr("Done"));
     backButton->setButtonColor(ColorPalette::turquoiseColor());
     backButton->setShadowColor(ColorPalette::greenSeaColor());
@@ -68,13 +74,6 @@ void WhitelistViewController::viewDidLoad()
 
     titleLabel->setText(tr("White List"));
     titleTopLabel->setText(tr("White List"));
-
-    // reading never creates the file: a missing one is an empty record
-    m_whiteListPreferences = m_needs.preferences.whitePreference();
-
-    if (m_needs.applications)
-        m_appArray = ApplicationList::installedAppModel(*m_needs.applications, m_needs.preferences);
-    buildRows();
 
     if (SafeArea::of(m_needs.deviceMetrics).statusBar)
         bgLabel->show();
@@ -114,9 +113,6 @@ void WhitelistViewController::buildRows()
     }
     column->addStretch(1);
     mainTableView->setWidget(content);
-    // Tab goes down the rows, then to Done, as they lie on screen
-    if (!m_rows.isEmpty())
-        setTabOrder(m_rows.constLast(), backButton);
 }
 
 void WhitelistViewController::didSelectRow(int row)

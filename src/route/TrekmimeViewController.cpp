@@ -11,6 +11,7 @@
 #include "route/DateTimePicker.h"
 #include "route/SelectAddressViewController.h"
 #include "routing/RoutePreview.h"
+#include "ui/Accessibility.h"
 #include "ui/ColorPalette.h"
 #include "ui/CoordinateRegion.h"
 #include "ui/FlatSwitch.h"
@@ -298,6 +299,7 @@ void TrekmimeViewController::showDatePicker()
     v_picker->setGeometry(rect());
     v_picker->show();
     v_picker->raise();
+    setSiblingsCovered(v_picker, true);
     m_pickerSheet->setProperty("shown", true);
     const int h = height();
     const int sheetHeight = m_pickerSheet->height();
@@ -310,6 +312,7 @@ void TrekmimeViewController::showDatePicker()
 
 void TrekmimeViewController::hideDatePicker()
 {
+    setSiblingsCovered(v_picker, false);
     m_pickerSheet->setProperty("shown", false);
     const int h = height();
     const int from = m_pickerSheet->y();
@@ -321,6 +324,17 @@ void TrekmimeViewController::hideDatePicker()
         },
         [this] { v_picker->hide(); });
     (mIsStart ? m_choiceRows[2] : m_choiceRows[3])->setFocus();
+}
+
+bool TrekmimeViewController::focusNextPrevChild(bool next)
+{
+    // while the time sheet is up, the keyboard goes between its two controls only
+    if (!v_picker->isVisible() || !m_pickerSheet->property("shown").toBool())
+        return BaseViewController::focusNextPrevChild(next);
+    auto *done = m_pickerSheet->findChild<QWidget *>(QStringLiteral("pickerDone"));
+    (dp_drive->hasFocus() ? done : dp_drive)
+        ->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
 }
 
 void TrekmimeViewController::pickerValueChanged()

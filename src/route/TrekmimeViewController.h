@@ -119,6 +119,7 @@ public slots:
 protected:
     void viewDidLoad() override;
     void resizeEvent(QResizeEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
     void buildViews();

@@ -221,7 +221,11 @@ void setDecorative(QWidget *widget)
     widget->setProperty(DecorativeProperty, true);
 }
 
-void setCovered(QWidget *widget, bool covered)
+void setSiblingsCovered(QWidget *cover, bool covered)
 {
-    widget->setProperty(CoveredProperty, covered);
+    for (QObject *sibling : cover->parentWidget()->children()) {
+        if (sibling == cover)
+            break; // children are listed bottom to top
+        sibling->setProperty(CoveredProperty, covered);
+    }
 }

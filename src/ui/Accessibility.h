@@ -26,6 +26,6 @@ void setAccessibleValue(QLabel *label, const QString &text);
 // readers walk. A button with decorative parts is read as one control.
 void setDecorative(QWidget *widget);
 
-// Leaves `widget` out of the tree screen readers walk while something laid
-// over it (a sheet, a panel) covers it; it stays on screen.
-void setCovered(QWidget *widget, bool covered);
+// Leaves the siblings below `cover` (a sheet laid over part of a screen) out
+// of the tree screen readers walk while `covered`; they stay on screen.
+void setSiblingsCovered(QWidget *cover, bool covered);

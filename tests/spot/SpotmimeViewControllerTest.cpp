@@ -6,6 +6,7 @@
 #include "ui/MapView.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 
@@ -216,6 +217,31 @@ private slots:
                          .isEmpty());
         QTest::mouseClick(child<QPushButton>("infoButton"), Qt::LeftButton);
         QCOMPARE(m->shell.infoViews, 1);
+    }
+
+    void keyboardAndReaderGoTopToBottom()
+    {
+        installAccessibilityFactories();
+        m->open();
+        QAccessibleInterface *face = QAccessible::queryAccessibleInterface(m->screen);
+        QStringList listed;
+        for (int i = 0; i < face->childCount(); ++i)
+            listed << face->child(i)->object()->objectName();
+        // the pin and the hidden name panel are not read; the coordinate is
+        QVERIFY(!listed.contains(u"locationImageView") && !listed.contains(u"alertView"));
+        QVERIFY(listed.contains(u"lb_location"));
+        QVERIFY(QTest::qWaitForWindowActive(m->window.get()));
+        const QStringList order =
+            QStringLiteral("infoButton searchField searchButton mainMapView btn_mine btn_exchange "
+                           "enableSwitch favoritesButton addButton")
+                .split(u' ');
+        child<QWidget>("infoButton")->setFocus();
+        QStringList visited{QApplication::focusWidget()->objectName()};
+        while (visited.size() < order.size()) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            visited << QApplication::focusWidget()->objectName();
+        }
+        QCOMPARE(visited, order);
     }
 
     void destroyedWhileALookupIsOut()
