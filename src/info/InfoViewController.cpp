@@ -72,6 +72,7 @@ InfoViewController::InfoViewController(const Needs &needs, ScreenMaker makeWhite
     bgLabel = bar.bgLabel;
     topView = bar.topView;
     titleTopLabel = bar.titleTopLabel;
+    setDecorative(titleTopLabel); // this screen's bar has no title
 
     m_body = new QWidget(this);
     m_body->setObjectName(QStringLiteral("body"));

@@ -216,7 +216,7 @@ void SelectAddressViewController::locationFailed(const QString &)
 
 void SelectAddressViewController::regionWillChangeAnimated(MapView *, bool)
 {
-    setAccessibleValue(addressLabel, QString());
+    addressLabel->setText(QString()); // read out as empty too
     spinner->show();
     spinner->startAnimating();
     layoutViews();
@@ -243,7 +243,7 @@ void SelectAddressViewController::addressFound(const QString &address)
 {
     mIsLoading = false;
     m_address = address.isEmpty() ? tr("Unknow") : address;
-    setAccessibleValue(addressLabel, m_address);
+    addressLabel->setText(m_address);
     spinner->stopAnimating();
     spinner->hide();
     layoutViews();
@@ -268,7 +268,7 @@ void SelectAddressViewController::geocoderFailed(const QString &)
 {
     // shows "Unknow" but keeps the address found before
     mIsLoading = false;
-    setAccessibleValue(addressLabel, tr("Unknow"));
+    addressLabel->setText(tr("Unknow"));
     spinner->stopAnimating();
     spinner->hide();
     layoutViews();

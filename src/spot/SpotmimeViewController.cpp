@@ -10,7 +10,6 @@
 #include "platform/gui/DeviceMetrics.h"
 #include "spot/FavoritesViewController.h"
 #include "spot/SearchInput.h"
-#include "ui/Accessibility.h"
 #include "ui/CoordinateRegion.h"
 #include "ui/FlatButton.h"
 #include "ui/FlatSwitch.h"
@@ -107,7 +106,7 @@ void SpotmimeViewController::centerMapOn(const Coordinate &coordinate)
 
 void SpotmimeViewController::regionWillChangeAnimated(MapView *, bool)
 {
-    setAccessibleValue(addressLabel, QString());
+    addressLabel->setText(QString()); // read out as empty too
     spinner->show();
     spinner->startAnimating();
 }
@@ -115,7 +114,7 @@ void SpotmimeViewController::regionWillChangeAnimated(MapView *, bool)
 void SpotmimeViewController::regionDidChangeAnimated(MapView *mapView, bool)
 {
     const Coordinate centre = mapView ? mapView->region().center : Coordinate{};
-    setAccessibleValue(lb_location, QString::asprintf("%f\n%f", centre.latitude, centre.longitude));
+    lb_location->setText(QString::asprintf("%f\n%f", centre.latitude, centre.longitude));
     lb_location->show();
     m_spot.mapSettled(centre);
     if (!m_needs.location) {
@@ -130,14 +129,14 @@ void SpotmimeViewController::regionDidChangeAnimated(MapView *mapView, bool)
 
 void SpotmimeViewController::reverseGeocoderSuccess(const QString &address)
 {
-    setAccessibleValue(addressLabel, address);
+    addressLabel->setText(address);
     spinner->stopAnimating();
     spinner->hide();
 }
 
 void SpotmimeViewController::reverseGeocoderFailed(const QString &)
 {
-    setAccessibleValue(addressLabel, tr("Unknow"));
+    addressLabel->setText(tr("Unknow"));
     spinner->stopAnimating();
     spinner->hide();
 }

@@ -207,15 +207,6 @@ void makeValueLabel(QLabel *label, const QString &role)
     label->setAccessibleDescription(role);
 }
 
-void setAccessibleValue(QLabel *label, const QString &text)
-{
-    if (label->text() == text)
-        return;
-    label->setText(text);
-    QAccessibleEvent renamed(label, QAccessible::NameChanged);
-    QAccessible::updateAccessibility(&renamed);
-}
-
 void setDecorative(QWidget *widget)
 {
     widget->setProperty(DecorativeProperty, true);

@@ -16,11 +16,10 @@ class QWidget;
 void installAccessibilityFactories();
 
 // Makes `label` read out what it shows: its text is its accessible name, and
-// `role` (what the value is, e.g. "Address") its description. Change its text
-// with setAccessibleValue() so that a screen reader hears the new value.
+// `role` (what the value is, e.g. "Address") its description. Qt tells screen
+// readers of each new name that setText() brings; clear() tells nothing, so
+// such labels are emptied with setText(QString()).
 void makeValueLabel(QLabel *label, const QString &role);
-// Shows `text` in `label` and tells screen readers its name changed.
-void setAccessibleValue(QLabel *label, const QString &text);
 
 // Leaves `widget` (a picture, a background, a spacer) out of the tree screen
 // readers walk. A button with decorative parts is read as one control.
