@@ -166,6 +166,8 @@ void TrekmimeViewController::buildBottomBar()
     connect(enableSwitch, &FlatSwitch::valueChanged, this, &TrekmimeViewController::setEnable);
     lb_tip = label(bottomView, "lb_tip", QString());
     lb_tip->setWordWrap(true);
+    // read out as the switch's description, not as a label of its own
+    setDecorative(lb_tip);
     btn_exchange = new QPushButton(QStringLiteral("\u21c4 ") + tr("Spotmime"), bottomView);
     btn_exchange->setObjectName(QStringLiteral("btn_exchange"));
     btn_exchange->setAccessibleName(ModeScreenLayout::modeName());
