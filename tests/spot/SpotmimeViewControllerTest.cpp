@@ -48,15 +48,6 @@ private:
         QVERIFY(qAbs(a.latitude - b.latitude) < 1e-6 && qAbs(a.longitude - b.longitude) < 1e-6);
     }
 
-    // the overlay has no view until the first search gives it the window
-    ProgressHUD *locateAfterASearch()
-    {
-        search(QStringLiteral("nowhere at all"));
-        SpotWorld::settle();
-        QTest::mouseClick(child<QPushButton>("btn_mine"), Qt::LeftButton);
-        return m->screen->HUD();
-    }
-
 private slots:
     void init() { m = std::make_unique<SpotWorld>(); }
     void cleanup() { m.reset(); }
@@ -118,24 +109,22 @@ private slots:
         QCOMPARE(readOut("addressLabel"), QStringLiteral("Unknow -- Address"));
     }
 
-    void overlayBeforeAndAfterTheFirstSearch()
+    void overlayBeforeAndAfterTheFirstSearchThenPositionFailure()
     {
         m->open();
         QTest::mouseClick(child<QPushButton>("btn_mine"), Qt::LeftButton);
         QVERIFY(!m->screen->HUD()->isVisible());
         SpotWorld::settle();
-        ProgressHUD *hud = locateAfterASearch();
-        QVERIFY(hud->isVisible());
+        // the overlay has no view until the first search gives it the window
+        search(QStringLiteral("nowhere at all"));
+        SpotWorld::settle();
+        QTest::mouseClick(child<QPushButton>("btn_mine"), Qt::LeftButton);
+        ProgressHUD *hud = m->screen->HUD();
+        QVERIFY(hud->isVisible() && !hud->isFinished());
         QCOMPARE(hud->geometry(), m->screen->window()->rect());
-    }
-
-    void positionFailureHidesTheOverlay()
-    {
-        m->open();
-        QVERIFY(!locateAfterASearch()->isFinished());
         const QVariantMap stored = SpotWorld::location(m->world);
         QVERIFY(m->positions.last()->fail(PositionSource::AccessDenied, QStringLiteral("denied")));
-        QTRY_VERIFY(m->screen->HUD()->isFinished()); // faded out
+        QTRY_VERIFY(hud->isFinished()); // faded out, nothing written
         QCOMPARE(SpotWorld::location(m->world), stored);
     }
 
@@ -217,12 +206,6 @@ private slots:
                          .isEmpty());
         QTest::mouseClick(child<QPushButton>("infoButton"), Qt::LeftButton);
         QCOMPARE(m->shell.infoViews, 1);
-    }
-
-    void keyboardAndReaderGoTopToBottom()
-    {
-        installAccessibilityFactories();
-        m->open();
         QAccessibleInterface *face = QAccessible::queryAccessibleInterface(m->screen);
         QStringList listed;
         for (int i = 0; i < face->childCount(); ++i)
