@@ -151,9 +151,6 @@ private slots:
         QTest::keyClick(picker, Qt::Key_Return);
         QVERIFY(!child<QWidget>("v_picker")->isVisible());
         QCOMPARE(text("lb_endTime"), QStringLiteral("11-15 23:13"));
-        QCOMPARE(QAccessible::queryAccessibleInterface(child<QPushButton>("row_endTime"))
-                     ->text(QAccessible::Name),
-                 QStringLiteral("11-15 23:13"));
 
         // confirming without moving stores the moment of opening, seconds and all
         m_world->clock.advance(7500);
