@@ -207,16 +207,19 @@ void makeValueLabel(QLabel *label, const QString &role)
     label->setAccessibleDescription(role);
 }
 
-void setDecorative(QWidget *widget)
+void setDecorative(QWidget *widget, bool decorative)
 {
-    widget->setProperty(DecorativeProperty, true);
+    widget->setProperty(DecorativeProperty, decorative);
 }
 
 void setSiblingsCovered(QWidget *cover, bool covered)
 {
+    // children are listed bottom to top; uncovering frees every sibling, also
+    // one raised over the cover meanwhile
+    bool below = true;
     for (QObject *sibling : cover->parentWidget()->children()) {
-        if (sibling == cover)
-            break; // children are listed bottom to top
-        sibling->setProperty(CoveredProperty, covered);
+        below = below && sibling != cover;
+        if (sibling != cover)
+            sibling->setProperty(CoveredProperty, covered && below);
     }
 }

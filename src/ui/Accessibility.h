@@ -23,7 +23,7 @@ void makeValueLabel(QLabel *label, const QString &role);
 
 // Leaves `widget` (a picture, a background, a spacer) out of the tree screen
 // readers walk. A button with decorative parts is read as one control.
-void setDecorative(QWidget *widget);
+void setDecorative(QWidget *widget, bool decorative = true);
 
 // Leaves the siblings below `cover` (a sheet laid over part of a screen) out
 // of the tree screen readers walk while `covered`; they stay on screen.

@@ -143,6 +143,7 @@ private slots:
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         QCOMPARE(QApplication::focusWidget(), picker);
         QAccessibleInterface *face = QAccessible::queryAccessibleInterface(&screen);
+        QCOMPARE(face->childCount(), 1);
         QCOMPARE(face->child(0)->object(), child<QWidget>("v_picker"));
         QTest::keyClick(picker, Qt::Key_Up);   // already at the minimum
         QTest::keyClick(picker, Qt::Key_Down); // a day later
