@@ -163,6 +163,7 @@ void TrekmimeViewController::buildBottomBar()
     enableSwitch = new FlatSwitch(bottomView);
     enableSwitch->setObjectName(QStringLiteral("enableSwitch"));
     enableSwitch->setAccessibleName(tr("Trekmime"));
+    enableSwitch->setFocusPolicy(Qt::StrongFocus); // Tab reaches it, Space flips it
     connect(enableSwitch, &FlatSwitch::valueChanged, this, &TrekmimeViewController::setEnable);
     lb_tip = label(bottomView, "lb_tip", QString());
     lb_tip->setWordWrap(true);

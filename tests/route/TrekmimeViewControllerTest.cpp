@@ -95,7 +95,7 @@ private slots:
         QTRY_COMPARE(screen.points().size(), 3);
         pickTime(&TrekmimeViewController::chooseStartTime, 1);
         pickTime(&TrekmimeViewController::chooseEndTime, 3);
-        enable->toggle();
+        QTest::keyClick(enable, Qt::Key_Space);
         QCOMPARE(text("lb_tip"), QStringLiteral("Trekmime is working"));
         m_world->clock.advance(180000);
         QTRY_VERIFY(std::abs(screen.mapView()->centerCoordinate().latitude - Tst.latitude) < 1e-6);
