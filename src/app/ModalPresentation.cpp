@@ -1,7 +1,9 @@
 #include "app/ModalPresentation.h"
 
+#include "app/BaseViewController.h"
 #include "ui/ColorPalette.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QGraphicsOpacityEffect>
 #include <QPainter>
@@ -41,6 +43,10 @@ public:
     ModalTransition transition;
     bool dismissing = false;
     bool moving = false;
+    // where the keyboard was before, to go back to
+    QPointer<QWidget> returnFocus;
+    // what the screen hid of the window under it, to show again
+    QList<QPointer<QWidget>> covered;
 };
 
 ModalRecord *recordOf(QWidget *screen)
@@ -48,6 +54,46 @@ ModalRecord *recordOf(QWidget *screen)
     return screen ? screen->findChild<ModalRecord *>(QLatin1String(RecordName),
                                                      Qt::FindDirectChildrenOnly)
                   : nullptr;
+}
+
+// Hides what lies under the arrived screen, so that neither Tab nor a
+// screen reader reaches a control the user cannot see. Only what is below
+// the screen: a screen presented on top of it meanwhile stays.
+void hideCovered(ModalRecord *record)
+{
+    QWidget *screen = record->screen;
+    for (QObject *object : screen->parentWidget()->children()) {
+        if (object == screen)
+            break; // children are listed bottom to top
+        auto *sibling = qobject_cast<QWidget *>(object);
+        if (sibling && !sibling->isWindow() && !sibling->isHidden()) {
+            sibling->hide();
+            record->covered.append(sibling);
+        }
+    }
+}
+
+// Shows again what the screen hid, before it leaves: the leaving
+// animations picture the window without it.
+void showCovered(ModalRecord *record)
+{
+    for (const QPointer<QWidget> &sibling : std::as_const(record->covered)) {
+        if (sibling)
+            sibling->show();
+    }
+    record->covered.clear();
+}
+
+// The first control of `screen` the keyboard can reach, or null.
+QWidget *firstControl(QWidget *screen)
+{
+    for (QWidget *next = screen->nextInFocusChain(); next && next != screen;
+         next = next->nextInFocusChain()) {
+        if (screen->isAncestorOf(next) && (next->focusPolicy() & Qt::TabFocus) &&
+            next->isEnabled() && next->isVisibleTo(screen))
+            return next;
+    }
+    return nullptr;
 }
 
 // A card turning over: the leaving picture narrows to its middle line, then
@@ -176,14 +222,19 @@ void presentViewController(QWidget *presenter, QWidget *screen, ModalTransition 
     screen->setParent(window);
     screen->setGeometry(window->rect());
     screen->setAutoFillBackground(true);
-    new ModalRecord(screen, presenter, transition);
+    auto *record = new ModalRecord(screen, presenter, transition);
+    record->returnFocus = QApplication::focusWidget();
     screen->show();
     screen->raise();
-    // the keyboard follows the screen on top
-    screen->setFocus();
-    if (QWidget *first = screen->nextInFocusChain(); first && screen->isAncestorOf(first))
-        first->setFocus();
-    auto finished = [completion = std::move(completion)] {
+    // the keyboard follows the screen on top, to its first control
+    if (QWidget *first = firstControl(screen))
+        first->setFocus(Qt::OtherFocusReason);
+    else
+        screen->setFocus(Qt::OtherFocusReason);
+    QPointer<ModalRecord> arrived(record);
+    auto finished = [arrived, completion = std::move(completion)] {
+        if (arrived && !arrived->dismissing)
+            hideCovered(arrived);
         if (completion)
             completion();
     };
@@ -200,13 +251,21 @@ void dismissViewController(QWidget *screen, std::function<void()> completion)
     if (!record || record->dismissing)
         return;
     record->dismissing = true;
+    showCovered(record);
+    screen->raise();
     screen->setEnabled(false); // leaving: no press may act twice
     QPointer<QWidget> presenter = record->presenter;
-    auto finished = [screen, presenter, completion = std::move(completion)] {
+    QPointer<QWidget> returnFocus = record->returnFocus;
+    // the screen under it shows again what the files say now
+    if (auto *under = qobject_cast<BaseViewController *>(presenter.data()))
+        under->viewWillAppear(g_animated);
+    auto finished = [screen, presenter, returnFocus, completion = std::move(completion)] {
         screen->hide();
         screen->deleteLater();
-        if (presenter && presenter->isVisible())
-            presenter->setFocus();
+        if (returnFocus && returnFocus->isVisible() && returnFocus->isEnabled())
+            returnFocus->setFocus(Qt::OtherFocusReason);
+        else if (presenter && presenter->isVisible())
+            presenter->setFocus(Qt::OtherFocusReason);
         if (completion)
             completion();
     };

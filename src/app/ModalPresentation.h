@@ -14,12 +14,16 @@ enum class ModalTransition { CoverVertical, FlipHorizontal, CrossDissolve };
 
 // Shows `screen` over the window that holds `presenter`, as a child covering
 // the whole window, animated in with `transition`; `completion` runs once it
-// is in place.
+// is in place. The keyboard goes to the screen's first control; once it is in
+// place, what it covers is hidden, out of reach of Tab and screen readers.
 void presentViewController(QWidget *presenter, QWidget *screen, ModalTransition transition,
                            std::function<void()> completion = {});
-// Animates `screen` out the way it came, then deletes it (deleteLater) and
-// runs `completion`. Safe to call twice: the second call does nothing. A
-// leaving screen is disabled, so that no press acts twice.
+// Shows again what `screen` covered (a presenting BaseViewController gets
+// viewWillAppear() and re-reads the files), animates the screen out the way it
+// came, then deletes it (deleteLater), gives the keyboard back to the control
+// that had it before and runs `completion`. Safe to call twice: the second
+// call does nothing. A leaving screen is disabled, so that no press acts
+// twice.
 void dismissViewController(QWidget *screen, std::function<void()> completion = {});
 // The screen `presenter` presented and that is still shown, or null.
 QWidget *presentedViewController(QWidget *presenter);

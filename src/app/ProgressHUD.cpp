@@ -3,6 +3,7 @@
 #include "app/ActivityIndicatorView.h"
 #include "app/ProgressHUDDelegate.h"
 #include "platform/Clock.h"
+#include "ui/Accessibility.h"
 #include "ui/ColorPalette.h"
 #include "ui/ViewLayer.h"
 
@@ -173,6 +174,8 @@ void ProgressHUD::setAlpha(qreal alpha)
     setAttribute(Qt::WA_TransparentForMouseEvents, alpha < TouchableAlpha);
     if (auto *spinner = qobject_cast<ActivityIndicatorView *>(m_indicator.data()))
         spinner->setSuspended(alpha <= 0.0);
+    // an overlay faded out stays in place, but there is nothing to read on it
+    setDecorative(this, alpha <= 0.0);
 }
 
 void ProgressHUD::setScale(qreal scale)

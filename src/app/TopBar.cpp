@@ -1,6 +1,7 @@
 #include "app/TopBar.h"
 
 #include "app/SafeArea.h"
+#include "ui/Accessibility.h"
 
 #include <QLabel>
 
@@ -10,6 +11,7 @@ TopBar TopBar::build(QWidget *screen)
     bar.bgLabel = new QLabel(screen);
     bar.bgLabel->setObjectName(QStringLiteral("bgLabel"));
     bar.bgLabel->hide();
+    setDecorative(bar.bgLabel);
     bar.topView = new QWidget(screen);
     bar.topView->setObjectName(QStringLiteral("topView"));
     bar.topView->setAttribute(Qt::WA_StyledBackground);

@@ -11,6 +11,7 @@
 #include "ui/ColorPalette.h"
 #include "ui/FlatButton.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -31,12 +32,26 @@ WhitelistViewController::WhitelistViewController(const Needs &needs, QWidget *pa
     mainTableView = new QScrollArea(this);
     mainTableView->setObjectName(QStringLiteral("mainTableView"));
     mainTableView->setWidgetResizable(true);
+    // the rows take the keyboard, and scroll themselves into view
+    mainTableView->setFocusPolicy(Qt::NoFocus);
     mainTableView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     mainTableView->verticalScrollBar()->setSingleStep(WhitelistRow::RowHeight / 2);
 
     titleLabel = new QLabel;
     titleLabel->setObjectName(QStringLiteral("titleLabel"));
 
+    viewDidLoad();
+}
+
+void WhitelistViewController::viewDidLoad()
+{
+    // reading never creates the file: a missing one is an empty record
+    m_whiteListPreferences = m_needs.preferences.whitePreference();
+    if (m_needs.applications)
+        m_appArray = ApplicationList::installedAppModel(*m_needs.applications, m_needs.preferences);
+    buildRows();
+
+    // made after the rows, so that Tab reaches it after them, as it lies below them
     bottomView = new QWidget(this);
     bottomView->setObjectName(QStringLiteral("bottomView"));
     backButton = new FlatButton(bottomView);
@@ -46,12 +61,6 @@ WhitelistViewController::WhitelistViewController(const Needs &needs, QWidget *pa
     bottomRow->setContentsMargins(16, 10, 16, 10);
     bottomRow->addWidget(backButton);
     bottomRow->setAlignment(backButton, Qt::AlignTop);
-
-    viewDidLoad();
-}
-
-void WhitelistViewController::viewDidLoad()
-{
     backButton->setText(tr("Done"));
     backButton->setButtonColor(ColorPalette::turquoiseColor());
     backButton->setShadowColor(ColorPalette::greenSeaColor());
@@ -65,13 +74,6 @@ void WhitelistViewController::viewDidLoad()
 
     titleLabel->setText(tr("White List"));
     titleTopLabel->setText(tr("White List"));
-
-    // reading never creates the file: a missing one is an empty record
-    m_whiteListPreferences = m_needs.preferences.whitePreference();
-
-    if (m_needs.applications)
-        m_appArray = ApplicationList::installedAppModel(*m_needs.applications, m_needs.preferences);
-    buildRows();
 
     if (SafeArea::of(m_needs.deviceMetrics).statusBar)
         bgLabel->show();
@@ -130,6 +132,14 @@ void WhitelistViewController::didSelectRow(int row)
 void WhitelistViewController::done()
 {
     dismissViewController(this);
+}
+
+void WhitelistViewController::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape)
+        done();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void WhitelistViewController::resizeEvent(QResizeEvent *event)

@@ -7,10 +7,12 @@
 #include "platform/PreferredLanguages.h"
 #include "platform/gui/DeviceMetrics.h"
 #include "platform/gui/UrlOpener.h"
+#include "ui/Accessibility.h"
 #include "ui/ColorPalette.h"
 #include "ui/FlatButton.h"
 
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QPainterPath>
@@ -70,6 +72,7 @@ InfoViewController::InfoViewController(const Needs &needs, ScreenMaker makeWhite
     bgLabel = bar.bgLabel;
     topView = bar.topView;
     titleTopLabel = bar.titleTopLabel;
+    setDecorative(titleTopLabel); // this screen's bar has no title
 
     m_body = new QWidget(this);
     m_body->setObjectName(QStringLiteral("body"));
@@ -81,6 +84,7 @@ InfoViewController::InfoViewController(const Needs &needs, ScreenMaker makeWhite
     emblem->setObjectName(QStringLiteral("emblem"));
     emblem->setPixmap(emblemPixmap(devicePixelRatioF()));
     emblem->setAlignment(Qt::AlignCenter);
+    setDecorative(emblem);
     column->addWidget(emblem);
     titleLabel = new QLabel(m_body);
     titleLabel->setObjectName(QStringLiteral("titleLabel"));
@@ -187,6 +191,14 @@ bool InfoViewController::isChinese() const
 {
     const QStringList languages = preferredLanguages();
     return !languages.isEmpty() && languages.constFirst() == QLatin1String("zh-Hans");
+}
+
+void InfoViewController::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape)
+        done();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void InfoViewController::resizeEvent(QResizeEvent *event)

@@ -9,6 +9,7 @@
 #include "platform/AlertPresenter.h"
 #include "platform/gui/DeviceMetrics.h"
 #include "route/RouteImages.h"
+#include "ui/Accessibility.h"
 #include "ui/ColorPalette.h"
 #include "ui/CoordinateRegion.h"
 #include "ui/FlatButton.h"
@@ -71,6 +72,7 @@ void SelectAddressViewController::buildViews()
     locationImageView->setObjectName(QStringLiteral("locationImageView"));
     locationImageView->setPixmap(QPixmap::fromImage(RouteImages::centrePin()));
     locationImageView->setAttribute(Qt::WA_TransparentForMouseEvents);
+    setDecorative(locationImageView);
 
     const TopBar bar = TopBar::build(this);
     bgLabel = bar.bgLabel;
@@ -214,7 +216,7 @@ void SelectAddressViewController::locationFailed(const QString &)
 
 void SelectAddressViewController::regionWillChangeAnimated(MapView *, bool)
 {
-    addressLabel->clear();
+    addressLabel->setText(QString()); // read out as empty too
     spinner->show();
     spinner->startAnimating();
     layoutViews();

@@ -11,6 +11,7 @@
 #include "route/DateTimePicker.h"
 #include "route/SelectAddressViewController.h"
 #include "routing/RoutePreview.h"
+#include "ui/Accessibility.h"
 #include "ui/ColorPalette.h"
 #include "ui/CoordinateRegion.h"
 #include "ui/FlatSwitch.h"
@@ -60,11 +61,7 @@ void TrekmimeViewController::viewDidLoad()
     lb_end->setText(tr("Please choose End"));
     lb_startTime->setText(tr("Please choose Start Time"));
     lb_endTime->setText(tr("Please choose End Time"));
-    for (QPushButton *row : std::as_const(m_choiceRows)) {
-        const auto labels = row->findChildren<QLabel *>();
-        // a screen reader reads the row as "caption: value"
-        row->setAccessibleName(labels.value(0)->text());
-    }
+    readRows();
 
     enableSwitch->setOnColor(ColorPalette::turquoiseColor());
     enableSwitch->setOffColor(ColorPalette::cloudsColor());
@@ -103,10 +100,16 @@ void TrekmimeViewController::restore()
         setTip(QString());
         startLocating();
     }
+    readRows();
+}
+
+void TrekmimeViewController::readRows()
+{
+    // a screen reader hears the chosen place or time first, then what it is
     for (QPushButton *row : std::as_const(m_choiceRows)) {
         const auto labels = row->findChildren<QLabel *>();
-        row->setAccessibleName(labels.value(0)->text());
-        row->setAccessibleDescription(labels.value(1)->text());
+        row->setAccessibleName(labels.value(1)->text());
+        row->setAccessibleDescription(labels.value(0)->text());
     }
 }
 
@@ -221,7 +224,7 @@ void TrekmimeViewController::startChosen(double latitude, double longitude, cons
     if (!m_trip->chooseStart({latitude, longitude}, address))
         return; // a place on the equator or the prime meridian is not chosen
     lb_start->setText(address);
-    m_choiceRows[0]->setAccessibleDescription(address);
+    readRows();
 }
 
 void TrekmimeViewController::endChosen(double latitude, double longitude, const QString &address)
@@ -229,7 +232,7 @@ void TrekmimeViewController::endChosen(double latitude, double longitude, const 
     if (!m_trip->chooseEnd({latitude, longitude}, address))
         return;
     lb_end->setText(address);
-    m_choiceRows[1]->setAccessibleDescription(address);
+    readRows();
 }
 
 void TrekmimeViewController::chooseStartTime()
@@ -297,6 +300,7 @@ void TrekmimeViewController::showDatePicker()
     v_picker->setEnabled(true);
     v_picker->show();
     v_picker->raise();
+    setSiblingsCovered(v_picker, true);
     m_pickerSheet->setProperty("shown", true);
     const int h = height();
     const int sheetHeight = m_pickerSheet->height();
@@ -310,6 +314,7 @@ void TrekmimeViewController::showDatePicker()
 void TrekmimeViewController::hideDatePicker()
 {
     v_picker->setEnabled(false); // a sheet on its way out takes no more presses
+    setSiblingsCovered(v_picker, false);
     m_pickerSheet->setProperty("shown", false);
     const int h = height();
     const int from = m_pickerSheet->y();
@@ -323,6 +328,17 @@ void TrekmimeViewController::hideDatePicker()
     (mIsStart ? m_choiceRows[2] : m_choiceRows[3])->setFocus();
 }
 
+bool TrekmimeViewController::focusNextPrevChild(bool next)
+{
+    // while the time sheet is up, the keyboard goes between its two controls only
+    if (!v_picker->isVisible() || !m_pickerSheet->property("shown").toBool())
+        return BaseViewController::focusNextPrevChild(next);
+    auto *done = m_pickerSheet->findChild<QWidget *>(QStringLiteral("pickerDone"));
+    (dp_drive->hasFocus() ? done : dp_drive)
+        ->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+}
+
 void TrekmimeViewController::pickerValueChanged()
 {
     const QDateTime value = dp_drive->date();
@@ -331,13 +347,12 @@ void TrekmimeViewController::pickerValueChanged()
     const QString text = value.toLocalTime().toString(QStringLiteral("MM-dd HH:mm"));
     if (mIsStart) {
         lb_startTime->setText(text);
-        m_choiceRows[2]->setAccessibleDescription(text);
         m_trip->setStartTime(seconds);
     } else {
         lb_endTime->setText(text);
-        m_choiceRows[3]->setAccessibleDescription(text);
         m_trip->setEndTime(seconds);
     }
+    readRows();
 }
 
 void TrekmimeViewController::pickerButtonClicked()

@@ -119,6 +119,7 @@ public slots:
 protected:
     void viewDidLoad() override;
     void resizeEvent(QResizeEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
     void buildViews();
@@ -138,6 +139,8 @@ private:
     void chooseAddress(bool start);
     void setTip(const QString &text);
     void restore();
+    // names each choice row by its value and describes it by its caption
+    void readRows();
     bool startLocating();
 
     const Needs m_needs;

@@ -7,6 +7,7 @@
 #include "app/SafeArea.h"
 #include "platform/gui/DeviceMetrics.h"
 #include "route/DateTimePicker.h"
+#include "ui/Accessibility.h"
 #include "ui/ColorPalette.h"
 #include "ui/FlatSwitch.h"
 #include "ui/MapView.h"
@@ -65,8 +66,11 @@ QPushButton *choiceRow(QWidget *panel, const char *name, const char *caption, co
     QLabel *valueLabel = label(row, value, QString());
     valueLabel->setProperty("value", true);
     QLabel *chevron = label(row, "chevron", QStringLiteral("\u203a"));
-    for (QLabel *part : {captionLabel, valueLabel, chevron})
+    // the row is read as one control, its value first (see readRows())
+    for (QLabel *part : {captionLabel, valueLabel, chevron}) {
         part->setAttribute(Qt::WA_TransparentForMouseEvents);
+        setDecorative(part);
+    }
     return row;
 }
 
@@ -100,7 +104,9 @@ void TrekmimeViewController::buildChoicePanel()
     v_top->setObjectName(QStringLiteral("v_top"));
     v_top->setAttribute(Qt::WA_StyledBackground);
     v_top->setFixedHeight(PanelHeight);
-    label(v_top, "statusBacking", QString())->setGeometry(0, 0, 4096, StatusHeight);
+    QLabel *backing = label(v_top, "statusBacking", QString());
+    backing->setGeometry(0, 0, 4096, StatusHeight);
+    setDecorative(backing);
     struct RowSpec
     {
         const char *row;
@@ -157,9 +163,12 @@ void TrekmimeViewController::buildBottomBar()
     enableSwitch = new FlatSwitch(bottomView);
     enableSwitch->setObjectName(QStringLiteral("enableSwitch"));
     enableSwitch->setAccessibleName(tr("Trekmime"));
+    enableSwitch->setFocusPolicy(Qt::StrongFocus); // Tab reaches it, Space flips it
     connect(enableSwitch, &FlatSwitch::valueChanged, this, &TrekmimeViewController::setEnable);
     lb_tip = label(bottomView, "lb_tip", QString());
     lb_tip->setWordWrap(true);
+    // read out as the switch's description, not as a label of its own
+    setDecorative(lb_tip);
     btn_exchange = new QPushButton(QStringLiteral("\u21c4 ") + tr("Spotmime"), bottomView);
     btn_exchange->setObjectName(QStringLiteral("btn_exchange"));
     btn_exchange->setAccessibleName(ModeScreenLayout::modeName());

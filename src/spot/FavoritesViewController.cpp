@@ -13,6 +13,7 @@
 #include "ui/ViewHelpers.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 
 namespace {
@@ -124,6 +125,14 @@ void FavoritesViewController::setDelegate(FavoritesDelegate *delegate)
 FavoritesDelegate *FavoritesViewController::delegate() const
 {
     return m_delegateLifetime ? m_delegate : nullptr;
+}
+
+void FavoritesViewController::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape)
+        done();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void FavoritesViewController::resizeEvent(QResizeEvent *event)

@@ -55,6 +55,8 @@ public slots:
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
+    // Escape closes the screen, as its back button does
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void viewDidLoad();

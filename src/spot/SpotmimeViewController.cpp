@@ -106,7 +106,7 @@ void SpotmimeViewController::centerMapOn(const Coordinate &coordinate)
 
 void SpotmimeViewController::regionWillChangeAnimated(MapView *, bool)
 {
-    addressLabel->clear();
+    addressLabel->setText(QString()); // read out as empty too
     spinner->show();
     spinner->startAnimating();
 }

@@ -6,6 +6,7 @@
 #include "app/ActivityIndicatorView.h"
 #include "app/ModeScreenLayout.h"
 #include "app/TopBar.h"
+#include "ui/Accessibility.h"
 #include "ui/ColorPalette.h"
 #include "ui/FlatButton.h"
 #include "ui/FlatSwitch.h"
@@ -139,6 +140,7 @@ void SpotmimeViewController::buildMap()
     locationImageView->setFixedSize(PinSize);
     // the pin is drawing: drags go through it to the map
     locationImageView->setAttribute(Qt::WA_TransparentForMouseEvents);
+    setDecorative(locationImageView);
 }
 
 // The information button and the address search.
@@ -181,7 +183,7 @@ void SpotmimeViewController::buildBottomBar()
     addressLabel = new QLabel(bottomView);
     addressLabel->setObjectName(QStringLiteral("addressLabel"));
     addressLabel->setWordWrap(true);
-    addressLabel->setAccessibleName(tr("Address"));
+    makeValueLabel(addressLabel, tr("Address"));
     enableSwitch = new FlatSwitch(bottomView);
     enableSwitch->setObjectName(QStringLiteral("enableSwitch"));
     enableSwitch->setAccessibleName(tr("Spotmime"));
@@ -218,7 +220,7 @@ void SpotmimeViewController::buildMapControls()
 {
     lb_location = new QLabel(this);
     lb_location->setObjectName(QStringLiteral("lb_location"));
-    lb_location->setAccessibleName(tr("Coordinate"));
+    makeValueLabel(lb_location, tr("Coordinate"));
     btn_mine = new QPushButton(this);
     btn_mine->setObjectName(QStringLiteral("btn_mine"));
     btn_mine->setIcon(locateIcon());
@@ -289,6 +291,12 @@ void SpotmimeViewController::connectViews()
     connect(btn_mine, &QPushButton::clicked, this,
             &SpotmimeViewController::mineLocationButtonClicked);
     connect(m_infoButton, &QPushButton::clicked, this, &SpotmimeViewController::showInfoView);
+    // Tab follows the screen from top to bottom, the map's corner controls
+    // before the bar below it
+    const QList<QWidget *> order{m_infoButton, searchField,  searchButton,    mainMapView, btn_mine,
+                                 btn_exchange, enableSwitch, favoritesButton, addButton};
+    for (qsizetype i = 1; i < order.size(); ++i)
+        setTabOrder(order.at(i - 1), order.at(i));
 }
 
 void SpotmimeViewController::styleViews()

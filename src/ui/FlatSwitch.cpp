@@ -4,6 +4,7 @@
 #include "ui/ViewHelpers.h"
 
 #include <QAccessible>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
@@ -231,6 +232,15 @@ void FlatSwitch::mousePressEvent(QMouseEvent *event)
     if (event->button() == Qt::LeftButton)
         setHighlighted(true);
     event->accept();
+}
+
+void FlatSwitch::keyPressEvent(QKeyEvent *event)
+{
+    const int key = event->key();
+    if (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter)
+        toggle();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void FlatSwitch::mouseReleaseEvent(QMouseEvent *event)

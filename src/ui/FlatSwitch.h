@@ -88,6 +88,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    // with the keyboard on it (see setFocusPolicy), Space or Return flips it
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void setUp();

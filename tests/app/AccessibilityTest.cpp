@@ -164,6 +164,9 @@ private slots:
         for (int i = 0; i < face->childCount(); ++i)
             texts.append(face->child(i)->text(QAccessible::Name));
         QVERIFY(texts.contains(label));
+        QCOMPARE(QAccessible::queryAccessibleInterface(&host)->childCount(), 1);
+        hud->hide(false); // faded out, it stays in place with nothing to read
+        QCOMPARE(QAccessible::queryAccessibleInterface(&host)->childCount(), 0);
     }
 };
 

@@ -5,8 +5,10 @@
 #include "app/ProgressHUD.h"
 #include "fakes/ManualClock.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QPointer>
+#include <QPushButton>
 #include <QTest>
 
 class BaseViewControllerTest : public QObject
@@ -96,18 +98,30 @@ private slots:
         QFETCH(int, transition);
         QFETCH(bool, animated);
         setModalAnimationsEnabled(animated);
+        auto *opener = new QPushButton(m_screen);
+        opener->show();
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window));
+        opener->setFocus();
         QPointer<QWidget> screen = new QWidget;
+        new QLabel(screen); // not a control: the keyboard goes past it
+        auto *first = new QPushButton(screen);
         int presented = 0, dismissed = 0;
         presentViewController(m_screen, screen, ModalTransition(transition), [&] { ++presented; });
         QCOMPARE(presentedViewController(m_screen), screen.data());
         QTRY_COMPARE_WITH_TIMEOUT(presented, 1, 2000);
-        m_window->resize(400, 700); // the screen keeps covering the window
+        QCOMPARE(QApplication::focusWidget(), first);
+        QVERIFY(m_screen->isHidden()); // no Tab nor screen reader reaches it
+        m_window->resize(400, 700);    // the screen keeps covering the window
         QCOMPARE(screen->geometry(), m_window->rect());
         for (int i = 0; i < 2; ++i)
             dismissViewController(screen, [&] { ++dismissed; });
         QVERIFY(!presentedViewController(m_screen)); // gone at once, deleted after its exit
         QTRY_VERIFY_WITH_TIMEOUT(screen.isNull(), 2000);
         QCOMPARE(dismissed + presented, 2);
+        // the screen under it is back, with the keyboard where it was
+        QVERIFY(m_screen->isVisible());
+        QCOMPARE(QApplication::focusWidget(), opener);
     }
 
     void aScreenGoneMidwayCallsNothing()

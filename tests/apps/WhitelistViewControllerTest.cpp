@@ -9,6 +9,7 @@
 #include "shell/ScreenNeeds.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QFileInfo>
 #include <QPointer>
 #include <QTest>
@@ -102,7 +103,7 @@ private slots:
         // keys and a screen reader toggle too
         m_window->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-        screen->rowAt(0)->setFocus();
+        QCOMPARE(QApplication::focusWidget(), screen->rowAt(0)); // not the scrolling frame
         QTest::keyClick(screen->rowAt(0), Qt::Key_Down);
         QTest::keyClick(screen->rowAt(1), Qt::Key_Space);
         QCOMPARE(stored().value(chat), QVariant(true));
@@ -112,6 +113,9 @@ private slots:
         QVERIFY(!row->state().checked);
         row->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         QTRY_COMPARE(stored().value(chat), QVariant(true));
+        screen->rowAt(2)->setFocus(); // Tab goes down the rows, then to Done
+        QTest::keyClick(screen->rowAt(2), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("backButton"));
         // Done dismisses
         QTest::mouseClick(screen->findChild<QAbstractButton *>(QStringLiteral("backButton")),
                           Qt::LeftButton);

@@ -9,9 +9,11 @@
 #include "shell/AppDelegate.h"
 #include "shell/AppWindow.h"
 #include "shell/ScreenNeeds.h"
+#include "ui/Accessibility.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
+#include <QApplication>
 #include <QLabel>
 #include <QPointer>
 #include <QTest>
@@ -122,7 +124,7 @@ private slots:
         QTRY_VERIFY(presentedViewController(screen));
         auto *whitelist = qobject_cast<WhitelistViewController *>(presentedViewController(screen));
         QCOMPARE(whitelist->numberOfRows(), 1);
-        press(whitelist, "backButton");
+        QTest::keyClick(whitelist, Qt::Key_Escape);
         QVERIFY(!presentedViewController(screen));
         press(screen, "backButton");
         QTRY_VERIFY(screen.isNull());
@@ -130,15 +132,24 @@ private slots:
 
     void theShellPresentsANewScreenEachTime()
     {
+        installAccessibilityFactories();
         AppDelegate delegate(m_world->services());
         QVERIFY(delegate.didFinishLaunching());
+        QVERIFY(QTest::qWaitForWindowActive(delegate.window()));
         QWidget *root = delegate.window()->rootViewController();
         delegate.showInfoView(root, ModalTransition::CrossDissolve);
         QPointer<InfoViewController> first =
             qobject_cast<InfoViewController *>(presentedViewController(root));
         QCOMPARE(first->geometry(), delegate.window()->rect());
-        dismissViewController(first);
+        // the screen under it is out of the keyboard's and the screen reader's way
+        QAccessibleInterface *window = QAccessible::queryAccessibleInterface(delegate.window());
+        QVERIFY(root->isHidden());
+        QCOMPARE(window->childCount(), 1);
+        QCOMPARE(window->child(0)->object(), first.data());
+        QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("wihteListButton"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
         QTRY_VERIFY(first.isNull());
+        QVERIFY(root->isVisible());
         delegate.showInfoView(root, ModalTransition::FlipHorizontal);
         QVERIFY(qobject_cast<InfoViewController *>(presentedViewController(root)));
     }

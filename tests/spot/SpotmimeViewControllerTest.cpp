@@ -6,6 +6,7 @@
 #include "ui/MapView.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 
@@ -22,6 +23,13 @@ private:
         return m->screen->findChild<T *>(QLatin1String(name));
     }
     QString text(const char *label) const { return child<QLabel>(label)->text(); }
+    // what a screen reader reads out: the name, then the description
+    QString readOut(const char *name) const
+    {
+        QAccessibleInterface *face = QAccessible::queryAccessibleInterface(child<QWidget>(name));
+        return face->text(QAccessible::Name) + QStringLiteral(" -- ") +
+               face->text(QAccessible::Description);
+    }
     Coordinate centre() const { return child<MapView>("mainMapView")->centerCoordinate(); }
     void search(const QString &typed)
     {
@@ -38,15 +46,6 @@ private:
     static void verifyNear(const Coordinate &a, const Coordinate &b)
     {
         QVERIFY(qAbs(a.latitude - b.latitude) < 1e-6 && qAbs(a.longitude - b.longitude) < 1e-6);
-    }
-
-    // the overlay has no view until the first search gives it the window
-    ProgressHUD *locateAfterASearch()
-    {
-        search(QStringLiteral("nowhere at all"));
-        SpotWorld::settle();
-        QTest::mouseClick(child<QPushButton>("btn_mine"), Qt::LeftButton);
-        return m->screen->HUD();
     }
 
 private slots:
@@ -104,31 +103,30 @@ private slots:
     {
         m->open({22.2793, 114.1628});
         answerForTheCentre(QStringLiteral("Admiralty, Hong Kong"));
-        QCOMPARE(text("addressLabel"), QStringLiteral("Admiralty, Hong Kong"));
+        QCOMPARE(readOut("addressLabel"), QStringLiteral("Admiralty, Hong Kong -- Address"));
+        QCOMPARE(readOut("lb_location"), text("lb_location") + QStringLiteral(" -- Coordinate"));
         search(QStringLiteral("#:0.5,0.5"));
         QVERIFY(child<QWidget>("spinner")->isVisible());
         SpotWorld::settle();
-        QCOMPARE(text("addressLabel"), QStringLiteral("Unknow"));
+        QCOMPARE(readOut("addressLabel"), QStringLiteral("Unknow -- Address"));
     }
 
-    void overlayBeforeAndAfterTheFirstSearch()
+    void overlayBeforeAndAfterTheFirstSearchThenPositionFailure()
     {
         m->open();
         QTest::mouseClick(child<QPushButton>("btn_mine"), Qt::LeftButton);
         QVERIFY(!m->screen->HUD()->isVisible());
         SpotWorld::settle();
-        ProgressHUD *hud = locateAfterASearch();
-        QVERIFY(hud->isVisible());
+        // the overlay has no view until the first search gives it the window
+        search(QStringLiteral("nowhere at all"));
+        SpotWorld::settle();
+        QTest::mouseClick(child<QPushButton>("btn_mine"), Qt::LeftButton);
+        ProgressHUD *hud = m->screen->HUD();
+        QVERIFY(hud->isVisible() && !hud->isFinished());
         QCOMPARE(hud->geometry(), m->screen->window()->rect());
-    }
-
-    void positionFailureHidesTheOverlay()
-    {
-        m->open();
-        QVERIFY(!locateAfterASearch()->isFinished());
         const QVariantMap stored = SpotWorld::location(m->world);
         QVERIFY(m->positions.last()->fail(PositionSource::AccessDenied, QStringLiteral("denied")));
-        QTRY_VERIFY(m->screen->HUD()->isFinished()); // faded out
+        QTRY_VERIFY(hud->isFinished()); // faded out, nothing written
         QCOMPARE(SpotWorld::location(m->world), stored);
     }
 
@@ -161,6 +159,22 @@ private slots:
         QVERIFY(child<FlatSwitch>("enableSwitch")->isOn());
         verifyNear(centre(), {48.8584, 2.2945});
         QCOMPARE(presentedViewController(m->screen), nullptr);
+    }
+
+    void returningFromTheListReReadsTheSwitch()
+    {
+        m->open({10, 10});
+        auto *toggle = child<FlatSwitch>("enableSwitch");
+        toggle->toggle();
+        search(QStringLiteral("Atlantis")); // fails: the file says off, the switch still on
+        SpotWorld::settle();
+        QVERIFY(toggle->isOn());
+        QTest::mouseClick(child<QPushButton>("favoritesButton"), Qt::LeftButton);
+        auto *list = m->window->findChild<FavoritesViewController *>();
+        QVERIFY(m->screen->isHidden());
+        QTest::keyClick(list->tableView(), Qt::Key_Escape); // closes as Back does
+        QVERIFY(!presentedViewController(m->screen) && m->screen->isVisible());
+        QVERIFY(!toggle->isOn());
     }
 
     void exchange()
@@ -196,6 +210,25 @@ private slots:
                          .isEmpty());
         QTest::mouseClick(child<QPushButton>("infoButton"), Qt::LeftButton);
         QCOMPARE(m->shell.infoViews, 1);
+        QAccessibleInterface *face = QAccessible::queryAccessibleInterface(m->screen);
+        QStringList listed;
+        for (int i = 0; i < face->childCount(); ++i)
+            listed << face->child(i)->object()->objectName();
+        // the pin and the hidden name panel are not read; the coordinate is
+        QVERIFY(!listed.contains(u"locationImageView") && !listed.contains(u"alertView"));
+        QVERIFY(listed.contains(u"lb_location"));
+        QVERIFY(QTest::qWaitForWindowActive(m->window.get()));
+        const QStringList order =
+            QStringLiteral("infoButton searchField searchButton mainMapView btn_mine btn_exchange "
+                           "enableSwitch favoritesButton addButton")
+                .split(u' ');
+        child<QWidget>("infoButton")->setFocus();
+        QStringList visited{QApplication::focusWidget()->objectName()};
+        while (visited.size() < order.size()) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            visited << QApplication::focusWidget()->objectName();
+        }
+        QCOMPARE(visited, order);
     }
 
     void destroyedWhileALookupIsOut()
