@@ -34,6 +34,8 @@ int runApplication(int argc, char **argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("trekmime"));
     QApplication::setApplicationDisplayName(QStringLiteral("Trekmime"));
+    // matches the window to its desktop entry (Wayland app id)
+    QApplication::setDesktopFileName(QStringLiteral("com.velmora.trekmime"));
     QApplication::setApplicationVersion(QStringLiteral(TREKMIME_VERSION));
     installAccessibilityFactories();
     Theme::apply(application);
