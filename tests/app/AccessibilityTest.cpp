@@ -12,7 +12,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QSignalSpy>
-#include <QTest>
 
 #include <cmath>
 

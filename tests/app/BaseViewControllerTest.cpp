@@ -9,7 +9,6 @@
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
-#include <QTest>
 
 class BaseViewControllerTest : public QObject
 {

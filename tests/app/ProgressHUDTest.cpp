@@ -9,7 +9,6 @@
 #include <QFontMetricsF>
 #include <QLabel>
 #include <QPointer>
-#include <QTest>
 #include <QThread>
 
 #include <atomic>

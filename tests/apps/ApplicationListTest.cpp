@@ -5,8 +5,6 @@
 #include "fakes/FakeApplicationRegistry.h"
 #include "settings/PropertyList.h"
 
-#include <QTest>
-
 namespace {
 QStringList bundlesOf(const QList<ApplicationModel> &models)
 {

@@ -12,7 +12,6 @@
 #include <QApplication>
 #include <QFileInfo>
 #include <QPointer>
-#include <QTest>
 
 // The whitelist screen over a fake registry: marks, taps and the file.
 class WhitelistViewControllerTest : public QObject

@@ -9,7 +9,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
-#include <QTest>
 
 // `trekmime-ctl apps list` over desktop entries made here.
 class CtlAppsTest : public QObject

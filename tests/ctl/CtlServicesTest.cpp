@@ -1,16 +1,15 @@
 #include "CtlRun.h"
+#include "FileBytes.h"
 #include "NmeaLog.h"
 #include "StubHttpServer.h"
 #include "TestMain.h"
 
 #include "settings/PropertyList.h"
 
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <memory>
 
@@ -153,8 +152,7 @@ private slots:
                 continue;
             const bool fix = argument == QLatin1String("LOG");
             argument = m_dir->filePath(argument);
-            QFile log(argument);
-            QVERIFY(log.open(QIODevice::WriteOnly) && log.write(NmeaLog::log(22.5, 114.1, 2, fix)));
+            QVERIFY(writeBytes(argument, NmeaLog::log(22.5, 114.1, 2, fix)));
         }
         const Run run = ctl(arguments);
         if (err.isEmpty())

@@ -7,7 +7,6 @@
 #include <QLocalSocket>
 #include <QTcpSocket>
 #include <QTemporaryDir>
-#include <QTest>
 
 // The feed's parts in one process: the sentences, where the settings put
 // the device, the watch on the folder, and the server's slow clients.

@@ -16,7 +16,6 @@
 #include <QApplication>
 #include <QLabel>
 #include <QPointer>
-#include <QTest>
 #include <QUrlQuery>
 
 // The information screen: its title, its links and the ways to it and on.

@@ -6,8 +6,6 @@
 #include "location/Location.h"
 
 #include <QSettings>
-#include <QTemporaryDir>
-#include <QTest>
 
 namespace {
 

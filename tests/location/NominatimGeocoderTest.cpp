@@ -7,7 +7,6 @@
 
 #include <QElapsedTimer>
 #include <QNetworkAccessManager>
-#include <QTest>
 
 namespace {
 

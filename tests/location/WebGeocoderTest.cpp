@@ -5,7 +5,6 @@
 #include "location/WebGeocoder.h"
 
 #include <QNetworkAccessManager>
-#include <QTest>
 #include <QThread>
 
 namespace {

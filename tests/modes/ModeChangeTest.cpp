@@ -6,7 +6,6 @@
 #include "settings/TMPreferenceUtil.h"
 
 #include <QTemporaryDir>
-#include <QTest>
 
 // The one mode change behind both mode buttons and trekmime-ctl: a refusal
 // leaves the master file exactly as it was; a change writes it afresh.

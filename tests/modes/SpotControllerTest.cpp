@@ -6,8 +6,6 @@
 #include "settings/FavoriteEntry.h"
 #include "settings/PropertyList.h"
 
-#include <QTest>
-
 namespace {
 const Coordinate Pin{30.5, 60.25}, Found{48.8606, 2.3376};
 

@@ -7,9 +7,7 @@
 #include "settings/PropertyList.h"
 
 #include <QSignalSpy>
-#include <QTest>
 
-#include <memory>
 
 namespace {
 const Coordinate Central{22.2846809, 114.1588}, Tst{22.2988, 114.1722};

@@ -2,8 +2,6 @@
 
 #include "platform/PreferredLanguages.h"
 
-#include <QTest>
-
 // The system's locale names become the language tags the screens compare.
 class PreferredLanguagesTest : public QObject
 {
@@ -16,58 +14,24 @@ private slots:
         QTest::addColumn<QString>("lcAll");
         QTest::addColumn<QString>("lang");
         QTest::addColumn<QString>("tags");
-        QTest::newRow("simplified") << ""
-                                    << ""
-                                    << "zh_CN.UTF-8"
-                                    << "zh-Hans";
-        QTest::newRow("singapore") << ""
-                                   << ""
-                                   << "zh_SG.GB2312"
-                                   << "zh-Hans";
-        QTest::newRow("traditional") << ""
-                                     << ""
-                                     << "zh_TW.UTF-8"
-                                     << "zh-Hant";
-        QTest::newRow("hong kong") << ""
-                                   << ""
-                                   << "zh_HK"
-                                   << "zh-Hant";
-        QTest::newRow("region kept") << ""
-                                     << ""
-                                     << "en_GB.UTF-8@euro"
-                                     << "en-GB";
-        QTest::newRow("no region") << ""
-                                   << ""
-                                   << "de"
-                                   << "de";
-        QTest::newRow("list first") << "zh_CN:fr_FR:zh_CN"
-                                    << ""
-                                    << "de_DE.UTF-8"
-                                    << "zh-Hans fr-FR de-DE";
-        QTest::newRow("list in C") << "zh_CN"
-                                   << "C.UTF-8"
-                                   << ""
-                                   << "zh-Hans";
-        QTest::newRow("LC_ALL wins") << ""
-                                     << "pt_BR.UTF-8"
-                                     << "de_DE"
-                                     << "pt-BR";
-        QTest::newRow("C") << ""
-                           << "C"
-                           << "zh_CN"
-                           << "";
-        QTest::newRow("POSIX") << ""
-                               << ""
-                               << "POSIX"
-                               << "";
-        QTest::newRow("nothing") << ""
-                                 << ""
-                                 << ""
-                                 << "";
-        QTest::newRow("nonsense") << "::x y:"
-                                  << ""
-                                  << "/etc/passwd"
-                                  << "";
+        const auto row = [](const char *name, const char *language, const char *lcAll,
+                            const char *lang, const char *tags) {
+            QTest::newRow(name) << QString::fromLatin1(language) << QString::fromLatin1(lcAll)
+                                << QString::fromLatin1(lang) << QString::fromLatin1(tags);
+        };
+        row("simplified", "", "", "zh_CN.UTF-8", "zh-Hans");
+        row("singapore", "", "", "zh_SG.GB2312", "zh-Hans");
+        row("traditional", "", "", "zh_TW.UTF-8", "zh-Hant");
+        row("hong kong", "", "", "zh_HK", "zh-Hant");
+        row("region kept", "", "", "en_GB.UTF-8@euro", "en-GB");
+        row("no region", "", "", "de", "de");
+        row("list first", "zh_CN:fr_FR:zh_CN", "", "de_DE.UTF-8", "zh-Hans fr-FR de-DE");
+        row("list in C", "zh_CN", "C.UTF-8", "", "zh-Hans");
+        row("LC_ALL wins", "", "pt_BR.UTF-8", "de_DE", "pt-BR");
+        row("C", "", "C", "zh_CN", "");
+        row("POSIX", "", "", "POSIX", "");
+        row("nothing", "", "", "", "");
+        row("nonsense", "::x y:", "", "/etc/passwd", "");
     }
     void systemLanguages()
     {

@@ -12,9 +12,7 @@
 #include <QFile>
 #include <QPointer>
 #include <QPushButton>
-#include <QTest>
 
-#include <memory>
 
 namespace {
 QVariantMap routeOn()

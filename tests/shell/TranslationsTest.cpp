@@ -3,7 +3,6 @@
 #include "shell/Translations.h"
 
 #include <QCoreApplication>
-#include <QTest>
 
 // Which texts a person sees for the language asked for or the system's.
 class TranslationsTest : public QObject

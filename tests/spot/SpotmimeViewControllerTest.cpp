@@ -55,7 +55,7 @@ private slots:
     void firstDisplay()
     {
         for (const bool on : {true, false}) { // the stored place, or the device
-            SpotWorld::storeLocation(m->world, on ? QStringLiteral("1") : QStringLiteral("0"));
+            SpotWorld::storeLocation(*m, on ? QStringLiteral("1") : QStringLiteral("0"));
             m->open({22.3, 114.17});
             const Coordinate shown = on ? Coordinate{48.8584, 2.2945} : Coordinate{22.3, 114.17};
             verifyNear(centre(), shown);
@@ -93,7 +93,7 @@ private slots:
         SpotWorld::settle();
         QCOMPARE(m->geocoder.forwardRequests(),
                  lookup.isNull() ? QStringList{} : QStringList{lookup});
-        QCOMPARE(m->world.alerts.messages().size(), int(typed == QStringLiteral("Atlantis")));
+        QCOMPARE(m->alerts.messages().size(), int(typed == QStringLiteral("Atlantis")));
         const bool kept = to == Coordinate{10, 10} && lookup.isNull();
         QCOMPARE(child<QLineEdit>("searchField")->text(), kept ? typed : QString());
         verifyNear(centre(), to);
@@ -124,10 +124,11 @@ private slots:
         ProgressHUD *hud = m->screen->HUD();
         QVERIFY(hud->isVisible() && !hud->isFinished());
         QCOMPARE(hud->geometry(), m->screen->window()->rect());
-        const QVariantMap stored = SpotWorld::location(m->world);
-        QVERIFY(m->positions.last()->fail(PositionSource::AccessDenied, QStringLiteral("denied")));
+        const QVariantMap stored = SpotWorld::location(*m);
+        QVERIFY(m->positionSources.last()->fail(PositionSource::AccessDenied,
+                                                QStringLiteral("denied")));
         QTRY_VERIFY(hud->isFinished()); // faded out, nothing written
-        QCOMPARE(SpotWorld::location(m->world), stored);
+        QCOMPARE(SpotWorld::location(*m), stored);
     }
 
     void favourites()
@@ -144,14 +145,14 @@ private slots:
             QTest::mouseClick(child<QPushButton>(button), Qt::LeftButton);
             QTRY_VERIFY(!panel->isVisible());
         }
-        QCOMPARE(SpotWorld::favorites(m->world).size(), 1);
+        QCOMPARE(SpotWorld::favorites(*m).size(), 1);
     }
 
     void choosingAFavourite()
     {
         SpotWorld::writeFavorites(
-            m->world, QVariantList{place(QStringLiteral("Tower"), QStringLiteral("48.8584"),
-                                         QStringLiteral("2.2945"))});
+            *m, QVariantList{place(QStringLiteral("Tower"), QStringLiteral("48.8584"),
+                                   QStringLiteral("2.2945"))});
         m->open({10, 10});
         QTest::mouseClick(child<QPushButton>("favoritesButton"), Qt::LeftButton);
         SpotWorld::tapRow(m->window->findChild<FavoritesViewController *>()->tableView(), 0);
@@ -179,14 +180,14 @@ private slots:
 
     void exchange()
     {
-        SpotWorld::storeLocation(m->world, QStringLiteral("1"));
+        SpotWorld::storeLocation(*m, QStringLiteral("1"));
         m->open();
         QTest::mouseClick(child<QPushButton>("btn_exchange"), Qt::LeftButton); // refused
-        QVERIFY(!QFile::exists(m->world.files().masterFile()) && m->shell.toRouter == 0);
-        QCOMPARE(m->world.alerts.messages().size(), 1);
+        QVERIFY(!QFile::exists(m->files().masterFile()) && m->shell.toRouter == 0);
+        QCOMPARE(m->alerts.messages().size(), 1);
         child<FlatSwitch>("enableSwitch")->toggle();
         QTest::mouseClick(child<QPushButton>("btn_exchange"), Qt::LeftButton);
-        QVERIFY(QFile::exists(m->world.files().masterFile()) && m->shell.toRouter == 1);
+        QVERIFY(QFile::exists(m->files().masterFile()) && m->shell.toRouter == 1);
     }
 
     void switchThroughAccessibility()
@@ -198,11 +199,11 @@ private slots:
         QCOMPARE(control->text(QAccessible::Name), QStringLiteral("Spotmime"));
         control->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
         SpotWorld::settle();
-        QCOMPARE(SpotWorld::location(m->world).value(QStringLiteral("latitude")).toString(),
+        QCOMPARE(SpotWorld::location(*m).value(QStringLiteral("latitude")).toString(),
                  QStringLiteral("30.500000"));
         QTest::keyClick(toggle, Qt::Key_Space);
         SpotWorld::settle();
-        QCOMPARE(SpotWorld::location(m->world).value(QStringLiteral("enable")).toString(),
+        QCOMPARE(SpotWorld::location(*m).value(QStringLiteral("enable")).toString(),
                  QStringLiteral("0"));
         for (const char *name : {"btn_mine", "infoButton", "btn_exchange"})
             QVERIFY(!QAccessible::queryAccessibleInterface(child<QWidget>(name))
@@ -239,7 +240,7 @@ private slots:
         search(QStringLiteral("nowhere at all"));
         m->window.reset();
         SpotWorld::settle();
-        QVERIFY(m->world.alerts.alerts().isEmpty());
+        QVERIFY(m->alerts.alerts().isEmpty());
     }
 };
 

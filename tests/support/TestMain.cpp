@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QStandardPaths>
-#include <QTest>
 #include <QTextStream>
 
 #include <memory>

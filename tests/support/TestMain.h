@@ -5,10 +5,12 @@
 // executable links TestMain.cpp, which runs them all (command-line arguments
 // such as -v2 or a function name apply to each class; `-class NAME` picks
 // one class, as CTest does for each; `-check-classes A,B` answers whether
-// exactly those classes are registered).
+// exactly those classes are registered). It brings Qt Test along, which
+// every test file uses.
 
 #include <QList>
 #include <QObject>
+#include <QTest>
 
 #include <functional>
 

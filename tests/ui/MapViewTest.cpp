@@ -5,7 +5,6 @@
 #include "ui/MapViewDelegate.h"
 
 #include <QPointingDevice>
-#include <QTest>
 
 #include <algorithm>
 #include <memory>

@@ -1,10 +1,7 @@
 #include "SendMouse.h"
 #include "TestMain.h"
 
-#include "ui/ColorPalette.h"
 #include "ui/ViewHelpers.h"
-
-#include <QTest>
 
 #include <functional>
 #include <memory>
@@ -73,19 +70,6 @@ private slots:
         QCOMPARE(right(child), expected.x() + expected.width());
         QCOMPARE(QRect(origin(child), size(child)), expected);
         QCOMPARE(QRect(x(child), y(child), width(child), height(child)), expected);
-    }
-
-    void madeViewsKeepTheirFrameAndColour()
-    {
-        const QRect frame(1, 2, 30, 40);
-        const std::unique_ptr<QWidget> plain(viewWithFrame(frame));
-        const std::unique_ptr<QWidget> clear(clearViewWithFrame(frame));
-        const std::unique_ptr<QWidget> filled(viewWithColor(ColorPalette::turquoiseColor(), frame));
-        QCOMPARE(plain->geometry(), frame);
-        QCOMPARE(clear->geometry(), frame);
-        QCOMPARE(color(filled.get()), ColorPalette::turquoiseColor());
-        setColor(plain.get(), ColorPalette::alizarinColor());
-        QCOMPARE(color(plain.get()), ColorPalette::alizarinColor());
     }
 
     void resizingFollowsANewParent()
