@@ -24,14 +24,14 @@ QWidget *build(Control kind, QWidget *holder)
     switch (kind) {
     case Control::Button: {
         auto *button = new FlatButton(holder);
-        button->setText(QStringLiteral("&Search"));
+        button->setText(u"&Search"_s);
         return button;
     }
     case Control::Map:
         return new MapView(holder);
     default: {
         auto *control = new FlatSwitch(QRect(0, 0, 80, 30), holder);
-        control->setAccessibleName(QStringLiteral("Enable"));
+        control->setAccessibleName(u"Enable"_s);
         control->setScrollDuration(0);
         control->setOn(kind == Control::SwitchOn);
         control->setEnabled(kind != Control::DisabledSwitch);
@@ -66,14 +66,14 @@ private slots:
         QTest::addColumn<int>("emitted"); // -1: the action is not tried
         const QString toggle = QAccessibleActionInterface::toggleAction();
         const QString press = QAccessibleActionInterface::pressAction();
-        const QString enable = QStringLiteral("Enable");
+        const QString enable = u"Enable"_s;
         QTest::newRow("switch, on") << Control::SwitchOn << enable << 1 << toggle << 1;
         QTest::newRow("disabled switch stays")
             << Control::DisabledSwitch << enable << 0 << toggle << 0;
         QTest::newRow("flat button, by its title")
-            << Control::Button << QStringLiteral("Search") << -1 << press << 1;
-        QTest::newRow("map, a canvas") << Control::Map << QStringLiteral("Map") << -1
-                                       << QAccessibleActionInterface::setFocusAction() << -1;
+            << Control::Button << u"Search"_s << -1 << press << 1;
+        QTest::newRow("map, a canvas")
+            << Control::Map << u"Map"_s << -1 << QAccessibleActionInterface::setFocusAction() << -1;
     }
     void controlsShowRoleNameStateAndAct()
     {
@@ -155,9 +155,9 @@ private slots:
         QWidget host;
         host.resize(200, 300);
         ProgressHUD *hud = ProgressHUD::showHUDAddedTo(&host, false);
-        const QString label = QStringLiteral("Looking for the address of the place on the map");
+        const QString label = u"Looking for the address of the place on the map"_s;
         hud->setLabelText(label);
-        QVERIFY(hud->findChild<QLabel *>(QStringLiteral("label"))->text() != label); // cut short
+        QVERIFY(hud->findChild<QLabel *>(u"label"_s)->text() != label); // cut short
         QAccessibleInterface *face = QAccessible::queryAccessibleInterface(hud);
         QStringList texts;
         for (int i = 0; i < face->childCount(); ++i)

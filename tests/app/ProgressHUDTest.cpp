@@ -92,7 +92,7 @@ private slots:
     {
         ProgressHUDLayout::Input in = layoutInput();
         in.labelText = QString(200, u'W');
-        in.detailsLabelText = QStringLiteral("words ").repeated(40);
+        in.detailsLabelText = u"words "_s.repeated(40);
         const ProgressHUDLayout out = ProgressHUDLayout::compute(in);
         // 320 less two margins of 20 around the box: the label cut short, the details wrapped
         QVERIFY(out.labelText.endsWith(QChar(0x2026)) && out.box.width() == 280.0);
@@ -182,14 +182,14 @@ private slots:
         hud.setMode(ProgressHUD::Determinate);
         auto *pie = qobject_cast<RoundProgressView *>(hud.indicator());
         QCOMPARE(pie->progress(), 0.4f); // set before the mode, kept
-        auto *custom = new QLabel(QStringLiteral("✓"));
+        auto *custom = new QLabel(u"✓"_s);
         hud.setCustomView(custom);
         hud.setMode(ProgressHUD::CustomView);
         QCOMPARE(hud.indicator(), custom);
         hud.setMode(ProgressHUD::Text);
         QVERIFY(!hud.indicator() && !custom->isVisibleTo(&hud));
         const QSizeF empty = hud.boxSize(); // no text: the margins alone
-        hud.setDetailsLabelText(QStringLiteral("Two\nlines"));
+        hud.setDetailsLabelText(u"Two\nlines"_s);
         QVERIFY(hud.boxSize().height() > empty.height());
     }
 

@@ -44,18 +44,15 @@ private:
     {
         const QString url = m_server->baseUrl().toString();
         return runCtl(m_dir->path(),
-                      QStringList{QStringLiteral("--preferences-dir"), m_dir->path(),
-                                  QStringLiteral("--geocoding-url"), url,
-                                  QStringLiteral("--nominatim-url"), url,
-                                  QStringLiteral("--routing-url"), url} +
+                      QStringList{u"--preferences-dir"_s, m_dir->path(), u"--geocoding-url"_s, url,
+                                  u"--nominatim-url"_s, url, u"--routing-url"_s, url} +
                           arguments,
-                      {{QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8")},
-                       {QStringLiteral("TZ"), QStringLiteral("UTC")}});
+                      {{u"LC_ALL"_s, u"C.UTF-8"_s}, {u"TZ"_s, u"UTC"_s}});
     }
     QVariantMap routeFile() const
     {
         return PropertyList::readDictionary(
-            m_dir->filePath(QStringLiteral("com.velmora.trekmimex.route.plist")));
+            m_dir->filePath(u"com.velmora.trekmimex.route.plist"_s));
     }
 
 private slots:
@@ -148,9 +145,9 @@ private slots:
         QFETCH(QString, err);
         QFETCH(QByteArray, target);
         for (QString &argument : arguments) {
-            if (argument != QLatin1String("LOG") && argument != QLatin1String("NOFIX"))
+            if (argument != u"LOG"_s && argument != u"NOFIX"_s)
                 continue;
-            const bool fix = argument == QLatin1String("LOG");
+            const bool fix = argument == u"LOG"_s;
             argument = m_dir->filePath(argument);
             QVERIFY(writeBytes(argument, NmeaLog::log(22.5, 114.1, 2, fix)));
         }
@@ -174,19 +171,18 @@ private slots:
             QJsonDocument::fromJson(ctl(words("--json geocode x")).out.toUtf8())
                 .array()[0]
                 .toObject();
-        QCOMPARE(place.value(QStringLiteral("name")).toString(),
-                 QStringLiteral("1600 Amphitheatre Pkwy"));
-        QVERIFY(place.value(QStringLiteral("locality")).isNull());
-        QCOMPARE(place.value(QStringLiteral("latitude")).toDouble(), 37.4224764);
+        QCOMPARE(place.value(u"name"_s).toString(), u"1600 Amphitheatre Pkwy"_s);
+        QVERIFY(place.value(u"locality"_s).isNull());
+        QCOMPARE(place.value(u"latitude"_s).toDouble(), 37.4224764);
         const QJsonObject route =
             QJsonDocument::fromJson(
                 ctl(words("route plan 22.28 114.15 22.29 114.16 --json")).out.toUtf8())
                 .object();
-        QCOMPARE(route.value(QLatin1String("distance")).toDouble(), 2150.5);
-        QCOMPARE(route.value(QLatin1String("duration")).toDouble(), 301.2);
-        const QJsonArray points = route.value(QLatin1String("points")).toArray();
+        QCOMPARE(route.value(u"distance"_s).toDouble(), 2150.5);
+        QCOMPARE(route.value(u"duration"_s).toDouble(), 301.2);
+        const QJsonArray points = route.value(u"points"_s).toArray();
         QCOMPARE(points.size(), 3);
-        QCOMPARE(points[1].toObject().value(QLatin1String("lng")).toDouble(), 114.16);
+        QCOMPARE(points[1].toObject().value(u"lng"_s).toDouble(), 114.16);
     }
 
     void routeOnWritesTheTrip()
@@ -195,16 +191,15 @@ private slots:
                                   "2030-01-01T08:00 --end 1893488400"));
         QCOMPARE(run.status, 0);
         const QVariantMap record = routeFile();
-        QCOMPARE(record.value(QStringLiteral("enable")).toString(), QStringLiteral("1"));
-        QCOMPARE(record.value(QStringLiteral("start")).toString(),
-                 QStringLiteral("1893484800.000000")); // 2030-01-01 08:00 in UTC
-        QCOMPARE(record.value(QStringLiteral("end")).toString(),
-                 QStringLiteral("1893488400.000000"));
-        QCOMPARE(record.value(QStringLiteral("s")).toString(), QStringLiteral("科技园路1号"));
-        const QVariantList points = record.value(QStringLiteral("points")).toList();
+        QCOMPARE(record.value(u"enable"_s).toString(), u"1"_s);
+        QCOMPARE(record.value(u"start"_s).toString(),
+                 u"1893484800.000000"_s); // 2030-01-01 08:00 in UTC
+        QCOMPARE(record.value(u"end"_s).toString(), u"1893488400.000000"_s);
+        QCOMPARE(record.value(u"s"_s).toString(), u"科技园路1号"_s);
+        const QVariantList points = record.value(u"points"_s).toList();
         QCOMPARE(points.size(), 3);
-        QCOMPARE(points[2].toMap().value(QStringLiteral("lng")).toDouble(), 114.1722);
-        QCOMPARE(ctl(words("where --at 1893486600")).out, QStringLiteral("22.290000 114.160000\n"));
+        QCOMPARE(points[2].toMap().value(u"lng"_s).toDouble(), 114.1722);
+        QCOMPARE(ctl(words("where --at 1893486600")).out, u"22.290000 114.160000\n"_s);
     }
 };
 

@@ -121,7 +121,7 @@ private slots:
         QVERIFY(store.setLocationEnable(true, 22.5431, 114.0579));
         QTRY_VERIFY_WITH_TIMEOUT(settings.fixAt(0).has_value(), 1000);
         QCOMPARE(settings.reads(), reads + 1);
-        QVERIFY(store.addFavorite(FavoriteEntry::make(QStringLiteral("x"), 1.0, 2.0)));
+        QVERIFY(store.addFavorite(FavoriteEntry::make(u"x"_s, 1.0, 2.0)));
         QTest::qWait(200);
         QCOMPARE(settings.reads(), reads + 1);
     }
@@ -140,7 +140,7 @@ private slots:
         NmeaServer server;
         server.setMaxPending(1 << 20);
         QString error;
-        const QString path = dir.filePath(QStringLiteral("nmea.sock"));
+        const QString path = dir.filePath(u"nmea.sock"_s);
         QVERIFY(local ? server.listenLocal(path, &error)
                       : server.listenTcp(QHostAddress::LocalHost, 0, &error));
         const quint16 port = server.addresses().first().section(u':', -1).toUShort();

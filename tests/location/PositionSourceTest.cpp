@@ -95,7 +95,7 @@ private slots:
         for (bool logExists : {false, true}) { // a missing log: no service
             QTemporaryDir dir;
             Configuration configuration;
-            configuration.nmeaFile = dir.filePath(QStringLiteral("track.nmea"));
+            configuration.nmeaFile = dir.filePath(u"track.nmea"_s);
             QVERIFY(!logExists || writeBytes(configuration.nmeaFile, NmeaLog::log(22.5, -114.1)));
             ConfiguredPositionSourceFactory factory(configuration);
             QObject owner;

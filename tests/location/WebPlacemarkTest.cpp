@@ -15,16 +15,15 @@ QJsonObject resultWith(const QString &components, const char *rest = "")
     QJsonObject result = QJsonDocument::fromJson("{" + QByteArray(rest) + "}").object();
     QJsonArray array;
     for (const QString &component : components.split(u';', Qt::SkipEmptyParts)) {
-        const QStringList parts = component.split(QLatin1Char(':'));
-        QJsonObject entry{
-            {QStringLiteral("types"), QJsonArray::fromStringList(parts[0].split(u','))},
-            {QStringLiteral("long_name"), parts.value(1)}};
+        const QStringList parts = component.split(u':');
+        QJsonObject entry{{u"types"_s, QJsonArray::fromStringList(parts[0].split(u','))},
+                          {u"long_name"_s, parts.value(1)}};
         if (parts.size() > 2)
-            entry.insert(QStringLiteral("short_name"), parts[2]);
+            entry.insert(u"short_name"_s, parts[2]);
         array.append(entry);
     }
     if (!array.isEmpty())
-        result.insert(QStringLiteral("address_components"), array);
+        result.insert(u"address_components"_s, array);
     return result;
 }
 
@@ -64,7 +63,7 @@ private slots:
         QFETCH(QString, components);
         QFETCH(QString, name);
         const QString actual = WebPlacemark(resultWith(components)).name();
-        QCOMPARE(actual.isNull() ? QStringLiteral("<null>") : actual, name);
+        QCOMPARE(actual.isNull() ? u"<null>"_s : actual, name);
     }
 
     void aFullResult()
@@ -90,7 +89,7 @@ private slots:
     subThoroughfare = 1600;
     thoroughfare = "Amph Pkwy";
 })"));
-        QCOMPARE(placemark.administrativeAreaCode, QStringLiteral("CA"));
+        QCOMPARE(placemark.administrativeAreaCode, u"CA"_s);
         QCOMPARE(placemark.location.coordinate, placemark.region.center);
         QVERIFY(qAbs(placemark.region.latitudeDelta - 0.01) < 1e-9); // the bounds, not the viewport
         QVERIFY(qAbs(placemark.region.longitudeDelta - 0.02) < 1e-9);
@@ -102,7 +101,7 @@ private slots:
             "viewport":{"northeast":{"lat":2,"lng":3},"southwest":{"lat":1,"lng":2}}})"));
         QCOMPARE(placemark.region.center, (Coordinate{1.5, 2.5}));
         QCOMPARE(placemark.region.latitudeDelta + placemark.region.longitudeDelta, 0.0);
-        QCOMPARE(placemark.description(), QStringLiteral("{\n}"));
+        QCOMPARE(placemark.description(), u"{\n}"_s);
     }
 };
 
@@ -134,19 +133,19 @@ private slots:
         QFETCH(QString, text);
         QFETCH(QString, expected);
         const QString actual = Location::replaceUnicode(text);
-        QCOMPARE(actual.isNull() ? QStringLiteral("<null>") : actual, expected);
+        QCOMPARE(actual.isNull() ? u"<null>"_s : actual, expected);
     }
 
     void undoesADescription()
     {
         WebPlacemark placemark;
-        placemark.formattedAddress = QStringLiteral("广东省深圳市");
+        placemark.formattedAddress = u"广东省深圳市"_s;
         const QString quoted = placemark
                                    .description() // "\U5e7f...", like the service's texts
-                                   .section(QStringLiteral("formattedAddress = \""), 1)
+                                   .section(u"formattedAddress = \""_s, 1)
                                    .section(u'"', 0, 0);
-        QVERIFY2(quoted.startsWith(QLatin1String("\\U5e7f")), qPrintable(quoted));
-        QCOMPARE(Location::replaceUnicode(quoted), QStringLiteral("广东省深圳市"));
+        QVERIFY2(quoted.startsWith(u"\\U5e7f"_s), qPrintable(quoted));
+        QCOMPARE(Location::replaceUnicode(quoted), u"广东省深圳市"_s);
     }
 };
 

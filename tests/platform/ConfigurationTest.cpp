@@ -8,8 +8,6 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
-using namespace Qt::StringLiterals;
-
 // Where each setting comes from: command line, then environment, then the
 // config file, then the default; and what stops the start.
 class ConfigurationTest : public QObject

@@ -13,7 +13,7 @@ private slots:
     void cleanup()
     {
         qunsetenv("LANGUAGE");
-        installTranslations(QStringLiteral("C"));
+        installTranslations(u"C"_s);
     }
 
     void textsFollowTheLanguage_data()
@@ -23,10 +23,8 @@ private slots:
         QTest::addColumn<QString>("ours");      // an English text of the screens
         QTest::addColumn<QString>("location");  // a Chinese text of the location service
         QTest::addColumn<QString>("qt");        // the text fields' Copy
-        const QString today = QStringLiteral("Today"), ok = QStringLiteral("OK"),
-                      copy = QStringLiteral("&Copy");
-        const QString jintian = QStringLiteral("今天"), queding = QStringLiteral("确定"),
-                      fuzhi = QStringLiteral("复制(&C)");
+        const QString today = u"Today"_s, ok = u"OK"_s, copy = u"&Copy"_s;
+        const QString jintian = u"今天"_s, queding = u"确定"_s, fuzhi = u"复制(&C)"_s;
         QTest::newRow("asked zh_CN") << "zh_CN" << QByteArray() << jintian << queding << fuzhi;
         QTest::newRow("system zh_CN") << "" << QByteArray("zh_CN") << jintian << queding << fuzhi;
         QTest::newRow("system list")

@@ -6,13 +6,15 @@
 // such as -v2 or a function name apply to each class; `-class NAME` picks
 // one class, as CTest does for each; `-check-classes A,B` answers whether
 // exactly those classes are registered). It brings Qt Test along, which
-// every test file uses.
+// every test file uses, and the u"text"_s literals the tests write texts with.
 
 #include <QList>
 #include <QObject>
 #include <QTest>
 
 #include <functional>
+
+using namespace Qt::StringLiterals;
 
 namespace TestRegistry {
 struct Entry

@@ -11,8 +11,6 @@
 
 namespace {
 
-using namespace Qt::StringLiterals;
-
 class RecordingDelegate : public MapViewDelegate
 {
 public:
@@ -215,7 +213,7 @@ private slots:
         source->deliver(Paris.latitude, Paris.longitude, 5.0);
         QCOMPARE(m_delegate.fixes.first().coordinate, Paris);
         QCOMPARE(map.userLocation()->coordinate, Paris);
-        source->fail(PositionSource::AccessDenied, QStringLiteral("denied"));
+        source->fail(PositionSource::AccessDenied, u"denied"_s);
         QCOMPARE(m_delegate.failures.last(), int(PositionSource::AccessDenied));
         map.setShowsUserLocation(false);
         QCOMPARE(source->stopCount(), 1);
