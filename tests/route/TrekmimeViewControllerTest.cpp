@@ -193,12 +193,9 @@ private slots:
         picker.setMaximumDate(DateTimePicker::distantFuture());
         picker.setDate(start);
         const int mid = picker.height() / 2;
-        const auto at = [&](DateTimePicker::Column column) {
-            return int(picker.width() * (column == DateTimePicker::Day    ? 0.25
-                                         : column == DateTimePicker::Hour ? 0.625
-                                                                          : 0.875));
-        };
-        const int minute = at(DateTimePicker::Minute);
+        // the middles of the day, hour and minute columns
+        const int day = picker.width() / 4, hour = picker.width() * 5 / 8,
+                  minute = picker.width() * 7 / 8;
         // dragging the minutes up two rows: two minutes later
         QTest::mousePress(&picker, Qt::LeftButton, {}, QPoint(minute, mid));
         QMouseEvent move(QEvent::MouseMove, QPointF(minute, mid - 80),
@@ -208,10 +205,9 @@ private slots:
         QVERIFY(!picker.grab().isNull()); // drawn mid-drag
         QTest::mouseRelease(&picker, Qt::LeftButton, {}, QPoint(minute, mid - 80));
         // a tap one row below the band: an hour later
-        QTest::mouseClick(&picker, Qt::LeftButton, {}, QPoint(at(DateTimePicker::Hour), mid + 40));
+        QTest::mouseClick(&picker, Qt::LeftButton, {}, QPoint(hour, mid + 40));
         // the wheel turns the day under it; Page Down then turns that column a week
-        QWheelEvent wheel(QPointF(at(DateTimePicker::Day), mid),
-                          picker.mapToGlobal(QPointF(at(DateTimePicker::Day), mid)), {},
+        QWheelEvent wheel(QPointF(day, mid), picker.mapToGlobal(QPointF(day, mid)), {},
                           QPoint(0, -120), Qt::NoButton, {}, Qt::NoScrollPhase, false);
         QApplication::sendEvent(&picker, &wheel);
         QTest::keyClick(&picker, Qt::Key_PageDown);
