@@ -200,8 +200,6 @@ private slots:
 
     void formats()
     {
-        QCOMPARE(StoredValue::formatReal(22.2846809), u"22.284681"_s);
-        QCOMPARE(StoredValue::formatReal(-0.5), u"-0.500000"_s);
         // not the user's locale: a German desktop must still write points
         QLocale::setDefault(QLocale(QLocale::German));
         QCOMPARE(StoredValue::formatReal(1.25), u"1.250000"_s);
