@@ -50,12 +50,12 @@ private slots:
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QString>("out"); // sorted, then the hide list's additions
         QTest::newRow("all") << words("list")
-                             << QStringLiteral("com.apple.Notes\tNotes\t-\n"
-                                               "org.example.Maps\tMaps\twhitelisted\n"
-                                               "org.example.Secret\tSecret\twhitelisted\n");
+                             << u"com.apple.Notes\tNotes\t-\n"
+                                "org.example.Maps\tMaps\twhitelisted\n"
+                                "org.example.Secret\tSecret\twhitelisted\n"_s;
         QTest::newRow("user's only") << words("list --user")
-                                     << QStringLiteral("org.example.Maps\tMaps\twhitelisted\n"
-                                                       "org.example.Secret\tSecret\twhitelisted\n");
+                                     << u"org.example.Maps\tMaps\twhitelisted\n"
+                                        "org.example.Secret\tSecret\twhitelisted\n"_s;
         QTest::newRow("running, without a session bus") << words("list --running") << QString();
     }
     void listsWhatTheWhitelistShows()

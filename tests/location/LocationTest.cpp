@@ -165,10 +165,9 @@ private slots:
             GeocoderAnswer::found({GeocoderPlacemark{std::nullopt, Coordinate{1.0, 1.0}}}));
         m_geocoder->setReverseAnswer(Coordinate{2.0, 2.0}, GeocoderAnswer{});
         m_geocoder->setCoordinate(u" Shenzhen "_s, Coordinate{22.54, 114.05});
-        for (const QString &answers :
-             {QStringLiteral("Line 1|failed not found|<null>|failed <null>|22.540000, "
-                             "114.050000|failed not found"),
-              QStringList(6, u"failed <null>"_s).join(u'|')}) {
+        for (const QString &answers : {u"Line 1|failed not found|<null>|failed <null>|22.540000, "
+                                       "114.050000|failed not found"_s,
+                                       QStringList(6, u"failed <null>"_s).join(u'|')}) {
             Location &location = make(m_sources.get());
             m_heard.clear();
             for (const Coordinate &at : {Coordinate{22.5, 114.1}, Coordinate{0.0, -160.0},

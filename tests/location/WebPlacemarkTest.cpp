@@ -68,11 +68,11 @@ private slots:
 
     void aFullResult()
     {
-        const WebPlacemark placemark(resultWith(
-            QStringLiteral("street_number:1600;route:Amph Pkwy;locality,political:Mountain View;"
-                           "administrative_area_level_2:SC;administrative_area_level_1:Calif:CA;"
-                           "country:United States:US;postal_code:94043"),
-            R"("formatted_address": "1600 Amph Pkwy, USA", "geometry": {"location":
+        const WebPlacemark placemark(
+            resultWith(u"street_number:1600;route:Amph Pkwy;locality,political:Mountain View;"
+                       "administrative_area_level_2:SC;administrative_area_level_1:Calif:CA;"
+                       "country:United States:US;postal_code:94043"_s,
+                       R"("formatted_address": "1600 Amph Pkwy, USA", "geometry": {"location":
                  {"lat": 37.4224764, "lng": -122.0842499}, "bounds": {"northeast":
                  {"lat": 37.43, "lng": -122.08}, "southwest": {"lat": 37.42, "lng": -122.1}}})"));
         // every field but the state's code and the span

@@ -212,9 +212,8 @@ private slots:
         QVERIFY(listed.contains(u"lb_location"));
         QVERIFY(QTest::qWaitForWindowActive(m->window.get()));
         const QStringList order =
-            QStringLiteral("infoButton searchField searchButton mainMapView btn_mine btn_exchange "
-                           "enableSwitch favoritesButton addButton")
-                .split(u' ');
+            u"infoButton searchField searchButton mainMapView btn_mine btn_exchange "
+            "enableSwitch favoritesButton addButton"_s.split(u' ');
         child<QWidget>("infoButton")->setFocus();
         QStringList visited{QApplication::focusWidget()->objectName()};
         while (visited.size() < order.size()) {

@@ -135,8 +135,8 @@ private slots:
             db.setDatabaseName(path);
             QVERIFY(db.open());
             // rows count from the south: XYZ row 1 of 4 is row 2 here
-            QVERIFY(QSqlQuery(db).exec(QStringLiteral("CREATE TABLE tiles (zoom_level, "
-                                                      "tile_column, tile_row, tile_data)")));
+            QVERIFY(QSqlQuery(db).exec(u"CREATE TABLE tiles (zoom_level, "
+                                       "tile_column, tile_row, tile_data)"_s));
             QVERIFY(QSqlQuery(db).exec(u"INSERT INTO tiles VALUES (2, 1, 2, X'%1')"_s.arg(
                 QString::fromLatin1(pngOf(Qt::red).toHex()))));
         }
