@@ -53,12 +53,9 @@ private slots:
         QTest::addColumn<int>("status");
         QTest::addColumn<QString>("out");
         QTest::addColumn<QString>("err");
-        QTest::newRow("spot on") << "spot on 22.5431 114.0579"
-                                 << "--once" << 0 << ",2232.586000,N,11403.474000,E,"
-                                 << "";
-        QTest::newRow("spot off") << "spot off"
-                                  << "--once" << 1 << ",V,"
-                                  << "";
+        addRow("spot on", "spot on 22.5431 114.0579", "--once", 0, ",2232.586000,N,11403.474000,E,",
+               "");
+        addRow("spot off", "spot off", "--once", 1, ",V,", "");
         const char *const taken = "trekmime-feed: cannot listen on ";
         const struct
         {

@@ -55,30 +55,25 @@ private slots:
         QTest::addColumn<int>("mode"); // 0 route, 1 fixed place
         QTest::addColumn<bool>("spot");
         QTest::addColumn<int>("route");              // 0 off, 1 north, 2 east, 3 on without points
-        QTest::addColumn<qint64>("at");              // seconds after the trip's start
+        QTest::addColumn<int>("at");                 // seconds after the trip's start
         QTest::addColumn<QList<double>>("expected"); // lat, lng, m/s, course; empty: none
-        const double step = 111.195;                 // metres in a thousandth of a degree
-        QTest::newRow("nothing on") << 0 << false << 0 << qint64(0) << QList<double>{};
-        QTest::newRow("place, route mode")
-            << 0 << true << 0 << qint64(0) << QList<double>{1, 2, 0, 0};
-        QTest::newRow("both on, route mode")
-            << 0 << true << 1 << qint64(100) << QList<double>{22.1, 114, step, 0};
-        QTest::newRow("both on, place mode")
-            << 1 << true << 1 << qint64(100) << QList<double>{1, 2, 0, 0};
-        QTest::newRow("trip, place mode")
-            << 1 << false << 2 << qint64(500) << QList<double>{0, 100.5, step, 90};
-        QTest::newRow("before the start")
-            << 0 << false << 1 << qint64(-5) << QList<double>{22, 114, 0, 0};
-        QTest::newRow("last second")
-            << 0 << false << 1 << qint64(999) << QList<double>{22.999, 114, 0, 0};
-        QTest::newRow("no points") << 0 << false << 3 << qint64(0) << QList<double>{};
+        using L = QList<double>;
+        const double step = 111.195; // metres in a thousandth of a degree
+        QTest::newRow("nothing on") << 0 << false << 0 << 0 << L{};
+        QTest::newRow("place, route mode") << 0 << true << 0 << 0 << L{1, 2, 0, 0};
+        QTest::newRow("both on, route mode") << 0 << true << 1 << 100 << L{22.1, 114, step, 0};
+        QTest::newRow("both on, place mode") << 1 << true << 1 << 100 << L{1, 2, 0, 0};
+        QTest::newRow("trip, place mode") << 1 << false << 2 << 500 << L{0, 100.5, step, 90};
+        QTest::newRow("before the start") << 0 << false << 1 << -5 << L{22, 114, 0, 0};
+        QTest::newRow("last second") << 0 << false << 1 << 999 << L{22.999, 114, 0, 0};
+        QTest::newRow("no points") << 0 << false << 3 << 0 << L{};
     }
     void position()
     {
         QFETCH(int, mode);
         QFETCH(bool, spot);
         QFETCH(int, route);
-        QFETCH(qint64, at);
+        QFETCH(int, at);
         QFETCH(QList<double>, expected);
         QTemporaryDir dir;
         TMPreferenceUtil store{PreferenceFiles(dir.path())};

@@ -82,10 +82,7 @@ private slots:
         m_heard.clear();
         m_alertsSeen.clear();
     }
-    void cleanup()
-    {
-        m_location.reset(); // before what it uses
-    }
+    void cleanup() { m_location.reset(); } // before what it uses
 
     void validFixIsStoredAndAnsweredOncePerRequest()
     {

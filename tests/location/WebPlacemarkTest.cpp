@@ -39,24 +39,22 @@ private slots:
     {
         QTest::addColumn<QString>("components");
         QTest::addColumn<QString>("name"); // "<null>" for none
-        const auto row = [](const char *name, const char *components, const char *expected) {
-            QTest::newRow(name) << QString::fromUtf8(components) << QString::fromUtf8(expected);
-        };
-        row("house number first", "route:Main St;street_number:12", "12 Main St");
-        row("street alone", "route:Main St;sublocality:Old Town", "Main St");
-        row("number without street",
-            "street_number:12;locality:Oslo:Oslo;administrative_area_level_1:Oslo:OS", "Oslo, OS");
-        row("sublocality with its level", "sublocality,sublocality_level_1:Futian", "Futian");
-        row("level alone is not a sublocality", "sublocality_level_1:Futian", "<null>");
-        row("third admin level counts as sublocality",
-            "administrative_area_level_3:Nanshan;locality:Shenzhen", "Nanshan");
-        row("neighborhood", "neighborhood:Soho", "Soho");
-        row("locality without code", "locality,political:Shenzhen:SZ", "Shenzhen, (null)");
-        row("state", "administrative_area_level_1:Guangdong:GD;country:China:CN", "Guangdong");
-        row("country", "country:China:CN;postal_code:518000", "China");
-        row("nothing named", "postal_code:518000", "<null>");
+        addRow("house number first", "route:Main St;street_number:12", "12 Main St");
+        addRow("street alone", "route:Main St;sublocality:Old Town", "Main St");
+        addRow("number without street",
+               "street_number:12;locality:Oslo:Oslo;administrative_area_level_1:Oslo:OS",
+               "Oslo, OS");
+        addRow("sublocality with its level", "sublocality,sublocality_level_1:Futian", "Futian");
+        addRow("level alone is not a sublocality", "sublocality_level_1:Futian", "<null>");
+        addRow("third admin level counts as sublocality",
+               "administrative_area_level_3:Nanshan;locality:Shenzhen", "Nanshan");
+        addRow("neighborhood", "neighborhood:Soho", "Soho");
+        addRow("locality without code", "locality,political:Shenzhen:SZ", "Shenzhen, (null)");
+        addRow("state", "administrative_area_level_1:Guangdong:GD;country:China:CN", "Guangdong");
+        addRow("country", "country:China:CN;postal_code:518000", "China");
+        addRow("nothing named", "postal_code:518000", "<null>");
         // the last matching component wins
-        row("two streets", "route:First Rd;route:Second Rd", "Second Rd");
+        addRow("two streets", "route:First Rd;route:Second Rd", "Second Rd");
     }
     void name()
     {
@@ -115,18 +113,15 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("expected"); // "<null>" for a null answer
-        const auto row = [](const char *name, const char *text, const char *expected) {
-            QTest::newRow(name) << QString::fromUtf8(text) << QString::fromUtf8(expected);
-        };
-        row("small u escapes", "\\u4e2d\\u6587", "中文");
-        row("capital U escapes", "\\U4E2D!", "中!");
-        row("quotes kept", "say \"hi\"", "say \"hi\"");
-        row("escaped line break", "a\\r\\nb", "a\nb");
-        row("literal backslash-r-backslash-n", "a\\\\r\\\\nb", "a\nb");
-        row("other escapes", "tab\\there\\101", "tab\thereA");
-        row("empty is not null", "", "");
-        row("trailing backslash", "abc\\", "<null>");
-        row("backslash before a quote", "a\\\"b", "<null>");
+        addRow("small u escapes", "\\u4e2d\\u6587", "中文");
+        addRow("capital U escapes", "\\U4E2D!", "中!");
+        addRow("quotes kept", "say \"hi\"", "say \"hi\"");
+        addRow("escaped line break", "a\\r\\nb", "a\nb");
+        addRow("literal backslash-r-backslash-n", "a\\\\r\\\\nb", "a\nb");
+        addRow("other escapes", "tab\\there\\101", "tab\thereA");
+        addRow("empty is not null", "", "");
+        addRow("trailing backslash", "abc\\", "<null>");
+        addRow("backslash before a quote", "a\\\"b", "<null>");
     }
     void replaceUnicode()
     {

@@ -14,24 +14,19 @@ private slots:
         QTest::addColumn<QString>("lcAll");
         QTest::addColumn<QString>("lang");
         QTest::addColumn<QString>("tags");
-        const auto row = [](const char *name, const char *language, const char *lcAll,
-                            const char *lang, const char *tags) {
-            QTest::newRow(name) << QString::fromLatin1(language) << QString::fromLatin1(lcAll)
-                                << QString::fromLatin1(lang) << QString::fromLatin1(tags);
-        };
-        row("simplified", "", "", "zh_CN.UTF-8", "zh-Hans");
-        row("singapore", "", "", "zh_SG.GB2312", "zh-Hans");
-        row("traditional", "", "", "zh_TW.UTF-8", "zh-Hant");
-        row("hong kong", "", "", "zh_HK", "zh-Hant");
-        row("region kept", "", "", "en_GB.UTF-8@euro", "en-GB");
-        row("no region", "", "", "de", "de");
-        row("list first", "zh_CN:fr_FR:zh_CN", "", "de_DE.UTF-8", "zh-Hans fr-FR de-DE");
-        row("list in C", "zh_CN", "C.UTF-8", "", "zh-Hans");
-        row("LC_ALL wins", "", "pt_BR.UTF-8", "de_DE", "pt-BR");
-        row("C", "", "C", "zh_CN", "");
-        row("POSIX", "", "", "POSIX", "");
-        row("nothing", "", "", "", "");
-        row("nonsense", "::x y:", "", "/etc/passwd", "");
+        addRow("simplified", "", "", "zh_CN.UTF-8", "zh-Hans");
+        addRow("singapore", "", "", "zh_SG.GB2312", "zh-Hans");
+        addRow("traditional", "", "", "zh_TW.UTF-8", "zh-Hant");
+        addRow("hong kong", "", "", "zh_HK", "zh-Hant");
+        addRow("region kept", "", "", "en_GB.UTF-8@euro", "en-GB");
+        addRow("no region", "", "", "de", "de");
+        addRow("list first", "zh_CN:fr_FR:zh_CN", "", "de_DE.UTF-8", "zh-Hans fr-FR de-DE");
+        addRow("list in C", "zh_CN", "C.UTF-8", "", "zh-Hans");
+        addRow("LC_ALL wins", "", "pt_BR.UTF-8", "de_DE", "pt-BR");
+        addRow("C", "", "C", "zh_CN", "");
+        addRow("POSIX", "", "", "POSIX", "");
+        addRow("nothing", "", "", "", "");
+        addRow("nonsense", "::x y:", "", "/etc/passwd", "");
     }
     void systemLanguages()
     {

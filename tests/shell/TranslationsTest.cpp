@@ -25,14 +25,13 @@ private slots:
         QTest::addColumn<QString>("qt");        // the text fields' Copy
         const QString today = u"Today"_s, ok = u"OK"_s, copy = u"&Copy"_s;
         const QString jintian = u"今天"_s, queding = u"确定"_s, fuzhi = u"复制(&C)"_s;
-        QTest::newRow("asked zh_CN") << "zh_CN" << QByteArray() << jintian << queding << fuzhi;
-        QTest::newRow("system zh_CN") << "" << QByteArray("zh_CN") << jintian << queding << fuzhi;
-        QTest::newRow("system list")
-            << "" << QByteArray("de_DE:zh_CN") << jintian << queding << fuzhi;
-        QTest::newRow("untranslated") << "de_DE" << QByteArray() << today << ok << copy;
-        QTest::newRow("system untranslated") << "" << QByteArray("de_DE") << today << ok << copy;
-        QTest::newRow("system C") << "" << QByteArray() << today << ok << copy;
-        QTest::newRow("as written") << "C" << QByteArray("zh_CN") << today << queding << copy;
+        addRow("asked zh_CN", "zh_CN", QByteArray(), jintian, queding, fuzhi);
+        addRow("system zh_CN", "", QByteArray("zh_CN"), jintian, queding, fuzhi);
+        addRow("system list", "", QByteArray("de_DE:zh_CN"), jintian, queding, fuzhi);
+        addRow("untranslated", "de_DE", QByteArray(), today, ok, copy);
+        addRow("system untranslated", "", QByteArray("de_DE"), today, ok, copy);
+        addRow("system C", "", QByteArray(), today, ok, copy);
+        addRow("as written", "C", QByteArray("zh_CN"), today, queding, copy);
     }
     void textsFollowTheLanguage()
     {

@@ -70,14 +70,13 @@ private slots:
         QTest::addColumn<Coordinate>("to"); // {10, 10}: the map stays
         QTest::addColumn<QString>("lookup");
         const Coordinate stays{10, 10};
-        QTest::newRow("pair") << u"#:48.85,2.29"_s << Coordinate{48.85, 2.29} << QString();
-        QTest::newRow("one part") << u"#:48.85"_s << stays << QString();
+        addRow("pair", "#:48.85,2.29", Coordinate{48.85, 2.29}, QString());
+        addRow("one part", "#:48.85", stays, QString());
         for (const char *typed : {"#:10,1e999", "#:inf,10", "#:10, nan", "#:-INF,2", "#:-1e400,2"})
-            QTest::newRow(typed) << QString::fromLatin1(typed) << stays << QString();
-        QTest::newRow("blank") << u"   "_s << stays << QString();
-        QTest::newRow("address") << u" Louvre, Paris "_s << Coordinate{48.8606, 2.3376}
-                                 << u"Louvre, Paris"_s;
-        QTest::newRow("unknown address: alerted") << u"Atlantis"_s << stays << u"Atlantis"_s;
+            addRow(typed, typed, stays, QString());
+        addRow("blank", "   ", stays, QString());
+        addRow("address", " Louvre, Paris ", Coordinate{48.8606, 2.3376}, "Louvre, Paris");
+        addRow("unknown address: alerted", "Atlantis", stays, "Atlantis");
     }
     void searching()
     {

@@ -32,6 +32,14 @@ struct Registration
 };
 } // namespace TestRegistry
 
+// One row of a data table: each value in its column's type, a "text" going
+// into a QString column. Shorter than QTest::newRow() << ..., which the
+// formatter breaks after every text.
+template <typename... Values> void addRow(const char *name, const Values &...values)
+{
+    (QTest::newRow(name) << ... << values);
+}
+
 #define TREKMIME_TEST(Class)                                                                       \
     static const TestRegistry::Registration trekmimeTestRegistration##Class(                       \
         #Class, [] { return static_cast<QObject *>(new Class); });

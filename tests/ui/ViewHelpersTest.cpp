@@ -72,6 +72,17 @@ private slots:
         QCOMPARE(QRect(x(child), y(child), width(child), height(child)), expected);
     }
 
+    // a filled view reads back its colour, a clear one transparent
+    void madeViewsKeepTheirFrameAndColour()
+    {
+        const QRect frame(1, 2, 30, 40);
+        const std::unique_ptr<QWidget> clear(clearViewWithFrame(frame));
+        const std::unique_ptr<QWidget> filled(viewWithColor(Qt::red, frame));
+        QVERIFY(clear->geometry() == frame && filled->geometry() == frame);
+        QCOMPARE(color(clear.get()), QColor(Qt::transparent));
+        QCOMPARE(color(filled.get()), QColor(Qt::red));
+    }
+
     void resizingFollowsANewParent()
     {
         QWidget first, second;
