@@ -67,13 +67,11 @@ private slots:
         const QString toggle = QAccessibleActionInterface::toggleAction();
         const QString press = QAccessibleActionInterface::pressAction();
         const QString enable = u"Enable"_s;
-        QTest::newRow("switch, on") << Control::SwitchOn << enable << 1 << toggle << 1;
-        QTest::newRow("disabled switch stays")
-            << Control::DisabledSwitch << enable << 0 << toggle << 0;
-        QTest::newRow("flat button, by its title")
-            << Control::Button << u"Search"_s << -1 << press << 1;
-        QTest::newRow("map, a canvas")
-            << Control::Map << u"Map"_s << -1 << QAccessibleActionInterface::setFocusAction() << -1;
+        addRow("switch, on", Control::SwitchOn, enable, 1, toggle, 1);
+        addRow("disabled switch stays", Control::DisabledSwitch, enable, 0, toggle, 0);
+        addRow("flat button, by its title", Control::Button, u"Search"_s, -1, press, 1);
+        addRow("map, a canvas", Control::Map, u"Map"_s, -1,
+               QAccessibleActionInterface::setFocusAction(), -1);
     }
     void controlsShowRoleNameStateAndAct()
     {
@@ -110,11 +108,11 @@ private slots:
         QTest::addColumn<QString>("action");
         QTest::addColumn<QList<int>>("moves"); // north and east (signs), levels zoomed in
         using L = QList<int>;
-        QTest::newRow("arrow") << int(Qt::Key_Up) << QString() << L{1, 0, 0};
-        QTest::newRow("= on the plus key") << int(Qt::Key_Equal) << QString() << L{0, 0, 3};
-        QTest::newRow("minus sign") << 0x2212 << QString() << L{0, 0, -3};
-        QTest::newRow("scroll left action")
-            << 0 << QAccessibleActionInterface::scrollLeftAction() << L{0, -1, 0};
+        addRow("arrow", int(Qt::Key_Up), QString(), L{1, 0, 0});
+        addRow("= on the plus key", int(Qt::Key_Equal), QString(), L{0, 0, 3});
+        addRow("minus sign", 0x2212, QString(), L{0, 0, -3});
+        addRow("scroll left action", 0, QAccessibleActionInterface::scrollLeftAction(),
+               L{0, -1, 0});
     }
     void mapPansAndZoomsFromTheKeyboard()
     {

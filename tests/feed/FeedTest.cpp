@@ -30,17 +30,16 @@ private slots:
                    "$GPVTG,0.00,T,,M,0.000,N,0.000,K,A*3D\r\n");
         // the last millisecond of a leap day; minutes that round up to 60
         // carry into the degrees
-        QTest::newRow("south-west, moving")
-            << qint64(951868799999)
-            << std::optional(FeedFix{{-33.8688, -179.9999999999}, 10.0, 270.0})
-            << QByteArray(
+        addRow("south-west, moving", qint64(951868799999),
+               std::optional(FeedFix{{-33.8688, -179.9999999999}, 10.0, 270.0}),
+               QByteArray(
                    "$GPGGA,235959.99,3352.128000,S,18000.000000,W,1,08,1.0,0.0,M,0.0,M,,*5E\r\n"
                    "$GPRMC,235959.99,A,3352.128000,S,18000.000000,W,19.438,270.00,290200,,,A*5E\r\n"
-                   "$GPVTG,270.00,T,,M,19.438,N,36.000,K,A*3A\r\n");
-        QTest::newRow("no fix") << qint64(1795350919500) << std::optional<FeedFix>()
-                                << QByteArray("$GPGGA,,,,,,0,00,99.99,,,,,,*48\r\n"
-                                              "$GPRMC,,V,,,,,,,,,,N*53\r\n"
-                                              "$GPVTG,,T,,M,,N,,K,N*2C\r\n");
+                   "$GPVTG,270.00,T,,M,19.438,N,36.000,K,A*3A\r\n"));
+        addRow("no fix", qint64(1795350919500), std::optional<FeedFix>(),
+               QByteArray("$GPGGA,,,,,,0,00,99.99,,,,,,*48\r\n"
+                          "$GPRMC,,V,,,,,,,,,,N*53\r\n"
+                          "$GPVTG,,T,,M,,N,,K,N*2C\r\n"));
     }
     void sentences()
     {
@@ -59,14 +58,14 @@ private slots:
         QTest::addColumn<QList<double>>("expected"); // lat, lng, m/s, course; empty: none
         using L = QList<double>;
         const double step = 111.195; // metres in a thousandth of a degree
-        QTest::newRow("nothing on") << 0 << false << 0 << 0 << L{};
-        QTest::newRow("place, route mode") << 0 << true << 0 << 0 << L{1, 2, 0, 0};
-        QTest::newRow("both on, route mode") << 0 << true << 1 << 100 << L{22.1, 114, step, 0};
-        QTest::newRow("both on, place mode") << 1 << true << 1 << 100 << L{1, 2, 0, 0};
-        QTest::newRow("trip, place mode") << 1 << false << 2 << 500 << L{0, 100.5, step, 90};
-        QTest::newRow("before the start") << 0 << false << 1 << -5 << L{22, 114, 0, 0};
-        QTest::newRow("last second") << 0 << false << 1 << 999 << L{22.999, 114, 0, 0};
-        QTest::newRow("no points") << 0 << false << 3 << 0 << L{};
+        addRow("nothing on", 0, false, 0, 0, L{});
+        addRow("place, route mode", 0, true, 0, 0, L{1, 2, 0, 0});
+        addRow("both on, route mode", 0, true, 1, 100, L{22.1, 114, step, 0});
+        addRow("both on, place mode", 1, true, 1, 100, L{1, 2, 0, 0});
+        addRow("trip, place mode", 1, false, 2, 500, L{0, 100.5, step, 90});
+        addRow("before the start", 0, false, 1, -5, L{22, 114, 0, 0});
+        addRow("last second", 0, false, 1, 999, L{22.999, 114, 0, 0});
+        addRow("no points", 0, false, 3, 0, L{});
     }
     void position()
     {
@@ -124,8 +123,8 @@ private slots:
     void slowClient_data()
     {
         QTest::addColumn<bool>("local");
-        QTest::newRow("tcp") << false;
-        QTest::newRow("unix socket") << true;
+        addRow("tcp", false);
+        addRow("unix socket", true);
     }
     // One client stops reading: it is dropped, and the other gets every byte.
     void slowClient()

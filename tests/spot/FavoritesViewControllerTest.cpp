@@ -58,16 +58,13 @@ private slots:
         QTest::addColumn<QVariant>("file");
         QTest::addColumn<QStringList>("rows");
         QTest::addColumn<bool>("editable");
-        QTest::newRow("no file") << QVariant() << QStringList{} << false;
-        QTest::newRow("a dictionary, not a list")
-            << QVariant(place(u"x"_s)) << QStringList{} << false;
-        QTest::newRow("file order")
-            << QVariant(QVariantList{place(u"B first"_s), place(u"A second"_s)})
-            << QStringList{u"B first"_s, u"A second"_s} << true;
+        addRow("no file", QVariant(), QStringList{}, false);
+        addRow("a dictionary, not a list", QVariant(place(u"x"_s)), QStringList{}, false);
+        addRow("file order", QVariant(QVariantList{place(u"B first"_s), place(u"A second"_s)}),
+               QStringList{u"B first"_s, u"A second"_s}, true);
         const QString unknown = u"Unknow"_s;
-        QTest::newRow("edited by hand")
-            << QVariant(oddFile())
-            << QStringList{u"Home"_s, unknown, unknown, u"Odd"_s, unknown, unknown} << true;
+        addRow("edited by hand", QVariant(oddFile()),
+               QStringList{u"Home"_s, unknown, unknown, u"Odd"_s, unknown, unknown}, true);
     }
     void load()
     {
