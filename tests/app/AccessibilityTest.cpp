@@ -12,7 +12,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QSignalSpy>
-#include <QTest>
 
 #include <cmath>
 
@@ -25,14 +24,14 @@ QWidget *build(Control kind, QWidget *holder)
     switch (kind) {
     case Control::Button: {
         auto *button = new FlatButton(holder);
-        button->setText(QStringLiteral("&Search"));
+        button->setText(u"&Search"_s);
         return button;
     }
     case Control::Map:
         return new MapView(holder);
     default: {
         auto *control = new FlatSwitch(QRect(0, 0, 80, 30), holder);
-        control->setAccessibleName(QStringLiteral("Enable"));
+        control->setAccessibleName(u"Enable"_s);
         control->setScrollDuration(0);
         control->setOn(kind == Control::SwitchOn);
         control->setEnabled(kind != Control::DisabledSwitch);
@@ -67,14 +66,12 @@ private slots:
         QTest::addColumn<int>("emitted"); // -1: the action is not tried
         const QString toggle = QAccessibleActionInterface::toggleAction();
         const QString press = QAccessibleActionInterface::pressAction();
-        const QString enable = QStringLiteral("Enable");
-        QTest::newRow("switch, on") << Control::SwitchOn << enable << 1 << toggle << 1;
-        QTest::newRow("disabled switch stays")
-            << Control::DisabledSwitch << enable << 0 << toggle << 0;
-        QTest::newRow("flat button, by its title")
-            << Control::Button << QStringLiteral("Search") << -1 << press << 1;
-        QTest::newRow("map, a canvas") << Control::Map << QStringLiteral("Map") << -1
-                                       << QAccessibleActionInterface::setFocusAction() << -1;
+        const QString enable = u"Enable"_s;
+        addRow("switch, on", Control::SwitchOn, enable, 1, toggle, 1);
+        addRow("disabled switch stays", Control::DisabledSwitch, enable, 0, toggle, 0);
+        addRow("flat button, by its title", Control::Button, u"Search"_s, -1, press, 1);
+        addRow("map, a canvas", Control::Map, u"Map"_s, -1,
+               QAccessibleActionInterface::setFocusAction(), -1);
     }
     void controlsShowRoleNameStateAndAct()
     {
@@ -111,11 +108,11 @@ private slots:
         QTest::addColumn<QString>("action");
         QTest::addColumn<QList<int>>("moves"); // north and east (signs), levels zoomed in
         using L = QList<int>;
-        QTest::newRow("arrow") << int(Qt::Key_Up) << QString() << L{1, 0, 0};
-        QTest::newRow("= on the plus key") << int(Qt::Key_Equal) << QString() << L{0, 0, 3};
-        QTest::newRow("minus sign") << 0x2212 << QString() << L{0, 0, -3};
-        QTest::newRow("scroll left action")
-            << 0 << QAccessibleActionInterface::scrollLeftAction() << L{0, -1, 0};
+        addRow("arrow", int(Qt::Key_Up), QString(), L{1, 0, 0});
+        addRow("= on the plus key", int(Qt::Key_Equal), QString(), L{0, 0, 3});
+        addRow("minus sign", 0x2212, QString(), L{0, 0, -3});
+        addRow("scroll left action", 0, QAccessibleActionInterface::scrollLeftAction(),
+               L{0, -1, 0});
     }
     void mapPansAndZoomsFromTheKeyboard()
     {
@@ -156,9 +153,9 @@ private slots:
         QWidget host;
         host.resize(200, 300);
         ProgressHUD *hud = ProgressHUD::showHUDAddedTo(&host, false);
-        const QString label = QStringLiteral("Looking for the address of the place on the map");
+        const QString label = u"Looking for the address of the place on the map"_s;
         hud->setLabelText(label);
-        QVERIFY(hud->findChild<QLabel *>(QStringLiteral("label"))->text() != label); // cut short
+        QVERIFY(hud->findChild<QLabel *>(u"label"_s)->text() != label); // cut short
         QAccessibleInterface *face = QAccessible::queryAccessibleInterface(hud);
         QStringList texts;
         for (int i = 0; i < face->childCount(); ++i)

@@ -9,7 +9,6 @@
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
-#include <QTest>
 
 class BaseViewControllerTest : public QObject
 {
@@ -37,7 +36,7 @@ private slots:
         QTest::addColumn<bool>("onWindow");
         QTest::addColumn<QString>("text");
         QTest::addColumn<float>("offset");
-        QTest::newRow("screen, text and offset") << false << QStringLiteral("Saving") << 10.0f;
+        QTest::newRow("screen, text and offset") << false << u"Saving"_s << 10.0f;
         QTest::newRow("window, neither") << true << QString() << 0.0f;
     }
     void showsTheOneOverlay()
@@ -50,7 +49,7 @@ private slots:
                        : m_screen->showHUDViewWithText(label, y);
         };
         // the one overlay moves from the other host, on top of what this one has gained
-        show(!onWindow, QStringLiteral("earlier text"), 99.0f);
+        show(!onWindow, u"earlier text"_s, 99.0f);
         QWidget *host = onWindow ? static_cast<QWidget *>(m_window) : m_screen;
         (new QWidget(host))->show();
         show(onWindow, text, offset);
@@ -60,15 +59,14 @@ private slots:
         QCOMPARE(host->children().last(), hud);
         QVERIFY(ProgressHUD::allHUDsForView(onWindow ? m_screen : m_window).isEmpty());
         QCOMPARE(std::pair(hud->labelText(), hud->yOffset()), std::pair(text, offset));
-        QCOMPARE(hud->findChild<QLabel *>(QStringLiteral("label"))->isHidden(), text.isEmpty());
+        QCOMPARE(hud->findChild<QLabel *>(u"label"_s)->isHidden(), text.isEmpty());
     }
 
     void hintsVanishOnTheirOwnAndTheOverlayStays()
     {
         m_screen->setHintHideDelay(0.1);
         m_screen->showHUDView();
-        QPointer<ProgressHUD> first =
-            m_screen->showHUDHintText(QStringLiteral("Trekmime is working"));
+        QPointer<ProgressHUD> first = m_screen->showHUDHintText(u"Trekmime is working"_s);
         m_clock.advance(300);
         QPointer<ProgressHUD> second = m_screen->showHUDHintText(QString(), -30.0f);
         // each fades 0.1 s after its own start, and is gone after the fade

@@ -9,7 +9,6 @@
 #include <QFontMetricsF>
 #include <QLabel>
 #include <QPointer>
-#include <QTest>
 #include <QThread>
 
 #include <atomic>
@@ -68,11 +67,10 @@ private slots:
         QTest::addColumn<QPointF>("offset");
         QTest::addColumn<QRectF>("box");
         // a 50 by 30 indicator inside margins of 20, in the middle of the overlay
-        QTest::newRow("plain") << false << QSizeF() << QPointF() << QRectF(115, 205, 90, 70);
-        QTest::newRow("square: the longer side")
-            << true << QSizeF() << QPointF() << QRectF(115, 195, 90, 90);
-        QTest::newRow("minimum size, offsets moving it rounded")
-            << false << QSizeF(150, 100) << QPointF(10.4, -50.6) << QRectF(95, 139, 150, 100);
+        addRow("plain", false, QSizeF(), QPointF(), QRectF(115, 205, 90, 70));
+        addRow("square: the longer side", true, QSizeF(), QPointF(), QRectF(115, 195, 90, 90));
+        addRow("minimum size, offsets moving it rounded", false, QSizeF(150, 100),
+               QPointF(10.4, -50.6), QRectF(95, 139, 150, 100));
     }
     void layoutBoxAroundContent()
     {
@@ -93,7 +91,7 @@ private slots:
     {
         ProgressHUDLayout::Input in = layoutInput();
         in.labelText = QString(200, u'W');
-        in.detailsLabelText = QStringLiteral("words ").repeated(40);
+        in.detailsLabelText = u"words "_s.repeated(40);
         const ProgressHUDLayout out = ProgressHUDLayout::compute(in);
         // 320 less two margins of 20 around the box: the label cut short, the details wrapped
         QVERIFY(out.labelText.endsWith(QChar(0x2026)) && out.box.width() == 280.0);
@@ -103,8 +101,8 @@ private slots:
     void showsAfterTheGraceTimeOnlyForARunningTask_data()
     {
         QTest::addColumn<bool>("task");
-        QTest::newRow("no task: never visible") << false;
-        QTest::newRow("task still running: visible") << true;
+        addRow("no task: never visible", false);
+        addRow("task still running: visible", true);
     }
     void showsAfterTheGraceTimeOnlyForARunningTask()
     {
@@ -125,10 +123,10 @@ private slots:
         QTest::addColumn<bool>("shown");
         QTest::addColumn<int>("shownForMs");
         QTest::addColumn<int>("waitMs");
-        QTest::newRow("never shown: finished all the same") << false << 0 << 0;
-        QTest::newRow("minimum not yet over: the remaining 100 ms") << true << 500 << 100;
+        addRow("never shown: finished all the same", false, 0, 0);
+        addRow("minimum not yet over: the remaining 100 ms", true, 500, 100);
         // the minimum is a single-precision value, a hair above 0.6 s
-        QTest::newRow("minimum over") << true << 601 << 0;
+        addRow("minimum over", true, 601, 0);
     }
     void hideTiming()
     {
@@ -183,14 +181,14 @@ private slots:
         hud.setMode(ProgressHUD::Determinate);
         auto *pie = qobject_cast<RoundProgressView *>(hud.indicator());
         QCOMPARE(pie->progress(), 0.4f); // set before the mode, kept
-        auto *custom = new QLabel(QStringLiteral("✓"));
+        auto *custom = new QLabel(u"✓"_s);
         hud.setCustomView(custom);
         hud.setMode(ProgressHUD::CustomView);
         QCOMPARE(hud.indicator(), custom);
         hud.setMode(ProgressHUD::Text);
         QVERIFY(!hud.indicator() && !custom->isVisibleTo(&hud));
         const QSizeF empty = hud.boxSize(); // no text: the margins alone
-        hud.setDetailsLabelText(QStringLiteral("Two\nlines"));
+        hud.setDetailsLabelText(u"Two\nlines"_s);
         QVERIFY(hud.boxSize().height() > empty.height());
     }
 

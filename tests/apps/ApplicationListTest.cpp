@@ -5,8 +5,6 @@
 #include "fakes/FakeApplicationRegistry.h"
 #include "settings/PropertyList.h"
 
-#include <QTest>
-
 namespace {
 QStringList bundlesOf(const QList<ApplicationModel> &models)
 {
@@ -19,7 +17,7 @@ QStringList ids(const char *names) // "a b c": org.example.a, org.example.b, ...
 {
     QStringList result;
     for (const QString &name : QString::fromLatin1(names).split(u' ', Qt::SkipEmptyParts))
-        result.append(name.contains(u'.') ? name : QStringLiteral("org.example.") + name);
+        result.append(name.contains(u'.') ? name : u"org.example."_s + name);
     return result;
 }
 } // namespace
@@ -51,7 +49,7 @@ private slots:
         m_registry.addShown(ids("org.gnome.Maps com.apple.Maps Chat"));
         for (const QString &hidden : ids("Hidden AHidden"))
             m_registry.add({hidden, hidden.section(u'.', -1), {}, false});
-        m_registry.add({QStringLiteral("org.example.Nameless"), QString(), {}, false});
+        m_registry.add({u"org.example.Nameless"_s, QString(), {}, false});
     }
 
     void hideListCompletesThePlatformsList_data()
@@ -75,7 +73,7 @@ private slots:
     {
         const QList<ApplicationModel> list = models(ids("Hidden"));
         const ApplicationModel &chat = list.at(2);
-        QCOMPARE(chat.appName(), QStringLiteral("Chat"));
+        QCOMPARE(chat.appName(), u"Chat"_s);
         QVERIFY(!chat.appIcon().isNull());
         QCOMPARE(chat.appIconBig(), chat.appIcon());
         QVERIFY(list.at(3).appIcon().isNull()); // a hidden one without an icon
@@ -83,7 +81,7 @@ private slots:
             QCOMPARE(m_registry.iconQueries.value(model.appBundle()), 2);
         // nothing is kept: a second list asks everything again
         models();
-        QCOMPARE(m_registry.iconQueries.value(QStringLiteral("org.example.Chat")), 4);
+        QCOMPARE(m_registry.iconQueries.value(u"org.example.Chat"_s), 4);
         QCOMPARE(m_registry.identifierQueries, 2);
         // duplicates and order are kept, and there is no fallback to the identifier
         const QList<ApplicationModel> given =
@@ -99,15 +97,14 @@ private slots:
             bundlesOf(ApplicationList::installedUserAppModel(m_registry, m_world->preferences())),
             ids("org.gnome.Maps Chat com.applemaps com.Apple.Maps"));
         // the running ones; proxies for hidden services are left out
-        m_registry.running = {QStringLiteral("org.example.Chat"),
-                              QStringLiteral("org.example.Gone")};
+        m_registry.running = {u"org.example.Chat"_s, u"org.example.Gone"_s};
         QCOMPARE(ApplicationList::currentRunningAppBundle(m_registry), ids("Chat"));
-        QCOMPARE(ApplicationList::identifierArrayFromProxyArray(
-                     {{QStringLiteral("com.apple.springboard")},
-                      {QStringLiteral("org.gnome.Maps")},
-                      {QStringLiteral("com.apple.StoreDemoViewService")},
-                      {QStringLiteral("com.apple.Springboard")}}),
-                 ids("org.gnome.Maps com.apple.Springboard"));
+        QCOMPARE(
+            ApplicationList::identifierArrayFromProxyArray({{u"com.apple.springboard"_s},
+                                                            {u"org.gnome.Maps"_s},
+                                                            {u"com.apple.StoreDemoViewService"_s},
+                                                            {u"com.apple.Springboard"_s}}),
+            ids("org.gnome.Maps com.apple.Springboard"));
     }
 };
 

@@ -6,7 +6,6 @@
 
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QTest>
 
 #undef signals
 #include <gio/gio.h>

@@ -12,7 +12,6 @@
 #include <QApplication>
 #include <QFileInfo>
 #include <QPointer>
-#include <QTest>
 
 // The whitelist screen over a fake registry: marks, taps and the file.
 class WhitelistViewControllerTest : public QObject
@@ -23,8 +22,8 @@ private:
     std::unique_ptr<TestServices> m_world;
     FakeApplicationRegistry m_registry;
     std::unique_ptr<QWidget> m_window;
-    const QString maps = QStringLiteral("org.gnome.Maps");
-    const QString chat = QStringLiteral("org.example.Chat");
+    const QString maps = u"org.gnome.Maps"_s;
+    const QString chat = u"org.example.Chat"_s;
 
     WhitelistViewController *present()
     {
@@ -58,8 +57,8 @@ private slots:
                             const QVariantMap &after) {
             QTest::newRow(name) << before << QString::fromLatin1(play).split(u' ') << after;
         };
-        const QString gone = QStringLiteral("org.example.Uninstalled");
-        const QString on = QStringLiteral("1"), off = QStringLiteral("0");
+        const QString gone = u"org.example.Uninstalled"_s;
+        const QString on = u"1"_s, off = u"0"_s;
         row("loading writes nothing", {}, "00  00", {});
         row("first tap, no file: one key", {}, "00 1 01", {{chat, true}});
         row("two taps: key kept, false", {{gone, true}}, "00 00 00", {{gone, true}, {maps, false}});
@@ -90,16 +89,16 @@ private slots:
 
     void rowsShowNamesAndToggle()
     {
-        m_registry.add({QStringLiteral("org.example.Nameless"), QString(), {}, true});
+        m_registry.add({u"org.example.Nameless"_s, QString(), {}, true});
         QPointer<WhitelistViewController> screen = present();
         QCOMPARE(screen->numberOfRows(), 3);
-        QCOMPARE(screen->rowAt(0)->text(), QStringLiteral("Maps"));
+        QCOMPARE(screen->rowAt(0)->text(), u"Maps"_s);
         // a screen reader names a row by its application, even a nameless one
         QAccessibleInterface *row = QAccessible::queryAccessibleInterface(screen->rowAt(2));
-        QCOMPARE(row->text(QAccessible::Name), QStringLiteral("org.example.Nameless"));
+        QCOMPARE(row->text(QAccessible::Name), u"org.example.Nameless"_s);
         QVERIFY(row->state().checkable);
         row = QAccessible::queryAccessibleInterface(screen->rowAt(1));
-        QCOMPARE(row->text(QAccessible::Name), QStringLiteral("Chat"));
+        QCOMPARE(row->text(QAccessible::Name), u"Chat"_s);
         // keys and a screen reader toggle too
         m_window->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
@@ -115,10 +114,9 @@ private slots:
         QTRY_COMPARE(stored().value(chat), QVariant(true));
         screen->rowAt(2)->setFocus(); // Tab goes down the rows, then to Done
         QTest::keyClick(screen->rowAt(2), Qt::Key_Tab);
-        QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("backButton"));
+        QCOMPARE(QApplication::focusWidget()->objectName(), u"backButton"_s);
         // Done dismisses
-        QTest::mouseClick(screen->findChild<QAbstractButton *>(QStringLiteral("backButton")),
-                          Qt::LeftButton);
+        QTest::mouseClick(screen->findChild<QAbstractButton *>(u"backButton"_s), Qt::LeftButton);
         QVERIFY(!presentedViewController(m_window.get()));
         QTRY_VERIFY(screen.isNull());
     }

@@ -1,16 +1,15 @@
 #include "CtlRun.h"
+#include "FileBytes.h"
 #include "NmeaLog.h"
 #include "StubHttpServer.h"
 #include "TestMain.h"
 
 #include "settings/PropertyList.h"
 
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <memory>
 
@@ -45,18 +44,15 @@ private:
     {
         const QString url = m_server->baseUrl().toString();
         return runCtl(m_dir->path(),
-                      QStringList{QStringLiteral("--preferences-dir"), m_dir->path(),
-                                  QStringLiteral("--geocoding-url"), url,
-                                  QStringLiteral("--nominatim-url"), url,
-                                  QStringLiteral("--routing-url"), url} +
+                      QStringList{u"--preferences-dir"_s, m_dir->path(), u"--geocoding-url"_s, url,
+                                  u"--nominatim-url"_s, url, u"--routing-url"_s, url} +
                           arguments,
-                      {{QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8")},
-                       {QStringLiteral("TZ"), QStringLiteral("UTC")}});
+                      {{u"LC_ALL"_s, u"C.UTF-8"_s}, {u"TZ"_s, u"UTC"_s}});
     }
     QVariantMap routeFile() const
     {
         return PropertyList::readDictionary(
-            m_dir->filePath(QStringLiteral("com.velmora.trekmimex.route.plist")));
+            m_dir->filePath(u"com.velmora.trekmimex.route.plist"_s));
     }
 
 private slots:
@@ -149,12 +145,11 @@ private slots:
         QFETCH(QString, err);
         QFETCH(QByteArray, target);
         for (QString &argument : arguments) {
-            if (argument != QLatin1String("LOG") && argument != QLatin1String("NOFIX"))
+            if (argument != u"LOG"_s && argument != u"NOFIX"_s)
                 continue;
-            const bool fix = argument == QLatin1String("LOG");
+            const bool fix = argument == u"LOG"_s;
             argument = m_dir->filePath(argument);
-            QFile log(argument);
-            QVERIFY(log.open(QIODevice::WriteOnly) && log.write(NmeaLog::log(22.5, 114.1, 2, fix)));
+            QVERIFY(writeBytes(argument, NmeaLog::log(22.5, 114.1, 2, fix)));
         }
         const Run run = ctl(arguments);
         if (err.isEmpty())
@@ -172,23 +167,19 @@ private slots:
 
     void asJson()
     {
-        const QJsonObject place =
-            QJsonDocument::fromJson(ctl(words("--json geocode x")).out.toUtf8())
-                .array()[0]
-                .toObject();
-        QCOMPARE(place.value(QStringLiteral("name")).toString(),
-                 QStringLiteral("1600 Amphitheatre Pkwy"));
-        QVERIFY(place.value(QStringLiteral("locality")).isNull());
-        QCOMPARE(place.value(QStringLiteral("latitude")).toDouble(), 37.4224764);
-        const QJsonObject route =
-            QJsonDocument::fromJson(
-                ctl(words("route plan 22.28 114.15 22.29 114.16 --json")).out.toUtf8())
-                .object();
-        QCOMPARE(route.value(QLatin1String("distance")).toDouble(), 2150.5);
-        QCOMPARE(route.value(QLatin1String("duration")).toDouble(), 301.2);
-        const QJsonArray points = route.value(QLatin1String("points")).toArray();
+        const auto json = [this](const char *arguments) {
+            return QJsonDocument::fromJson(ctl(words(arguments)).out.toUtf8());
+        };
+        const QJsonObject place = json("--json geocode x").array()[0].toObject();
+        QCOMPARE(place.value(u"name"_s).toString(), u"1600 Amphitheatre Pkwy"_s);
+        QVERIFY(place.value(u"locality"_s).isNull());
+        QCOMPARE(place.value(u"latitude"_s).toDouble(), 37.4224764);
+        const QJsonObject route = json("route plan 22.28 114.15 22.29 114.16 --json").object();
+        QCOMPARE(route.value(u"distance"_s).toDouble(), 2150.5);
+        QCOMPARE(route.value(u"duration"_s).toDouble(), 301.2);
+        const QJsonArray points = route.value(u"points"_s).toArray();
         QCOMPARE(points.size(), 3);
-        QCOMPARE(points[1].toObject().value(QLatin1String("lng")).toDouble(), 114.16);
+        QCOMPARE(points[1].toObject().value(u"lng"_s).toDouble(), 114.16);
     }
 
     void routeOnWritesTheTrip()
@@ -196,17 +187,17 @@ private slots:
         const Run run = ctl(words("route on 22.2846809 114.1588 22.2988 114.1722 --start "
                                   "2030-01-01T08:00 --end 1893488400"));
         QCOMPARE(run.status, 0);
-        const QVariantMap record = routeFile();
-        QCOMPARE(record.value(QStringLiteral("enable")).toString(), QStringLiteral("1"));
-        QCOMPARE(record.value(QStringLiteral("start")).toString(),
-                 QStringLiteral("1893484800.000000")); // 2030-01-01 08:00 in UTC
-        QCOMPARE(record.value(QStringLiteral("end")).toString(),
-                 QStringLiteral("1893488400.000000"));
-        QCOMPARE(record.value(QStringLiteral("s")).toString(), QStringLiteral("科技园路1号"));
-        const QVariantList points = record.value(QStringLiteral("points")).toList();
+        QVariantMap record = routeFile();
+        const QVariantList points = record.take(u"points"_s).toList();
+        // 2030-01-01 08:00 in UTC; the end's address is the same stub answer
+        QCOMPARE(record, (QVariantMap{{u"enable"_s, u"1"_s},
+                                      {u"start"_s, u"1893484800.000000"_s},
+                                      {u"end"_s, u"1893488400.000000"_s},
+                                      {u"s"_s, u"科技园路1号"_s},
+                                      {u"e"_s, u"科技园路1号"_s}}));
         QCOMPARE(points.size(), 3);
-        QCOMPARE(points[2].toMap().value(QStringLiteral("lng")).toDouble(), 114.1722);
-        QCOMPARE(ctl(words("where --at 1893486600")).out, QStringLiteral("22.290000 114.160000\n"));
+        QCOMPARE(points[2].toMap().value(u"lng"_s).toDouble(), 114.1722);
+        QCOMPARE(ctl(words("where --at 1893486600")).out, u"22.290000 114.160000\n"_s);
     }
 };
 

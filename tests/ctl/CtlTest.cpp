@@ -10,7 +10,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <memory>
 
@@ -19,14 +18,13 @@ QVariantMap routeRecord(qint64 start, qint64 end, int count)
 {
     QVariantList points;
     for (int i = 0; i < count; ++i)
-        points.append(
-            QVariantMap{{QStringLiteral("lat"), 10.0 + i}, {QStringLiteral("lng"), -20.0 - i}});
-    return {{QStringLiteral("enable"), QStringLiteral("1")},
-            {QStringLiteral("start"), QString::asprintf("%lld.500000", start)},
-            {QStringLiteral("end"), QString::asprintf("%lld.000000", end)},
-            {QStringLiteral("s"), QStringLiteral("A")},
-            {QStringLiteral("e"), QStringLiteral("B")},
-            {QStringLiteral("points"), points}};
+        points.append(QVariantMap{{u"lat"_s, 10.0 + i}, {u"lng"_s, -20.0 - i}});
+    return {{u"enable"_s, u"1"_s},
+            {u"start"_s, QString::asprintf("%lld.500000", start)},
+            {u"end"_s, QString::asprintf("%lld.000000", end)},
+            {u"s"_s, u"A"_s},
+            {u"e"_s, u"B"_s},
+            {u"points"_s, points}};
 }
 } // namespace
 
@@ -41,7 +39,7 @@ private:
     Run ctl(const QStringList &arguments, const QString &preferences = {})
     {
         return runCtl(m_dir->path(),
-                      QStringList{QStringLiteral("--preferences-dir"),
+                      QStringList{u"--preferences-dir"_s,
                                   preferences.isEmpty() ? m_dir->path() : preferences} +
                           arguments);
     }
@@ -60,29 +58,16 @@ private slots:
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<int>("status");
-        const std::pair<const char *, int> rows[] = {
-            {"spot on north 1", 2},
-            {"spot on 90.5 1", 2},
-            {"spot on 1 -180.01", 2},
-            {"spot on 1", 2},
-            {"spot", 2},
-            {"teleport", 2},
-            {"mode plane", 2},
-            {"favorites add x nan 1", 2},
-            {"favorites add x 1", 2},
-            {"favorites remove first", 2},
-            {"favorites remove 0", 1},
-            {"favorites remove -1", 1},
-            {"whitelist toggle", 2},
-            {"route on", 2},
-            {"route on 0 1 1 1 --start 5000000000 --end 1", 2},
-            {"route on 0 1 1 1 --start 0 --end -1", 2},
-            {"where --at soon", 2},
-            {"apps", 2},
-            {"apps list --all", 2},
-            {"", 2}};
-        for (const auto &[arguments, status] : rows)
-            QTest::newRow(*arguments ? arguments : "no command") << words(arguments) << status;
+        // usage errors answer 2; a favourite that is not there, 1
+        for (const char *arguments :
+             {"spot on north 1", "spot on 90.5 1", "spot on 1 -180.01", "spot on 1", "spot",
+              "teleport", "mode plane", "favorites add x nan 1", "favorites add x 1",
+              "favorites remove first", "whitelist toggle", "route on",
+              "route on 0 1 1 1 --start 5000000000 --end 1", "route on 0 1 1 1 --start 0 --end -1",
+              "where --at soon", "apps", "apps list --all", ""})
+            QTest::newRow(*arguments ? arguments : "no command") << words(arguments) << 2;
+        for (const char *arguments : {"favorites remove 0", "favorites remove -1"})
+            QTest::newRow(arguments) << words(arguments) << 1;
     }
     void badInputWritesNothing()
     {
@@ -92,7 +77,7 @@ private slots:
         QCOMPARE(run.status, status);
         QVERIFY(run.out.isEmpty());
         if (!arguments.isEmpty()) // a missing command gets the usage listing
-            QCOMPARE(run.err.count(QLatin1Char('\n')), 1);
+            QCOMPARE(run.err.count(u'\n'), 1);
         QCOMPARE(files(), QStringList());
     }
 
@@ -106,12 +91,12 @@ private slots:
     void unusableConfigurationStopsBeforeTheFolderIsMade()
     {
         QFETCH(QStringList, arguments);
-        const QString folder = m_dir->filePath(QStringLiteral("preferences"));
+        const QString folder = m_dir->filePath(u"preferences"_s);
         const Run run = ctl(arguments, folder);
         QCOMPARE(run.status, 2);
         QCOMPARE(run.out, QString());
-        QCOMPARE(run.err.count(QLatin1Char('\n')), 1);
-        QVERIFY2(run.err.startsWith(QStringLiteral("trekmime-ctl: --")), qPrintable(run.err));
+        QCOMPARE(run.err.count(u'\n'), 1);
+        QVERIFY2(run.err.startsWith(u"trekmime-ctl: --"_s), qPrintable(run.err));
         QVERIFY(!QFileInfo::exists(folder));
     }
 
@@ -121,77 +106,72 @@ private slots:
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QString>("record");
-        QTest::newRow("spot on") << words("spot on 1 2") << QStringLiteral("location");
-        QTest::newRow("spot off") << words("spot off") << QStringLiteral("location");
-        QTest::newRow("favorites") << words("favorites add x 1 2") << QStringLiteral("favorites");
-        QTest::newRow("whitelist")
-            << words("whitelist toggle com.a") << QStringLiteral("whitelist");
-        QTest::newRow("mode") << words("mode spot") << QStringLiteral("master");
-        QTest::newRow("route off") << words("route off") << QStringLiteral("route");
+        QTest::newRow("spot on") << words("spot on 1 2") << u"location"_s;
+        QTest::newRow("spot off") << words("spot off") << u"location"_s;
+        QTest::newRow("favorites") << words("favorites add x 1 2") << u"favorites"_s;
+        QTest::newRow("whitelist") << words("whitelist toggle com.a") << u"whitelist"_s;
+        QTest::newRow("mode") << words("mode spot") << u"master"_s;
+        QTest::newRow("route off") << words("route off") << u"route"_s;
     }
     void failedWritesAreReported()
     {
         QFETCH(QStringList, arguments);
         QFETCH(QString, record);
-        const QString file =
-            prefs().directory() + QStringLiteral("com.velmora.trekmimex.%1.plist").arg(record);
+        const QString file = prefs().directory() + u"com.velmora.trekmimex.%1.plist"_s.arg(record);
         QVERIFY(QDir().mkpath(file));
         const Run run = ctl(arguments);
         QCOMPARE(run.status, 1);
         QCOMPARE(run.out, QString());
-        QCOMPARE(run.err, QStringLiteral("trekmime-ctl: cannot write %1\n").arg(file));
+        QCOMPARE(run.err, u"trekmime-ctl: cannot write %1\n"_s.arg(file));
     }
 
     void modeChangesAsTheButtonsDo()
     {
-        QCOMPARE(ctl("mode").out, QStringLiteral("route\n"));
+        QCOMPARE(ctl("mode").out, u"route\n"_s);
         PropertyList::write(prefs().routeFile(), routeRecord(1000, 2000, 3));
         Run run = ctl("mode spot");
         QCOMPARE(run.status, 1);
-        QVERIFY(run.err.contains(
-            QStringLiteral("Trekmime is working,please turn off the Trekmime first!")));
+        QVERIFY(run.err.contains(u"Trekmime is working,please turn off the Trekmime first!"_s));
         QVERIFY(!QFile::exists(prefs().masterFile()));
 
         QCOMPARE(ctl("route off").status, 0);
         QVariantMap off = routeRecord(1000, 2000, 3);
-        off.insert(QStringLiteral("enable"), QStringLiteral("0"));
+        off.insert(u"enable"_s, u"0"_s);
         QCOMPARE(PropertyList::readDictionary(prefs().routeFile()), off);
         QCOMPARE(ctl("mode spot").status, 0);
-        QCOMPARE(stored(prefs().masterFile(), "mode"), QVariant(QStringLiteral("1")));
+        QCOMPARE(stored(prefs().masterFile(), "mode"), QVariant(u"1"_s));
 
         QCOMPARE(ctl("spot on 22.2846809 114.1588").status, 0);
-        QCOMPARE(stored(prefs().locationFile(), "latitude"), QVariant(QStringLiteral("22.284681")));
-        QCOMPARE(ctl("--json mode").out.simplified(), QStringLiteral("{ \"mode\": 1 }"));
+        QCOMPARE(stored(prefs().locationFile(), "latitude"), QVariant(u"22.284681"_s));
+        QCOMPARE(ctl("--json mode").out.simplified(), u"{ \"mode\": 1 }"_s);
         QCOMPARE(ctl("spot off").status, 0);
-        QCOMPARE(stored(prefs().locationFile(), "enable"), QVariant(QStringLiteral("0")));
+        QCOMPARE(stored(prefs().locationFile(), "enable"), QVariant(u"0"_s));
     }
 
     void favoritesWhitelistAndStatus()
     {
         for (const char *name : {"  Home\t", "   "})
-            QCOMPARE(ctl({QStringLiteral("favorites"), QStringLiteral("add"),
-                          QString::fromUtf8(name), QStringLiteral("-1"), QStringLiteral("-2")})
-                         .status,
-                     0);
+            QCOMPARE(
+                ctl({u"favorites"_s, u"add"_s, QString::fromUtf8(name), u"-1"_s, u"-2"_s}).status,
+                0);
         QCOMPARE(ctl("favorites remove 0").status, 0);
-        QCOMPARE(ctl("whitelist toggle com.a").out, QStringLiteral("com.a\ton\n"));
-        QCOMPARE(ctl("whitelist toggle com.b").out, QStringLiteral("com.b\ton\n"));
-        QCOMPARE(ctl("whitelist toggle com.b").out, QStringLiteral("com.b\toff\n"));
+        QCOMPARE(ctl("whitelist toggle com.a").out, u"com.a\ton\n"_s);
+        QCOMPARE(ctl("whitelist toggle com.b").out, u"com.b\ton\n"_s);
+        QCOMPARE(ctl("whitelist toggle com.b").out, u"com.b\toff\n"_s);
         PropertyList::write(prefs().routeFile(), routeRecord(1000, 2000, 4));
 
         const Run run = ctl("--json status");
         QCOMPARE(run.status, 0);
         const QJsonObject status = QJsonDocument::fromJson(run.out.toUtf8()).object();
-        QCOMPARE(status.value(QStringLiteral("mode")).toInt(-1), 0);
-        const QJsonObject route = status.value(QStringLiteral("route")).toObject();
-        QCOMPARE(route.value(QStringLiteral("start")).toDouble(), 1000.5);
-        QCOMPARE(route.value(QStringLiteral("points")).toInt(), 4);
-        const QJsonValue favorite = status.value(QStringLiteral("favorites")).toArray().first();
-        QCOMPARE(favorite.toObject().value(QStringLiteral("name")).toString(),
-                 QStringLiteral("Unknow"));
-        QCOMPARE(favorite.toObject().value(QStringLiteral("latitude")).toDouble(), -1.0);
-        QCOMPARE(status.value(QStringLiteral("whitelist")).toObject(),
-                 (QJsonObject{{QStringLiteral("com.a"), true}, {QStringLiteral("com.b"), false}}));
+        QCOMPARE(status.value(u"mode"_s).toInt(-1), 0);
+        const QJsonObject route = status.value(u"route"_s).toObject();
+        QCOMPARE(route.value(u"start"_s).toDouble(), 1000.5);
+        QCOMPARE(route.value(u"points"_s).toInt(), 4);
+        const QJsonValue favorite = status.value(u"favorites"_s).toArray().first();
+        QCOMPARE(favorite.toObject().value(u"name"_s).toString(), u"Unknow"_s);
+        QCOMPARE(favorite.toObject().value(u"latitude"_s).toDouble(), -1.0);
+        QCOMPARE(status.value(u"whitelist"_s).toObject(),
+                 (QJsonObject{{u"com.a"_s, true}, {u"com.b"_s, false}}));
     }
 
     // the arithmetic itself is tested in tests/modes; here the time given
@@ -202,7 +182,7 @@ private slots:
         PropertyList::write(prefs().routeFile(), routeRecord(0, 2000000, 3000));
         const Run run = ctl("where --at 1000000");
         QCOMPARE(run.status, 1);
-        QVERIFY(run.err.contains(QStringLiteral("outside")));
+        QVERIFY(run.err.contains(u"outside"_s));
     }
 };
 

@@ -1,7 +1,7 @@
 #include "fakes/DesktopEntryFolder.h"
+#include "support/FileBytes.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFont>
 #include <QGuiApplication>
 #include <QImage>
@@ -14,18 +14,16 @@ DesktopEntryFolder::DesktopEntryFolder(const QString &root) : m_root(root)
     const QString theme = root + QStringLiteral("/icons/hicolor");
     QDir(theme).mkpath(QStringLiteral("48x48/apps"));
     QDir(theme).mkpath(QStringLiteral("scalable/apps"));
-    QFile index(theme + QStringLiteral("/index.theme"));
-    if (index.open(QIODevice::WriteOnly))
-        index.write("[Icon Theme]\nName=Hicolor\nDirectories=48x48/apps,scalable/apps\n\n"
-                    "[48x48/apps]\nSize=48\nMinSize=8\nMaxSize=512\nType=Scalable\n\n"
-                    "[scalable/apps]\nSize=128\nMinSize=8\nMaxSize=512\nType=Scalable\n");
+    writeBytes(theme + QStringLiteral("/index.theme"),
+               "[Icon Theme]\nName=Hicolor\nDirectories=48x48/apps,scalable/apps\n\n"
+               "[48x48/apps]\nSize=48\nMinSize=8\nMaxSize=512\nType=Scalable\n\n"
+               "[scalable/apps]\nSize=128\nMinSize=8\nMaxSize=512\nType=Scalable\n");
 }
 
 void DesktopEntryFolder::addEntry(const QString &bundle, const QByteArray &contents) const
 {
-    QFile file(m_root + QStringLiteral("/applications/") + bundle + QStringLiteral(".desktop"));
-    if (file.open(QIODevice::WriteOnly))
-        file.write(contents);
+    writeBytes(m_root + QStringLiteral("/applications/") + bundle + QStringLiteral(".desktop"),
+               contents);
 }
 
 void DesktopEntryFolder::addApplication(const QString &bundle, const QString &name,
@@ -77,12 +75,10 @@ QString DesktopEntryFolder::addSvgThemeIcon(const QString &name, const QColor &c
 {
     const QString file =
         m_root + QStringLiteral("/icons/hicolor/scalable/apps/") + name + QStringLiteral(".svg");
-    QFile svg(file);
-    if (svg.open(QIODevice::WriteOnly))
-        svg.write(QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"128\" "
-                                 "height=\"128\"><rect x=\"8\" y=\"8\" width=\"112\" "
-                                 "height=\"112\" rx=\"26\" fill=\"%1\"/></svg>\n")
-                      .arg(color.name())
-                      .toUtf8());
+    writeBytes(file, QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"128\" "
+                                    "height=\"128\"><rect x=\"8\" y=\"8\" width=\"112\" "
+                                    "height=\"112\" rx=\"26\" fill=\"%1\"/></svg>\n")
+                         .arg(color.name())
+                         .toUtf8());
     return file;
 }

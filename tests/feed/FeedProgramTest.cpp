@@ -24,7 +24,7 @@ private:
 
     QStringList prefs(const char *more = "") const
     {
-        return QStringList{QStringLiteral("--preferences-dir"), m_dir->path()} + words(more);
+        return QStringList{u"--preferences-dir"_s, m_dir->path()} + words(more);
     }
     // A feed serving on a free loopback port; answers the port.
     quint16 serve()
@@ -53,12 +53,9 @@ private slots:
         QTest::addColumn<int>("status");
         QTest::addColumn<QString>("out");
         QTest::addColumn<QString>("err");
-        QTest::newRow("spot on") << "spot on 22.5431 114.0579"
-                                 << "--once" << 0 << ",2232.586000,N,11403.474000,E,"
-                                 << "";
-        QTest::newRow("spot off") << "spot off"
-                                  << "--once" << 1 << ",V,"
-                                  << "";
+        addRow("spot on", "spot on 22.5431 114.0579", "--once", 0, ",2232.586000,N,11403.474000,E,",
+               "");
+        addRow("spot off", "spot off", "--once", 1, ",V,", "");
         const char *const taken = "trekmime-feed: cannot listen on ";
         const struct
         {
@@ -84,11 +81,11 @@ private slots:
         QCOMPARE(runCtl(m_dir->path(), prefs(qPrintable(ctl))).status, 0);
         QTcpServer occupied;
         QVERIFY(occupied.listen(QHostAddress::LocalHost, 0));
-        const QString file = m_dir->filePath(QStringLiteral("plain"));
+        const QString file = m_dir->filePath(u"plain"_s);
         QFile(file).open(QIODevice::WriteOnly);
-        arguments.replace(QStringLiteral("PORT"), QString::number(occupied.serverPort()))
-            .replace(QStringLiteral("FILE"), file);
-        err.replace(QStringLiteral("FILE"), file);
+        arguments.replace(u"PORT"_s, QString::number(occupied.serverPort()))
+            .replace(u"FILE"_s, file);
+        err.replace(u"FILE"_s, file);
 
         const Run run =
             runProgram(QStringLiteral(TREKMIME_FEED), m_dir->path(), prefs(qPrintable(arguments)));
@@ -98,7 +95,7 @@ private slots:
                  qPrintable(run.err));
         QVERIFY(QFileInfo(file).isFile());
         // their checksums are checked here by FeedTest and by gpsd below
-        QCOMPARE(run.out.count(QStringLiteral("*")), status == 2 ? 0 : 3);
+        QCOMPARE(run.out.count(u"*"_s), status == 2 ? 0 : 3);
     }
 
     // gpsd reads the feed as a network receiver and reports what it says.
@@ -111,9 +108,8 @@ private slots:
     void gpsd()
     {
         QFETCH(bool, moving);
-        const QString gpsd =
-            QStandardPaths::findExecutable(QStringLiteral("gpsd"), words("/usr/sbin /sbin"));
-        if (gpsd.isEmpty() || QStandardPaths::findExecutable(QStringLiteral("gpspipe")).isEmpty())
+        const QString gpsd = QStandardPaths::findExecutable(u"gpsd"_s, words("/usr/sbin /sbin"));
+        if (gpsd.isEmpty() || QStandardPaths::findExecutable(u"gpspipe"_s).isEmpty())
             QSKIP("gpsd and gpspipe are not installed (Debian: gpsd, gpsd-clients)");
         TMPreferenceUtil store{PreferenceFiles(m_dir->path())};
         // a point a second, so that each report has its own
@@ -134,18 +130,16 @@ private slots:
         QVERIFY(probe.listen(QHostAddress::LocalHost, 0));
         const QString gpsdPort = QString::number(probe.serverPort());
         probe.close();
-        m_gpsd.start(gpsd, words("-N -n -S")
-                               << gpsdPort << QStringLiteral("tcp://127.0.0.1:%1").arg(feedPort));
+        m_gpsd.start(gpsd, words("-N -n -S") << gpsdPort << u"tcp://127.0.0.1:%1"_s.arg(feedPort));
         QTest::qWait(300);
-        const Run pipe = runProgram(QStringLiteral("gpspipe"), m_dir->path(),
-                                    words("-w -n 8") << QStringLiteral("127.0.0.1:") + gpsdPort);
+        const Run pipe =
+            runProgram(u"gpspipe"_s, m_dir->path(), words("-w -n 8") << u"127.0.0.1:"_s + gpsdPort);
         int reports = 0;
         for (const QString &line : pipe.out.split(u'\n')) {
             const QVariantMap tpv = QJsonDocument::fromJson(line.toUtf8()).toVariant().toMap();
-            if (tpv.value(QStringLiteral("class")) != QLatin1String("TPV") ||
-                !tpv.contains(QStringLiteral("lat")))
+            if (tpv.value(u"class"_s) != u"TPV"_s || !tpv.contains(u"lat"_s))
                 continue;
-            const QString time = tpv.value(QStringLiteral("time")).toString();
+            const QString time = tpv.value(u"time"_s).toString();
             const qint32 at =
                 qint32(QDateTime::fromString(time, Qt::ISODateWithMs).toSecsSinceEpoch());
             const Coordinate expected =
@@ -165,13 +159,13 @@ private slots:
     void qtPositioning()
     {
         QCOMPARE(runCtl(m_dir->path(), prefs("spot on 22.5431 114.0579")).status, 0);
-        const QString server = QStringLiteral("127.0.0.1:%1").arg(serve());
+        const QString server = u"127.0.0.1:%1"_s.arg(serve());
         const auto position = [&](const char *timeout) {
             return runCtl(m_dir->path(), prefs("position --nmea-socket")
-                                             << server << QStringLiteral("--timeout")
+                                             << server << u"--timeout"_s
                                              << QString::fromLatin1(timeout));
         };
-        QCOMPARE(position("5").out, QStringLiteral("22.543100 114.057900\n"));
+        QCOMPARE(position("5").out, u"22.543100 114.057900\n"_s);
         QCOMPARE(runCtl(m_dir->path(), prefs("spot off")).status, 0);
         QCOMPARE(position("1.5").status, 1);
     }

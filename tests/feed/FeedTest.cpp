@@ -7,7 +7,6 @@
 #include <QLocalSocket>
 #include <QTcpSocket>
 #include <QTemporaryDir>
-#include <QTest>
 
 // The feed's parts in one process: the sentences, where the settings put
 // the device, the watch on the folder, and the server's slow clients.
@@ -31,17 +30,16 @@ private slots:
                    "$GPVTG,0.00,T,,M,0.000,N,0.000,K,A*3D\r\n");
         // the last millisecond of a leap day; minutes that round up to 60
         // carry into the degrees
-        QTest::newRow("south-west, moving")
-            << qint64(951868799999)
-            << std::optional(FeedFix{{-33.8688, -179.9999999999}, 10.0, 270.0})
-            << QByteArray(
+        addRow("south-west, moving", qint64(951868799999),
+               std::optional(FeedFix{{-33.8688, -179.9999999999}, 10.0, 270.0}),
+               QByteArray(
                    "$GPGGA,235959.99,3352.128000,S,18000.000000,W,1,08,1.0,0.0,M,0.0,M,,*5E\r\n"
                    "$GPRMC,235959.99,A,3352.128000,S,18000.000000,W,19.438,270.00,290200,,,A*5E\r\n"
-                   "$GPVTG,270.00,T,,M,19.438,N,36.000,K,A*3A\r\n");
-        QTest::newRow("no fix") << qint64(1795350919500) << std::optional<FeedFix>()
-                                << QByteArray("$GPGGA,,,,,,0,00,99.99,,,,,,*48\r\n"
-                                              "$GPRMC,,V,,,,,,,,,,N*53\r\n"
-                                              "$GPVTG,,T,,M,,N,,K,N*2C\r\n");
+                   "$GPVTG,270.00,T,,M,19.438,N,36.000,K,A*3A\r\n"));
+        addRow("no fix", qint64(1795350919500), std::optional<FeedFix>(),
+               QByteArray("$GPGGA,,,,,,0,00,99.99,,,,,,*48\r\n"
+                          "$GPRMC,,V,,,,,,,,,,N*53\r\n"
+                          "$GPVTG,,T,,M,,N,,K,N*2C\r\n"));
     }
     void sentences()
     {
@@ -56,30 +54,25 @@ private slots:
         QTest::addColumn<int>("mode"); // 0 route, 1 fixed place
         QTest::addColumn<bool>("spot");
         QTest::addColumn<int>("route");              // 0 off, 1 north, 2 east, 3 on without points
-        QTest::addColumn<qint64>("at");              // seconds after the trip's start
+        QTest::addColumn<int>("at");                 // seconds after the trip's start
         QTest::addColumn<QList<double>>("expected"); // lat, lng, m/s, course; empty: none
-        const double step = 111.195;                 // metres in a thousandth of a degree
-        QTest::newRow("nothing on") << 0 << false << 0 << qint64(0) << QList<double>{};
-        QTest::newRow("place, route mode")
-            << 0 << true << 0 << qint64(0) << QList<double>{1, 2, 0, 0};
-        QTest::newRow("both on, route mode")
-            << 0 << true << 1 << qint64(100) << QList<double>{22.1, 114, step, 0};
-        QTest::newRow("both on, place mode")
-            << 1 << true << 1 << qint64(100) << QList<double>{1, 2, 0, 0};
-        QTest::newRow("trip, place mode")
-            << 1 << false << 2 << qint64(500) << QList<double>{0, 100.5, step, 90};
-        QTest::newRow("before the start")
-            << 0 << false << 1 << qint64(-5) << QList<double>{22, 114, 0, 0};
-        QTest::newRow("last second")
-            << 0 << false << 1 << qint64(999) << QList<double>{22.999, 114, 0, 0};
-        QTest::newRow("no points") << 0 << false << 3 << qint64(0) << QList<double>{};
+        using L = QList<double>;
+        const double step = 111.195; // metres in a thousandth of a degree
+        addRow("nothing on", 0, false, 0, 0, L{});
+        addRow("place, route mode", 0, true, 0, 0, L{1, 2, 0, 0});
+        addRow("both on, route mode", 0, true, 1, 100, L{22.1, 114, step, 0});
+        addRow("both on, place mode", 1, true, 1, 100, L{1, 2, 0, 0});
+        addRow("trip, place mode", 1, false, 2, 500, L{0, 100.5, step, 90});
+        addRow("before the start", 0, false, 1, -5, L{22, 114, 0, 0});
+        addRow("last second", 0, false, 1, 999, L{22.999, 114, 0, 0});
+        addRow("no points", 0, false, 3, 0, L{});
     }
     void position()
     {
         QFETCH(int, mode);
         QFETCH(bool, spot);
         QFETCH(int, route);
-        QFETCH(qint64, at);
+        QFETCH(int, at);
         QFETCH(QList<double>, expected);
         QTemporaryDir dir;
         TMPreferenceUtil store{PreferenceFiles(dir.path())};
@@ -122,7 +115,7 @@ private slots:
         QVERIFY(store.setLocationEnable(true, 22.5431, 114.0579));
         QTRY_VERIFY_WITH_TIMEOUT(settings.fixAt(0).has_value(), 1000);
         QCOMPARE(settings.reads(), reads + 1);
-        QVERIFY(store.addFavorite(FavoriteEntry::make(QStringLiteral("x"), 1.0, 2.0)));
+        QVERIFY(store.addFavorite(FavoriteEntry::make(u"x"_s, 1.0, 2.0)));
         QTest::qWait(200);
         QCOMPARE(settings.reads(), reads + 1);
     }
@@ -130,8 +123,8 @@ private slots:
     void slowClient_data()
     {
         QTest::addColumn<bool>("local");
-        QTest::newRow("tcp") << false;
-        QTest::newRow("unix socket") << true;
+        addRow("tcp", false);
+        addRow("unix socket", true);
     }
     // One client stops reading: it is dropped, and the other gets every byte.
     void slowClient()
@@ -141,7 +134,7 @@ private slots:
         NmeaServer server;
         server.setMaxPending(1 << 20);
         QString error;
-        const QString path = dir.filePath(QStringLiteral("nmea.sock"));
+        const QString path = dir.filePath(u"nmea.sock"_s);
         QVERIFY(local ? server.listenLocal(path, &error)
                       : server.listenTcp(QHostAddress::LocalHost, 0, &error));
         const quint16 port = server.addresses().first().section(u':', -1).toUShort();

@@ -16,7 +16,6 @@
 #include <QApplication>
 #include <QLabel>
 #include <QPointer>
-#include <QTest>
 #include <QUrlQuery>
 
 // The information screen: its title, its links and the ways to it and on.
@@ -47,14 +46,14 @@ private slots:
     void init()
     {
         setModalAnimationsEnabled(false);
-        QGuiApplication::setApplicationDisplayName(QStringLiteral("Trekmime Beta"));
-        QCoreApplication::setApplicationVersion(QStringLiteral("9.8.7"));
+        QGuiApplication::setApplicationDisplayName(u"Trekmime Beta"_s);
+        QCoreApplication::setApplicationVersion(u"9.8.7"_s);
         m_world = std::make_unique<TestServices>();
         m_world->services().applications = &m_registry;
         Configuration &configuration = m_world->services().configuration;
-        configuration.set(Configuration::SupportMail, QStringLiteral("help@example.org"));
-        configuration.set(Configuration::ShopUrl, QStringLiteral("https://shop.example.org/"));
-        configuration.set(Configuration::WebsiteUrl, QStringLiteral("https://www.example.org/"));
+        configuration.set(Configuration::SupportMail, u"help@example.org"_s);
+        configuration.set(Configuration::ShopUrl, u"https://shop.example.org/"_s);
+        configuration.set(Configuration::WebsiteUrl, u"https://www.example.org/"_s);
         m_window = new QWidget;
         m_window->resize(390, 844);
         m_window->show();
@@ -68,8 +67,7 @@ private slots:
 
     void titleIsTheRunningProgramsNameAndVersion()
     {
-        QCOMPARE(present()->findChild<QLabel *>(QStringLiteral("titleLabel"))->text(),
-                 QStringLiteral("Trekmime Beta 9.8.7"));
+        QCOMPARE(present()->findChild<QLabel *>(u"titleLabel"_s)->text(), u"Trekmime Beta 9.8.7"_s);
     }
 
     void visitOpensTheShopOnlyForSimplifiedChineseFirst_data()
@@ -95,18 +93,17 @@ private slots:
         press(present(), "visitButton");
         qunsetenv("LANGUAGE");
         QCOMPARE(m_world->urlOpener.opened,
-                 QList<QUrl>{QUrl(chinese ? QStringLiteral("https://shop.example.org/")
-                                          : QStringLiteral("https://www.example.org/"))});
+                 QList<QUrl>{QUrl(chinese ? u"https://shop.example.org/"_s
+                                          : u"https://www.example.org/"_s)});
     }
 
     void contactOpensAMailWithTheVersion()
     {
         press(present(), "contactButton");
         const QUrl mail = m_world->urlOpener.opened.value(0);
-        QCOMPARE(mail.toString(QUrl::RemoveQuery), QStringLiteral("mailto:help@example.org"));
-        const QString body =
-            QUrlQuery(mail).queryItemValue(QStringLiteral("body"), QUrl::FullyDecoded);
-        QVERIFY2(body.contains(QStringLiteral("9.8.7")), qPrintable(body));
+        QCOMPARE(mail.toString(QUrl::RemoveQuery), u"mailto:help@example.org"_s);
+        const QString body = QUrlQuery(mail).queryItemValue(u"body"_s, QUrl::FullyDecoded);
+        QVERIFY2(body.contains(u"9.8.7"_s), qPrintable(body));
         // mail links break lines with CR LF
         const QByteArray encoded = mail.toEncoded();
         QVERIFY2(encoded.contains("body=%0D%0A%0D%0A%0D%0A") && !encoded.contains("%0A%0A"),
@@ -115,11 +112,11 @@ private slots:
 
     void whiteListPresentsTheWhitelistAndBackDismisses()
     {
-        m_registry.addShown({QStringLiteral("org.gnome.Maps")});
+        m_registry.addShown({u"org.gnome.Maps"_s});
         QPointer<InfoViewController> screen = present();
         QAccessibleInterface *button = QAccessible::queryAccessibleInterface(
-            screen->findChild<QAbstractButton *>(QStringLiteral("wihteListButton")));
-        QCOMPARE(button->text(QAccessible::Name), QStringLiteral("White List"));
+            screen->findChild<QAbstractButton *>(u"wihteListButton"_s));
+        QCOMPARE(button->text(QAccessible::Name), u"White List"_s);
         button->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         QTRY_VERIFY(presentedViewController(screen));
         auto *whitelist = qobject_cast<WhitelistViewController *>(presentedViewController(screen));
@@ -146,7 +143,7 @@ private slots:
         QVERIFY(root->isHidden());
         QCOMPARE(window->childCount(), 1);
         QCOMPARE(window->child(0)->object(), first.data());
-        QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("wihteListButton"));
+        QCOMPARE(QApplication::focusWidget()->objectName(), u"wihteListButton"_s);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
         QTRY_VERIFY(first.isNull());
         QVERIFY(root->isVisible());

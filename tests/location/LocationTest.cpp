@@ -6,21 +6,19 @@
 #include "location/Location.h"
 
 #include <QSettings>
-#include <QTemporaryDir>
-#include <QTest>
 
 namespace {
 
 QString shown(const QString &text)
 {
-    return text.isNull() ? QStringLiteral("<null>") : text;
+    return text.isNull() ? u"<null>"_s : text;
 }
 
 // One answer as a line: the value found, or "failed" and the error text.
 template <typename T> QString describe(const LocationAnswer<T> &answer)
 {
     if (!answer.succeeded())
-        return QStringLiteral("failed ") + shown(answer.error);
+        return u"failed "_s + shown(answer.error);
     if constexpr (std::is_same_v<T, QString>)
         return shown(*answer.value);
     else
@@ -63,14 +61,13 @@ private:
     }
     static QSettings defaults()
     {
-        return QSettings(QSettings::UserScope, QStringLiteral("trekmime"),
-                         QCoreApplication::applicationName());
+        return QSettings(QSettings::UserScope, u"trekmime"_s, QCoreApplication::applicationName());
     }
     static void store(double latitude, double longitude)
     {
         QSettings settings = defaults();
-        settings.setValue(QStringLiteral("LocationLatitudeKey"), latitude);
-        settings.setValue(QStringLiteral("LocationLongitudeKey"), longitude);
+        settings.setValue(u"LocationLatitudeKey"_s, latitude);
+        settings.setValue(u"LocationLongitudeKey"_s, longitude);
     }
     static double stored(const char *key) { return defaults().value(key).toDouble(); }
 
@@ -85,10 +82,7 @@ private slots:
         m_heard.clear();
         m_alertsSeen.clear();
     }
-    void cleanup()
-    {
-        m_location.reset(); // before what it uses
-    }
+    void cleanup() { m_location.reset(); } // before what it uses
 
     void validFixIsStoredAndAnsweredOncePerRequest()
     {
@@ -143,7 +137,7 @@ private slots:
             QVERIFY(source()->deliverInvalid());
         else if (kind == SourceError)
             QVERIFY(source()->fail(code, description));
-        QCOMPARE(m_heard, QStringList{QStringLiteral("failed ") + shown(description)});
+        QCOMPARE(m_heard, QStringList{u"failed "_s + shown(description)});
         QString seen;
         for (const Alert &a : m_world->alerts.alerts())
             seen += a.title + u'|' + a.message + u'|' + a.buttons.join(u',');
@@ -160,19 +154,17 @@ private slots:
 
     void lookups()
     {
-        const GeocoderPlacemark lines{QStringList{QStringLiteral("Line 1"), QStringLiteral("2")},
-                                      Coordinate{22.5, 114.1}};
+        const GeocoderPlacemark lines{QStringList{u"Line 1"_s, u"2"_s}, Coordinate{22.5, 114.1}};
         m_geocoder->setReverseAnswer(Coordinate{22.5, 114.1}, GeocoderAnswer::found({lines}));
         // a place without lines, and an answer with neither places nor error
         m_geocoder->setReverseAnswer(
             Coordinate{1.0, 1.0},
             GeocoderAnswer::found({GeocoderPlacemark{std::nullopt, Coordinate{1.0, 1.0}}}));
         m_geocoder->setReverseAnswer(Coordinate{2.0, 2.0}, GeocoderAnswer{});
-        m_geocoder->setCoordinate(QStringLiteral(" Shenzhen "), Coordinate{22.54, 114.05});
-        for (const QString &answers :
-             {QStringLiteral("Line 1|failed not found|<null>|failed <null>|22.540000, "
-                             "114.050000|failed not found"),
-              QStringList(6, QStringLiteral("failed <null>")).join(u'|')}) {
+        m_geocoder->setCoordinate(u" Shenzhen "_s, Coordinate{22.54, 114.05});
+        for (const QString &answers : {u"Line 1|failed not found|<null>|failed <null>|22.540000, "
+                                       "114.050000|failed not found"_s,
+                                       QStringList(6, u"failed <null>"_s).join(u'|')}) {
             Location &location = make(m_sources.get());
             m_heard.clear();
             for (const Coordinate &at : {Coordinate{22.5, 114.1}, Coordinate{0.0, -160.0},
@@ -190,16 +182,16 @@ private slots:
 
     void startAddressKeepsTheLineOfTheLastFix()
     {
-        m_geocoder->setAddress(Coordinate{1.0, 2.0}, QStringLiteral("Somewhere 1"));
+        m_geocoder->setAddress(Coordinate{1.0, 2.0}, u"Somewhere 1"_s);
         Location &location = make(m_sources.get());
         for (double latitude : {1.0, 50.0}) { // nothing known at the second
             location.startLocation(&m_receiver, record<Coordinate>());
             source()->deliver(latitude, 2.0);
             location.startAddress(&m_receiver, record<QString>());
             QTRY_COMPARE_WITH_TIMEOUT(m_heard.size() % 2, 0, 1000);
-            QCOMPARE(location.address(), QStringLiteral("Somewhere 1"));
+            QCOMPARE(location.address(), u"Somewhere 1"_s);
         }
-        QCOMPARE(m_heard[1] + m_heard[3], QStringLiteral("Somewhere 1failed not found"));
+        QCOMPARE(m_heard[1] + m_heard[3], u"Somewhere 1failed not found"_s);
     }
 
     void goneReceiverGetsNothing_data()
@@ -215,7 +207,7 @@ private slots:
     {
         QFETCH(int, request);
         QFETCH(bool, serviceGoes);
-        m_geocoder->setAddress(Coordinate{0.0, 0.0}, QStringLiteral("Null Island"));
+        m_geocoder->setAddress(Coordinate{0.0, 0.0}, u"Null Island"_s);
         store(0.0, 0.0);
         make(m_sources.get());
         const auto askAndAnswer = [&](QObject *receiver, bool goes) {
@@ -238,9 +230,9 @@ private slots:
         if (serviceGoes)
             return;
         if (request == OwnAddress) // kept all the same
-            QCOMPARE(m_location->address(), QStringLiteral("Null Island"));
+            QCOMPARE(m_location->address(), u"Null Island"_s);
         askAndAnswer(&m_receiver, false); // the service works on for the next requester
-        QVERIFY(m_heard.size() == 1 && !m_heard.first().startsWith(QLatin1String("failed")));
+        QVERIFY(m_heard.size() == 1 && !m_heard.first().startsWith(u"failed"_s));
     }
 };
 

@@ -7,7 +7,6 @@
 
 #include <QElapsedTimer>
 #include <QNetworkAccessManager>
-#include <QTest>
 
 namespace {
 
@@ -19,10 +18,10 @@ struct Answers
         return [this](const GeocoderAnswer &answer) {
             QVERIFY(answer.placemarks.has_value() != answer.error.has_value());
             if (answer.error)
-                return received.append(QStringLiteral("error: ") + *answer.error);
+                return received.append(u"error: "_s + *answer.error);
             const GeocoderPlacemark &first = answer.placemarks->first();
             received.append(
-                QStringLiteral("%1 | %2 | %3")
+                u"%1 | %2 | %3"_s
                     .arg(first.formattedAddressLines->join(u'/'), first.location->toString())
                     .arg(answer.placemarks->size()));
         };
@@ -74,7 +73,7 @@ private slots:
         const auto row = [](const char *name, int status, const char *body, const char *expected) {
             QTest::newRow(name) << status << QByteArray(body)
                                 << QString::fromUtf8(expected).replace(
-                                       u'!', QStringLiteral("error: The geocoding service "));
+                                       u'!', u"error: The geocoding service "_s);
         };
         row("search results", 200,
             R"([{"lat":"1","lon":"2","display_name":"F, SZ"},{"lat":"1","lon":"2","display_name":"B"}])",
@@ -101,16 +100,16 @@ private slots:
         if (status < 0)
             m_server.reset(); // the port closes
         Answers answers;
-        service->geocodeAddressString(QStringLiteral("x"), this, answers.completion());
+        service->geocodeAddressString(u"x"_s, this, answers.completion());
         QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 1, 1000);
         QVERIFY2(answers.received.first().startsWith(expected), qPrintable(answers.received[0]));
     }
 
     void requestsArePacedAndAllAnswered()
     {
-        auto service = geocoder(150, QStringLiteral("/nominatim/"));
+        auto service = geocoder(150, u"/nominatim/"_s);
         Answers answers;
-        service->geocodeAddressString(QStringLiteral("1+2 Main St&Co"), this, answers.completion());
+        service->geocodeAddressString(u"1+2 Main St&Co"_s, this, answers.completion());
         service->reverseGeocodeLocation(Coordinate{22.5, 114.1}, this, answers.completion());
         QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 2, 5000);
         QVERIFY(m_arrivals[1] - m_arrivals[0] >= 100); // as the server sees them
@@ -129,18 +128,18 @@ private slots:
         services.configuration.nominatimUrl = m_server->baseUrl();
         qputenv("LANGUAGE", "zh_TW");
         std::unique_ptr<NominatimGeocoder> system(NominatimGeocoder::fromServices(services));
-        services.configuration.languages = QStringList{QStringLiteral("zh-Hans")};
+        services.configuration.languages = QStringList{u"zh-Hans"_s};
         std::unique_ptr<NominatimGeocoder> configured(NominatimGeocoder::fromServices(services));
         qunsetenv("LANGUAGE");
         Answers answers;
-        system->geocodeAddressString(QStringLiteral("a"), this, answers.completion());
-        configured->geocodeAddressString(QStringLiteral("b"), this, answers.completion());
+        system->geocodeAddressString(u"a"_s, this, answers.completion());
+        configured->geocodeAddressString(u"b"_s, this, answers.completion());
         QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 2, 5000);
         QStringList languages;
         for (const auto &request : m_server->requests())
             languages.append(QString::fromLatin1(request.target).section(u'=', -1));
         languages.sort();
-        QCOMPARE(languages, QStringList({QStringLiteral("zh-Hans"), QStringLiteral("zh-Hant")}));
+        QCOMPARE(languages, QStringList({u"zh-Hans"_s, u"zh-Hant"_s}));
     }
 
     void answersAreSharedAndCachedButFailuresAreNot()
@@ -149,21 +148,21 @@ private slots:
         Answers answers, gone;
         auto receiver = std::make_unique<QObject>();
         // asked twice before the answer: one trip for all, none for the gone receiver
-        service->geocodeAddressString(QStringLiteral("A"), receiver.get(), gone.completion());
-        service->geocodeAddressString(QStringLiteral("A"), this, answers.completion());
+        service->geocodeAddressString(u"A"_s, receiver.get(), gone.completion());
+        service->geocodeAddressString(u"A"_s, this, answers.completion());
         receiver.reset();
         QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 1, 1000);
         {
             QObject brief; // asks for a remembered answer and goes at once
-            service->geocodeAddressString(QStringLiteral("A"), &brief, gone.completion());
+            service->geocodeAddressString(u"A"_s, &brief, gone.completion());
         }
-        service->geocodeAddressString(QStringLiteral("A"), this, answers.completion());
+        service->geocodeAddressString(u"A"_s, this, answers.completion());
         QCOMPARE(answers.received.size(), 1); // even a cached answer comes later
         QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 2, 1000);
-        QCOMPARE(answers.received[1], QStringLiteral("A | 1.000000, 2.000000 | 1"));
+        QCOMPARE(answers.received[1], u"A | 1.000000, 2.000000 | 1"_s);
         m_answer = {503, "text/plain", "busy", {}};
         for (int asked = 3; asked <= 4; ++asked) {
-            service->geocodeAddressString(QStringLiteral("B"), this, answers.completion());
+            service->geocodeAddressString(u"B"_s, this, answers.completion());
             QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), asked, 1000);
         }
         QCOMPARE(m_server->requests().size(), 3);

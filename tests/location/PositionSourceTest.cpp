@@ -1,13 +1,12 @@
+#include "FileBytes.h"
 #include "NmeaLog.h"
 #include "TestMain.h"
 
 #include "location/ConfiguredPositionSourceFactory.h"
 #include "location/QtPositionSource.h"
 
-#include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
 
 namespace {
@@ -96,11 +95,8 @@ private slots:
         for (bool logExists : {false, true}) { // a missing log: no service
             QTemporaryDir dir;
             Configuration configuration;
-            configuration.nmeaFile = dir.filePath(QStringLiteral("track.nmea"));
-            QFile file(configuration.nmeaFile);
-            QVERIFY(!logExists || (file.open(QIODevice::WriteOnly) &&
-                                   file.write(NmeaLog::log(22.5, -114.1)) > 0));
-            file.close();
+            configuration.nmeaFile = dir.filePath(u"track.nmea"_s);
+            QVERIFY(!logExists || writeBytes(configuration.nmeaFile, NmeaLog::log(22.5, -114.1)));
             ConfiguredPositionSourceFactory factory(configuration);
             QObject owner;
             PositionSource *source = factory.create(&owner);

@@ -5,7 +5,6 @@
 #include "location/WebGeocoder.h"
 
 #include <QNetworkAccessManager>
-#include <QTest>
 #include <QThread>
 
 namespace {
@@ -44,8 +43,7 @@ private:
 
     WebGeocoderEndpoint endpoint()
     {
-        WebGeocoderEndpoint result{&m_network, m_server->baseUrl(),
-                                   QStringLiteral("TrekmimeTest/1")};
+        WebGeocoderEndpoint result{&m_network, m_server->baseUrl(), u"TrekmimeTest/1"_s};
         result.clock = &m_clock; // the watchdog fires when the test says
         return result;
     }
@@ -60,14 +58,12 @@ private slots:
 
     void requestsCarryTheQueryAndTheAgent()
     {
-        WebGeocoder::Parameters parameters{{QStringLiteral("language"), QStringLiteral("xx")},
-                                           {QStringLiteral("count"), 3},
-                                           {QStringLiteral("address"), QStringLiteral("a b")}};
+        WebGeocoder::Parameters parameters{
+            {u"language"_s, u"xx"_s}, {u"count"_s, 3}, {u"address"_s, u"a b"_s}};
         Outcome outcome;
         const auto done = outcome.completion();
-        WebGeocoder byAddress(endpoint(), QStringLiteral("a&b=?| :/,+#深A-z_0.9~"), done);
-        WebGeocoder inRegion(endpoint(), QStringLiteral("x"), CircularRegion{{60.0, 10.0}, 2000.0},
-                             done);
+        WebGeocoder byAddress(endpoint(), u"a&b=?| :/,+#深A-z_0.9~"_s, done);
+        WebGeocoder inRegion(endpoint(), u"x"_s, CircularRegion{{60.0, 10.0}, 2000.0}, done);
         WebGeocoder byCoordinate(endpoint(), Coordinate{22.5, 114.1}, done);
         WebGeocoder byParameters(endpoint(), parameters, done);
         QByteArrayList targets;
@@ -88,7 +84,7 @@ private slots:
                  QByteArray("/maps/api/geocode/json?"));
         QCOMPARE(m_server->requests().first().headers.value("user-agent"),
                  QByteArray("TrekmimeTest/1"));
-        QCOMPARE(parameters.first().second.toString(), QStringLiteral("en")); // written into
+        QCOMPARE(parameters.first().second.toString(), u"en"_s); // written into
     }
 
     void answers_data()
@@ -126,7 +122,7 @@ private slots:
         m_answer = {status == -2 ? 200 : status, type, body, {}};
         m_server->setCutShort(status == -2);
         Outcome outcome;
-        WebGeocoder operation(endpoint(), QStringLiteral("x"), outcome.completion());
+        WebGeocoder operation(endpoint(), u"x"_s, outcome.completion());
         if (status == -1)
             m_server.reset(); // the port closes
         operation.start();
@@ -142,13 +138,13 @@ private slots:
         QVERIFY(places != 2 || outcome.placemarks->at(1).formattedAddress == u"2 B Road");
         QString seen;
         if (const auto &e = outcome.error) {
-            const bool parse = e->domain == QLatin1String("QJsonParseError"); // its own code
+            const bool parse = e->domain == u"QJsonParseError"_s; // its own code
             seen = e->domain + (parse ? QString() : u' ' + QString::number(e->code)) + u' ' +
-                   (error.endsWith(u'*') ? QStringLiteral("*") : e->localizedDescription);
+                   (error.endsWith(u'*') ? u"*"_s : e->localizedDescription);
             QVERIFY(!e->localizedDescription.isEmpty() && (!parse || e->code));
         }
         QCOMPARE(seen, error);
-        if (error.startsWith(QLatin1String("NSURL")))
+        if (error.startsWith(u"NSURL"_s))
             QCOMPARE(outcome.error->failingURLString,
                      operation.requestURL().toString(QUrl::FullyEncoded));
     }
@@ -158,7 +154,7 @@ private slots:
         m_answer.status = 0;
         for (bool started : {true, false}) { // before the answer, before the start
             Outcome outcome;
-            WebGeocoder operation(endpoint(), QStringLiteral("x"), outcome.completion());
+            WebGeocoder operation(endpoint(), u"x"_s, outcome.completion());
             if (started)
                 operation.start();
             operation.cancel();
@@ -188,7 +184,7 @@ private slots:
         Outcome gone;
         auto caller = std::make_unique<QObject>();
         QPointer<WebGeocoder> operation =
-            WebGeocoder::geocode(endpoint(), QStringLiteral("x"), caller.get(), gone.completion());
+            WebGeocoder::geocode(endpoint(), u"x"_s, caller.get(), gone.completion());
         caller.reset();
         QTRY_VERIFY_WITH_TIMEOUT(operation.isNull(), 1000); // cancelled itself and went
         m_clock.advance(20000); // a watchdog left behind would answer now
@@ -203,7 +199,7 @@ private slots:
         std::unique_ptr<QThread> worker(QThread::create([&] {
             WebGeocoderEndpoint real = endpoint();
             real.clock = nullptr; // Qt's own timer, which has a thread
-            made = new WebGeocoder(real, QStringLiteral("x"), outcome.completion());
+            made = new WebGeocoder(real, u"x"_s, outcome.completion());
             made->setTimeoutInterval(100);
             made->start(); // moves itself over and starts there
         }));

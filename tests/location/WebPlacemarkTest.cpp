@@ -6,7 +6,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTest>
 
 namespace {
 
@@ -16,16 +15,15 @@ QJsonObject resultWith(const QString &components, const char *rest = "")
     QJsonObject result = QJsonDocument::fromJson("{" + QByteArray(rest) + "}").object();
     QJsonArray array;
     for (const QString &component : components.split(u';', Qt::SkipEmptyParts)) {
-        const QStringList parts = component.split(QLatin1Char(':'));
-        QJsonObject entry{
-            {QStringLiteral("types"), QJsonArray::fromStringList(parts[0].split(u','))},
-            {QStringLiteral("long_name"), parts.value(1)}};
+        const QStringList parts = component.split(u':');
+        QJsonObject entry{{u"types"_s, QJsonArray::fromStringList(parts[0].split(u','))},
+                          {u"long_name"_s, parts.value(1)}};
         if (parts.size() > 2)
-            entry.insert(QStringLiteral("short_name"), parts[2]);
+            entry.insert(u"short_name"_s, parts[2]);
         array.append(entry);
     }
     if (!array.isEmpty())
-        result.insert(QStringLiteral("address_components"), array);
+        result.insert(u"address_components"_s, array);
     return result;
 }
 
@@ -41,40 +39,38 @@ private slots:
     {
         QTest::addColumn<QString>("components");
         QTest::addColumn<QString>("name"); // "<null>" for none
-        const auto row = [](const char *name, const char *components, const char *expected) {
-            QTest::newRow(name) << QString::fromUtf8(components) << QString::fromUtf8(expected);
-        };
-        row("house number first", "route:Main St;street_number:12", "12 Main St");
-        row("street alone", "route:Main St;sublocality:Old Town", "Main St");
-        row("number without street",
-            "street_number:12;locality:Oslo:Oslo;administrative_area_level_1:Oslo:OS", "Oslo, OS");
-        row("sublocality with its level", "sublocality,sublocality_level_1:Futian", "Futian");
-        row("level alone is not a sublocality", "sublocality_level_1:Futian", "<null>");
-        row("third admin level counts as sublocality",
-            "administrative_area_level_3:Nanshan;locality:Shenzhen", "Nanshan");
-        row("neighborhood", "neighborhood:Soho", "Soho");
-        row("locality without code", "locality,political:Shenzhen:SZ", "Shenzhen, (null)");
-        row("state", "administrative_area_level_1:Guangdong:GD;country:China:CN", "Guangdong");
-        row("country", "country:China:CN;postal_code:518000", "China");
-        row("nothing named", "postal_code:518000", "<null>");
+        addRow("house number first", "route:Main St;street_number:12", "12 Main St");
+        addRow("street alone", "route:Main St;sublocality:Old Town", "Main St");
+        addRow("number without street",
+               "street_number:12;locality:Oslo:Oslo;administrative_area_level_1:Oslo:OS",
+               "Oslo, OS");
+        addRow("sublocality with its level", "sublocality,sublocality_level_1:Futian", "Futian");
+        addRow("level alone is not a sublocality", "sublocality_level_1:Futian", "<null>");
+        addRow("third admin level counts as sublocality",
+               "administrative_area_level_3:Nanshan;locality:Shenzhen", "Nanshan");
+        addRow("neighborhood", "neighborhood:Soho", "Soho");
+        addRow("locality without code", "locality,political:Shenzhen:SZ", "Shenzhen, (null)");
+        addRow("state", "administrative_area_level_1:Guangdong:GD;country:China:CN", "Guangdong");
+        addRow("country", "country:China:CN;postal_code:518000", "China");
+        addRow("nothing named", "postal_code:518000", "<null>");
         // the last matching component wins
-        row("two streets", "route:First Rd;route:Second Rd", "Second Rd");
+        addRow("two streets", "route:First Rd;route:Second Rd", "Second Rd");
     }
     void name()
     {
         QFETCH(QString, components);
         QFETCH(QString, name);
         const QString actual = WebPlacemark(resultWith(components)).name();
-        QCOMPARE(actual.isNull() ? QStringLiteral("<null>") : actual, name);
+        QCOMPARE(actual.isNull() ? u"<null>"_s : actual, name);
     }
 
     void aFullResult()
     {
-        const WebPlacemark placemark(resultWith(
-            QStringLiteral("street_number:1600;route:Amph Pkwy;locality,political:Mountain View;"
-                           "administrative_area_level_2:SC;administrative_area_level_1:Calif:CA;"
-                           "country:United States:US;postal_code:94043"),
-            R"("formatted_address": "1600 Amph Pkwy, USA", "geometry": {"location":
+        const WebPlacemark placemark(
+            resultWith(u"street_number:1600;route:Amph Pkwy;locality,political:Mountain View;"
+                       "administrative_area_level_2:SC;administrative_area_level_1:Calif:CA;"
+                       "country:United States:US;postal_code:94043"_s,
+                       R"("formatted_address": "1600 Amph Pkwy, USA", "geometry": {"location":
                  {"lat": 37.4224764, "lng": -122.0842499}, "bounds": {"northeast":
                  {"lat": 37.43, "lng": -122.08}, "southwest": {"lat": 37.42, "lng": -122.1}}})"));
         // every field but the state's code and the span
@@ -91,7 +87,7 @@ private slots:
     subThoroughfare = 1600;
     thoroughfare = "Amph Pkwy";
 })"));
-        QCOMPARE(placemark.administrativeAreaCode, QStringLiteral("CA"));
+        QCOMPARE(placemark.administrativeAreaCode, u"CA"_s);
         QCOMPARE(placemark.location.coordinate, placemark.region.center);
         QVERIFY(qAbs(placemark.region.latitudeDelta - 0.01) < 1e-9); // the bounds, not the viewport
         QVERIFY(qAbs(placemark.region.longitudeDelta - 0.02) < 1e-9);
@@ -103,7 +99,7 @@ private slots:
             "viewport":{"northeast":{"lat":2,"lng":3},"southwest":{"lat":1,"lng":2}}})"));
         QCOMPARE(placemark.region.center, (Coordinate{1.5, 2.5}));
         QCOMPARE(placemark.region.latitudeDelta + placemark.region.longitudeDelta, 0.0);
-        QCOMPARE(placemark.description(), QStringLiteral("{\n}"));
+        QCOMPARE(placemark.description(), u"{\n}"_s);
     }
 };
 
@@ -117,37 +113,34 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("expected"); // "<null>" for a null answer
-        const auto row = [](const char *name, const char *text, const char *expected) {
-            QTest::newRow(name) << QString::fromUtf8(text) << QString::fromUtf8(expected);
-        };
-        row("small u escapes", "\\u4e2d\\u6587", "中文");
-        row("capital U escapes", "\\U4E2D!", "中!");
-        row("quotes kept", "say \"hi\"", "say \"hi\"");
-        row("escaped line break", "a\\r\\nb", "a\nb");
-        row("literal backslash-r-backslash-n", "a\\\\r\\\\nb", "a\nb");
-        row("other escapes", "tab\\there\\101", "tab\thereA");
-        row("empty is not null", "", "");
-        row("trailing backslash", "abc\\", "<null>");
-        row("backslash before a quote", "a\\\"b", "<null>");
+        addRow("small u escapes", "\\u4e2d\\u6587", "中文");
+        addRow("capital U escapes", "\\U4E2D!", "中!");
+        addRow("quotes kept", "say \"hi\"", "say \"hi\"");
+        addRow("escaped line break", "a\\r\\nb", "a\nb");
+        addRow("literal backslash-r-backslash-n", "a\\\\r\\\\nb", "a\nb");
+        addRow("other escapes", "tab\\there\\101", "tab\thereA");
+        addRow("empty is not null", "", "");
+        addRow("trailing backslash", "abc\\", "<null>");
+        addRow("backslash before a quote", "a\\\"b", "<null>");
     }
     void replaceUnicode()
     {
         QFETCH(QString, text);
         QFETCH(QString, expected);
         const QString actual = Location::replaceUnicode(text);
-        QCOMPARE(actual.isNull() ? QStringLiteral("<null>") : actual, expected);
+        QCOMPARE(actual.isNull() ? u"<null>"_s : actual, expected);
     }
 
     void undoesADescription()
     {
         WebPlacemark placemark;
-        placemark.formattedAddress = QStringLiteral("广东省深圳市");
+        placemark.formattedAddress = u"广东省深圳市"_s;
         const QString quoted = placemark
                                    .description() // "\U5e7f...", like the service's texts
-                                   .section(QStringLiteral("formattedAddress = \""), 1)
+                                   .section(u"formattedAddress = \""_s, 1)
                                    .section(u'"', 0, 0);
-        QVERIFY2(quoted.startsWith(QLatin1String("\\U5e7f")), qPrintable(quoted));
-        QCOMPARE(Location::replaceUnicode(quoted), QStringLiteral("广东省深圳市"));
+        QVERIFY2(quoted.startsWith(u"\\U5e7f"_s), qPrintable(quoted));
+        QCOMPARE(Location::replaceUnicode(quoted), u"广东省深圳市"_s);
     }
 };
 

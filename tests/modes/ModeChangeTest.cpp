@@ -6,7 +6,6 @@
 #include "settings/TMPreferenceUtil.h"
 
 #include <QTemporaryDir>
-#include <QTest>
 
 // The one mode change behind both mode buttons and trekmime-ctl: a refusal
 // leaves the master file exactly as it was; a change writes it afresh.
@@ -41,26 +40,25 @@ private slots:
         QTemporaryDir dir;
         TMPreferenceUtil store{PreferenceFiles(dir.path())};
         const QString master = store.files().masterFile();
-        PropertyList::write(master, QVariantMap{{QStringLiteral("mode"), files[0]},
-                                                {QStringLiteral("theme"), QStringLiteral("dark")}});
+        PropertyList::write(master, QVariantMap{{u"mode"_s, files[0]}, {u"theme"_s, u"dark"_s}});
         const QByteArray before = bytesOf(master);
-        const QString key = QStringLiteral("enable");
+        const QString key = u"enable"_s;
         store.writeRoutePreference(RouteRecord::fromPropertyList(QVariantMap{{key, files[1]}}));
         store.writeLocationPreference(
             LocationRecord::fromPropertyList(QVariantMap{{key, files[2]}}));
 
         ModeChange change(store);
-        const ModeChange::Result result =
-            files[3] == QLatin1String("route")      ? change.fromRouteMode(store.routePreference())
-            : files[3] == QLatin1String("location") ? change.fromLocationMode()
-                                                    : change.fromStoredMode();
+        const ModeChange::Result result = files[3] == u"route"_s
+                                              ? change.fromRouteMode(store.routePreference())
+                                          : files[3] == u"location"_s ? change.fromLocationMode()
+                                                                      : change.fromStoredMode();
         QCOMPARE(result.written, outcome.size() == 1); // a mode, not a refusal
         QCOMPARE(result.refusal, result.written ? QString() : outcome);
         if (result.refused())
             QCOMPARE(bytesOf(master), before);
         else // the new mode alone: the theme goes
             QCOMPARE(PropertyList::readDictionary(master),
-                     (QVariantMap{{QStringLiteral("mode"), QString::number(result.mode)}}));
+                     (QVariantMap{{u"mode"_s, QString::number(result.mode)}}));
         QCOMPARE(result.refused() ? result.refusal : QString::number(result.mode), outcome);
     }
 };

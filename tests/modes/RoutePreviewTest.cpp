@@ -3,8 +3,6 @@
 #include "routing/RoutePreview.h"
 #include "settings/RouteRecord.h"
 
-#include <QTest>
-
 #include <cmath>
 #include <limits>
 

@@ -6,8 +6,6 @@
 #include "settings/FavoriteEntry.h"
 #include "settings/PropertyList.h"
 
-#include <QTest>
-
 namespace {
 const Coordinate Pin{30.5, 60.25}, Found{48.8606, 2.3376};
 
@@ -43,37 +41,36 @@ private slots:
         QFETCH(Coordinate, candidate);
         TestServices world;
         const QString path = world.files().locationFile();
-        QVERIFY(PropertyList::write(
-            path, QVariantMap{{QStringLiteral("enable"), file[0]},
-                              {QStringLiteral("latitude"), QStringLiteral("1.5")},
-                              {QStringLiteral("longitude"), QStringLiteral("2.5")},
-                              {QStringLiteral("odd"), 7}}));
+        QVERIFY(PropertyList::write(path, QVariantMap{{u"enable"_s, file[0]},
+                                                      {u"latitude"_s, u"1.5"_s},
+                                                      {u"longitude"_s, u"2.5"_s},
+                                                      {u"odd"_s, 7}}));
         const QByteArray before = bytesOf(path);
         SpotController spot(world.preferences());
         QCOMPARE(spot.takeStoredPlace(), (Coordinate{1.5, 2.5}));
         spot.setCandidate(Pin);
         const QString operation = QString::fromLatin1(QTest::currentDataTag());
-        if (operation.startsWith(QLatin1String("switch")))
-            spot.switchTo(operation.endsWith(QLatin1String("on")));
-        else if (operation == QLatin1String("flag"))
+        if (operation.startsWith(u"switch"_s))
+            spot.switchTo(operation.endsWith(u"on"_s));
+        else if (operation == u"flag"_s)
             spot.setFlag(true);
-        else if (operation == QLatin1String("map settled"))
+        else if (operation == u"map settled"_s)
             spot.mapSettled(Found);
-        else if (operation == QLatin1String("favourite"))
-            spot.chooseFavorite(FavoriteEntry::make(QStringLiteral("Tower"), -22.25, 43.5));
+        else if (operation == u"favourite"_s)
+            spot.chooseFavorite(FavoriteEntry::make(u"Tower"_s, -22.25, 43.5));
         else
             spot.searchStarted();
-        if (operation.startsWith(QLatin1String("found")))
-            spot.searchFound(Found, operation.endsWith(QLatin1String("on")));
+        if (operation.startsWith(u"found"_s))
+            spot.searchFound(Found, operation.endsWith(u"on"_s));
         QCOMPARE(spot.candidate(), candidate);
         if (file[1] == u'-') {
             QCOMPARE(bytesOf(path), before);
             return;
         }
         const QVariantMap record = PropertyList::readDictionary(path);
-        QCOMPARE(record.value(QStringLiteral("enable")).toString(), file[1]);
-        QCOMPARE(record.value(QStringLiteral("latitude")).toString(), file[2]);
-        QCOMPARE(record.value(QStringLiteral("odd")), QVariant(7));
+        QCOMPARE(record.value(u"enable"_s).toString(), file[1]);
+        QCOMPARE(record.value(u"latitude"_s).toString(), file[2]);
+        QCOMPARE(record.value(u"odd"_s), QVariant(7));
         QCOMPARE(spot.isOn(), file[1] == u'1');
     }
 };

@@ -7,14 +7,11 @@
 #include "settings/PropertyList.h"
 
 #include <QSignalSpy>
-#include <QTest>
-
-#include <memory>
 
 namespace {
 const Coordinate Central{22.2846809, 114.1588}, Tst{22.2988, 114.1722};
 const double Now = 1700000000; // the test clock's start
-const QString Busy = QStringLiteral("Trekmime is working,please turn off the Trekmime first!");
+const QString Busy = u"Trekmime is working,please turn off the Trekmime first!"_s;
 
 struct Choice
 {
@@ -25,7 +22,7 @@ struct Choice
 
 QVariantMap point(const Coordinate &c)
 {
-    return {{QStringLiteral("lat"), c.latitude}, {QStringLiteral("lng"), c.longitude}};
+    return {{u"lat"_s, c.latitude}, {u"lng"_s, c.longitude}};
 }
 
 } // namespace
@@ -50,8 +47,8 @@ private:
     }
     void choose(const Coordinate &start, const Coordinate &end, double startTime, double endTime)
     {
-        m_trip->chooseStart(start, QStringLiteral("Central"));
-        m_trip->chooseEnd(end, QStringLiteral("Tsim Sha Tsui"));
+        m_trip->chooseStart(start, u"Central"_s);
+        m_trip->chooseEnd(end, u"Tsim Sha Tsui"_s);
         QTRY_VERIFY(!m_trip->isPlanning());
         m_trip->setStartTime(startTime);
         m_trip->setEndTime(endTime);
@@ -92,10 +89,10 @@ private slots:
     {
         QFETCH(Choice, choice);
         QFETCH(QString, refusal);
-        writeRoute({{QStringLiteral("enable"), QStringLiteral("0")}, {QStringLiteral("odd"), 7}});
+        writeRoute({{u"enable"_s, u"0"_s}, {u"odd"_s, 7}});
         const QByteArray before = bytesOf(m_world->files().routeFile());
         if (!choice.routeFound)
-            m_directions->setAnswer(DirectionsAnswer::failure(QStringLiteral("no road")));
+            m_directions->setAnswer(DirectionsAnswer::failure(u"no road"_s));
         choose(choice.start, choice.end, choice.startTime, choice.endTime);
         const TripController::SwitchResult result = m_trip->switchOn();
         QCOMPARE(result.refusal, refusal);
@@ -118,22 +115,22 @@ private slots:
 
     void switchOnThenOff()
     {
-        writeRoute({{QStringLiteral("extra"), QStringLiteral("kept")}});
+        writeRoute({{u"extra"_s, u"kept"_s}});
         choose(Central, Tst, Now - 60.5, Now + 120);
         // the switch plans again; that answer comes after the write
         const Coordinate b{22.29, 114.16}, c{22.295, 114.17};
         m_directions->setAnswer(
             DirectionsAnswer::found({DirectionsRoute{{Central, b, c, Tst}, 0, 0}}));
         QVERIFY(m_trip->switchOn().written);
-        QVariantMap on{{QStringLiteral("enable"), QStringLiteral("1")},
-                       {QStringLiteral("start"), QStringLiteral("1700000000.000000")},
-                       {QStringLiteral("end"), QStringLiteral("1700000120.000000")},
-                       {QStringLiteral("s"), QStringLiteral("Central")},
-                       {QStringLiteral("e"), QStringLiteral("Tsim Sha Tsui")},
-                       {QStringLiteral("extra"), QStringLiteral("kept")},
-                       {QStringLiteral("points"), stored().value(QStringLiteral("points"))}};
+        QVariantMap on{{u"enable"_s, u"1"_s},
+                       {u"start"_s, u"1700000000.000000"_s},
+                       {u"end"_s, u"1700000120.000000"_s},
+                       {u"s"_s, u"Central"_s},
+                       {u"e"_s, u"Tsim Sha Tsui"_s},
+                       {u"extra"_s, u"kept"_s},
+                       {u"points"_s, stored().value(u"points"_s)}};
         QCOMPARE(stored(), on);
-        QCOMPARE(on.value(QStringLiteral("points")).toList().size(), 3);
+        QCOMPARE(on.value(u"points"_s).toList().size(), 3);
         QCOMPARE(m_trip->choiceRefusal(), Busy);
 
         QTRY_COMPARE(m_trip->record().pointCount(), 4); // memory follows the new route
@@ -146,9 +143,8 @@ private slots:
 
         QVERIFY(m_trip->switchOff());
         QVERIFY(!m_trip->previewTimer());
-        on.insert(QStringLiteral("enable"), QStringLiteral("0"));
-        on.insert(QStringLiteral("points"),
-                  QVariantList{point(Central), point(b), point(c), point(Tst)});
+        on.insert(u"enable"_s, u"0"_s);
+        on.insert(u"points"_s, QVariantList{point(Central), point(b), point(c), point(Tst)});
         QCOMPARE(stored(), on);
         QCOMPARE(m_trip->choiceRefusal(), QString());
     }
@@ -156,13 +152,12 @@ private slots:
     // A restored trip plans again, but switching off writes the stored points.
     void restoredTripReplannedAndSwitchedOff()
     {
-        QVariantMap record{{QStringLiteral("enable"), QStringLiteral("1")},
-                           {QStringLiteral("start"), QStringLiteral("1699999000.500000")},
-                           {QStringLiteral("end"), QStringLiteral("1700001000.000000")},
-                           {QStringLiteral("e"), QStringLiteral("TST")},
-                           {QStringLiteral("points"),
-                            QVariantList{point({22.28, 114.15}), QStringLiteral("odd entry"),
-                                         point({22.3, 114.17})}}};
+        QVariantMap record{{u"enable"_s, u"1"_s},
+                           {u"start"_s, u"1699999000.500000"_s},
+                           {u"end"_s, u"1700001000.000000"_s},
+                           {u"e"_s, u"TST"_s},
+                           {u"points"_s, QVariantList{point({22.28, 114.15}), u"odd entry"_s,
+                                                      point({22.3, 114.17})}}};
         writeRoute(record);
         QVERIFY(m_trip->isOn());
         QCOMPARE(m_trip->start(), (Coordinate{22.28, 114.15}));
@@ -173,11 +168,11 @@ private slots:
         QCOMPARE(m_directions->requests().size(), 1);
         QVERIFY(m_trip->points().at(1).latitude() != 0.0); // the new route's corner
         QVERIFY(m_trip->switchOff());
-        record.insert(QStringLiteral("enable"), QStringLiteral("0"));
+        record.insert(u"enable"_s, u"0"_s);
         QCOMPARE(stored(), record);
         QVERIFY(m_trip->switchOn(false).written); // an unknown address is no key, not ""
         QVERIFY(!bytesOf(m_world->files().routeFile()).contains("<key>s</key>"));
-        QCOMPARE(stored().value(QStringLiteral("e")).toString(), QStringLiteral("TST"));
+        QCOMPARE(stored().value(u"e"_s).toString(), u"TST"_s);
     }
 
     // A request a newer one replaced is no failure and ends nothing.
@@ -187,7 +182,7 @@ private slots:
         m_trip->planBetween(Central, Tst);
         m_trip->planBetween(Central, Tst);
         QSignalSpy finished(m_trip.get(), &TripController::planningFinished);
-        QVERIFY(m_directions->release(0, DirectionsAnswer::replacedRequest(QStringLiteral("x"))));
+        QVERIFY(m_directions->release(0, DirectionsAnswer::replacedRequest(u"x"_s)));
         QVERIFY(m_trip->isPlanning() && finished.isEmpty() && !m_trip->isRouteError());
     }
 
@@ -196,24 +191,23 @@ private slots:
     void failedPlanAfterAGoodOne()
     {
         m_directions->setHeld(true);
-        m_trip->chooseStart(Central, QStringLiteral("Central"));
-        m_trip->chooseEnd(Tst, QStringLiteral("TST"));
+        m_trip->chooseStart(Central, u"Central"_s);
+        m_trip->chooseEnd(Tst, u"TST"_s);
         m_trip->plan();
         QCOMPARE(m_directions->pending().size(), 2);
         QVERIFY(m_directions->release(
             1, DirectionsAnswer::found({DirectionsRoute{{{1, 1}, {2, 2}}, 0, 0}})));
         QVERIFY(m_trip->isPlanning());
-        QVERIFY(m_directions->release(0, DirectionsAnswer::failure(QStringLiteral("x"))));
+        QVERIFY(m_directions->release(0, DirectionsAnswer::failure(u"x"_s)));
         QVERIFY(!m_trip->isPlanning());
         QVERIFY(m_trip->isRouteError());
         QCOMPARE(m_trip->points().size(), 2);
         m_trip->setStartTime(Now + 60);
         m_trip->setEndTime(Now + 120);
-        QCOMPARE(m_trip->check(),
-                 QStringLiteral("Path planning failure, rechoose Start/End please"));
+        QCOMPARE(m_trip->check(), u"Path planning failure, rechoose Start/End please"_s);
         m_trip->plan(); // a controller gone before the answer hears nothing
         m_trip.reset();
-        QVERIFY(!m_directions->release(0, DirectionsAnswer::failure(QStringLiteral("x"))));
+        QVERIFY(!m_directions->release(0, DirectionsAnswer::failure(u"x"_s)));
     }
 };
 

@@ -1,15 +1,12 @@
+#include "FileBytes.h"
 #include "TestMain.h"
 
 #include "platform/Configuration.h"
 
 #include <QCommandLineParser>
 #include <QDir>
-#include <QFile>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 
 // Where each setting comes from: command line, then environment, then the
 // config file, then the default; and what stops the start.
@@ -28,12 +25,8 @@ class ConfigurationTest : public QObject
     {
         QStringList words{u"trekmime"_s};
         QProcessEnvironment environment;
-        QFile config(configPath());
-        if (!file.isNull() && config.open(QIODevice::WriteOnly)) {
-            config.write(file);
-            config.close();
+        if (!file.isNull() && writeBytes(configPath(), file))
             environment.insert(u"TREKMIME_CONFIG"_s, configPath());
-        }
         for (const QString &item : given) {
             const bool option = item.startsWith(u"--");
             const QString value =

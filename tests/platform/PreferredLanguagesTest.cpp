@@ -2,8 +2,6 @@
 
 #include "platform/PreferredLanguages.h"
 
-#include <QTest>
-
 // The system's locale names become the language tags the screens compare.
 class PreferredLanguagesTest : public QObject
 {
@@ -16,58 +14,19 @@ private slots:
         QTest::addColumn<QString>("lcAll");
         QTest::addColumn<QString>("lang");
         QTest::addColumn<QString>("tags");
-        QTest::newRow("simplified") << ""
-                                    << ""
-                                    << "zh_CN.UTF-8"
-                                    << "zh-Hans";
-        QTest::newRow("singapore") << ""
-                                   << ""
-                                   << "zh_SG.GB2312"
-                                   << "zh-Hans";
-        QTest::newRow("traditional") << ""
-                                     << ""
-                                     << "zh_TW.UTF-8"
-                                     << "zh-Hant";
-        QTest::newRow("hong kong") << ""
-                                   << ""
-                                   << "zh_HK"
-                                   << "zh-Hant";
-        QTest::newRow("region kept") << ""
-                                     << ""
-                                     << "en_GB.UTF-8@euro"
-                                     << "en-GB";
-        QTest::newRow("no region") << ""
-                                   << ""
-                                   << "de"
-                                   << "de";
-        QTest::newRow("list first") << "zh_CN:fr_FR:zh_CN"
-                                    << ""
-                                    << "de_DE.UTF-8"
-                                    << "zh-Hans fr-FR de-DE";
-        QTest::newRow("list in C") << "zh_CN"
-                                   << "C.UTF-8"
-                                   << ""
-                                   << "zh-Hans";
-        QTest::newRow("LC_ALL wins") << ""
-                                     << "pt_BR.UTF-8"
-                                     << "de_DE"
-                                     << "pt-BR";
-        QTest::newRow("C") << ""
-                           << "C"
-                           << "zh_CN"
-                           << "";
-        QTest::newRow("POSIX") << ""
-                               << ""
-                               << "POSIX"
-                               << "";
-        QTest::newRow("nothing") << ""
-                                 << ""
-                                 << ""
-                                 << "";
-        QTest::newRow("nonsense") << "::x y:"
-                                  << ""
-                                  << "/etc/passwd"
-                                  << "";
+        addRow("simplified", "", "", "zh_CN.UTF-8", "zh-Hans");
+        addRow("singapore", "", "", "zh_SG.GB2312", "zh-Hans");
+        addRow("traditional", "", "", "zh_TW.UTF-8", "zh-Hant");
+        addRow("hong kong", "", "", "zh_HK", "zh-Hant");
+        addRow("region kept", "", "", "en_GB.UTF-8@euro", "en-GB");
+        addRow("no region", "", "", "de", "de");
+        addRow("list first", "zh_CN:fr_FR:zh_CN", "", "de_DE.UTF-8", "zh-Hans fr-FR de-DE");
+        addRow("list in C", "zh_CN", "C.UTF-8", "", "zh-Hans");
+        addRow("LC_ALL wins", "", "pt_BR.UTF-8", "de_DE", "pt-BR");
+        addRow("C", "", "C", "zh_CN", "");
+        addRow("POSIX", "", "", "POSIX", "");
+        addRow("nothing", "", "", "", "");
+        addRow("nonsense", "::x y:", "", "/etc/passwd", "");
     }
     void systemLanguages()
     {

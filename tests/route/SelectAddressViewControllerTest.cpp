@@ -46,18 +46,18 @@ private slots:
     void loadingThenSettled()
     {
         SelectAddressViewController &picker = open();
-        auto *spinner = picker.findChild<ActivityIndicatorView *>(QStringLiteral("spinner"));
-        m_world->settlePicker(picker, QStringLiteral("Queen's Road Central"));
+        auto *spinner = picker.findChild<ActivityIndicatorView *>(u"spinner"_s);
+        m_world->settlePicker(picker, u"Queen's Road Central"_s);
         QVERIFY(spinner->isVisible());
         picker.okButtonClicked(); // refused until the lookup answers
-        QVERIFY(m_world->hintShown(&picker, QStringLiteral("Address is loading, please wait")));
+        QVERIFY(m_world->hintShown(&picker, u"Address is loading, please wait"_s));
         QCOMPARE(m_calls, 0);
         QTRY_VERIFY(!spinner->isVisible());
         picker.okButtonClicked();
         picker.cancelButtonClicked(); // at most one answer
         QCOMPARE(m_calls, 1);
         QCOMPARE(m_latitude, picker.mapView()->centerCoordinate().latitude);
-        QCOMPARE(m_address, QStringLiteral("Queen's Road Central"));
+        QCOMPARE(m_address, u"Queen's Road Central"_s);
     }
 
     void answers_data()
@@ -65,11 +65,9 @@ private slots:
         QTest::addColumn<QString>("found"); // before the answer
         QTest::addColumn<int>("answer");    // 0 empty text, 1 reverse failure, 2 forward failure
         QTest::addColumn<QString>("handed");
-        QTest::newRow("empty text") << QString() << 0 << QStringLiteral("Unknow");
-        QTest::newRow("reverse failure forgets")
-            << QStringLiteral("Pier 7") << 1 << QStringLiteral("Unknow");
-        QTest::newRow("forward failure keeps")
-            << QStringLiteral("Pier 7") << 2 << QStringLiteral("Pier 7");
+        QTest::newRow("empty text") << QString() << 0 << u"Unknow"_s;
+        QTest::newRow("reverse failure forgets") << u"Pier 7"_s << 1 << u"Unknow"_s;
+        QTest::newRow("forward failure keeps") << u"Pier 7"_s << 2 << u"Pier 7"_s;
     }
     void answers()
     {
@@ -82,11 +80,10 @@ private slots:
         if (answer == 0)
             picker.reverseGeocoderSuccess(QString());
         else if (answer == 1)
-            picker.reverseGeocoderFailed(QStringLiteral("offline"));
+            picker.reverseGeocoderFailed(u"offline"_s);
         else
-            picker.geocoderFailed(QStringLiteral("offline"));
-        QCOMPARE(picker.findChild<QLabel *>(QStringLiteral("addressLabel"))->text(),
-                 QStringLiteral("Unknow"));
+            picker.geocoderFailed(u"offline"_s);
+        QCOMPARE(picker.findChild<QLabel *>(u"addressLabel"_s)->text(), u"Unknow"_s);
         picker.okButtonClicked();
         QCOMPARE(m_address, handed);
     }
@@ -94,7 +91,7 @@ private slots:
     void cancelHandsBackZeros()
     {
         SelectAddressViewController &picker = open();
-        picker.reverseGeocoderSuccess(QStringLiteral("Pier 7"));
+        picker.reverseGeocoderSuccess(u"Pier 7"_s);
         QTest::keyClick(&picker, Qt::Key_Escape);
         QVERIFY(m_calls == 1 && m_latitude == 0.0 && m_address.isNull());
     }
@@ -102,29 +99,28 @@ private slots:
     void search()
     {
         SelectAddressViewController &picker = open();
-        auto *field = picker.findChild<QLineEdit *>(QStringLiteral("searchField"));
-        field->setText(QStringLiteral(" \n\t "));
+        auto *field = picker.findChild<QLineEdit *>(u"searchField"_s);
+        field->setText(u" \n\t "_s);
         picker.searchButtonClicked();
         QVERIFY(m_world->geocoder.forwardRequests().isEmpty());
 
-        m_world->geocoder.setCoordinate(QStringLiteral("Pier 7"), {22.287, 114.161});
-        field->setText(QStringLiteral("  Pier 7\n"));
+        m_world->geocoder.setCoordinate(u"Pier 7"_s, {22.287, 114.161});
+        field->setText(u"  Pier 7\n"_s);
         QTest::keyClick(field, Qt::Key_Return);
-        QCOMPARE(m_world->geocoder.forwardRequests(), QStringList{QStringLiteral("Pier 7")});
+        QCOMPARE(m_world->geocoder.forwardRequests(), QStringList{u"Pier 7"_s});
         QTRY_COMPARE(picker.latitude(), 22.287);
         QTRY_VERIFY(!m_world->geocoder.reverseRequests().isEmpty());
 
-        field->setText(QStringLiteral("Atlantis"));
+        field->setText(u"Atlantis"_s);
         picker.searchButtonClicked();
-        QTRY_COMPARE(m_world->alerts.messages(), QStringList{QStringLiteral("Search Failed")});
+        QTRY_COMPARE(m_world->alerts.messages(), QStringList{u"Search Failed"_s});
     }
 
     void closedWhileLookingUp()
     {
-        m_world->settlePicker(open(), QStringLiteral("Queen's Road Central"));
-        m_world->geocoder.setCoordinate(QStringLiteral("Pier 7"), {22.287, 114.161});
-        m_picker->findChild<QLineEdit *>(QStringLiteral("searchField"))
-            ->setText(QStringLiteral("Pier 7"));
+        m_world->settlePicker(open(), u"Queen's Road Central"_s);
+        m_world->geocoder.setCoordinate(u"Pier 7"_s, {22.287, 114.161});
+        m_picker->findChild<QLineEdit *>(u"searchField"_s)->setText(u"Pier 7"_s);
         m_picker->searchButtonClicked();
         delete m_picker.data();
         QTest::qWait(20);

@@ -18,7 +18,7 @@
 namespace {
 const Coordinate Central{22.2846809, 114.1588};
 const Coordinate Tst{22.2988, 114.1722};
-const QString Busy = QStringLiteral("Trekmime is working,please turn off the Trekmime first!");
+const QString Busy = u"Trekmime is working,please turn off the Trekmime first!"_s;
 } // namespace
 
 // What the route screen adds to its trip, whose rules are tested in tests/modes.
@@ -65,8 +65,8 @@ private slots:
     {
         TrekmimeViewController &screen = open();
         m_world->directions.setHeld(true);
-        screen.startChosen(Central.latitude, Central.longitude, QStringLiteral("Central"));
-        screen.endChosen(Tst.latitude, Tst.longitude, QStringLiteral("Tsim Sha Tsui"));
+        screen.startChosen(Central.latitude, Central.longitude, u"Central"_s);
+        screen.endChosen(Tst.latitude, Tst.longitude, u"Tsim Sha Tsui"_s);
         QVERIFY(screen.HUD()->isVisible() && !screen.HUD()->isFinished());
         QVERIFY(m_world->directions.release(0, FakeDirectionsService::defaultAnswer(Central, Tst)));
         QTRY_VERIFY(screen.HUD()->isFinished());
@@ -77,7 +77,7 @@ private slots:
         // only one marker of each tag goes
         map->addAnnotation(std::make_shared<MapPointAnnotation>(Coordinate{1, 1}, 111111));
         screen.trip().plan();
-        QVERIFY(m_world->directions.release(0, DirectionsAnswer::failure(QStringLiteral("x"))));
+        QVERIFY(m_world->directions.release(0, DirectionsAnswer::failure(u"x"_s)));
         QCOMPARE(map->annotations().size(), 1);
         QVERIFY(map->overlays().isEmpty());
     }
@@ -87,16 +87,16 @@ private slots:
         TrekmimeViewController &screen = open();
         auto *enable = child<FlatSwitch>("enableSwitch");
         enable->toggle();
-        QCOMPARE(m_world->alerts.alerts().last().message, QStringLiteral("Please choose Start"));
+        QCOMPARE(m_world->alerts.alerts().last().message, u"Please choose Start"_s);
         QVERIFY(!enable->isOn());
 
-        screen.startChosen(Central.latitude, Central.longitude, QStringLiteral("Central"));
-        screen.endChosen(Tst.latitude, Tst.longitude, QStringLiteral("Tsim Sha Tsui"));
+        screen.startChosen(Central.latitude, Central.longitude, u"Central"_s);
+        screen.endChosen(Tst.latitude, Tst.longitude, u"Tsim Sha Tsui"_s);
         QTRY_COMPARE(screen.points().size(), 3);
         pickTime(&TrekmimeViewController::chooseStartTime, 1);
         pickTime(&TrekmimeViewController::chooseEndTime, 3);
         QTest::keyClick(enable, Qt::Key_Space);
-        QCOMPARE(text("lb_tip"), QStringLiteral("Trekmime is working"));
+        QCOMPARE(text("lb_tip"), u"Trekmime is working"_s);
         m_world->clock.advance(180000);
         QTRY_VERIFY(std::abs(screen.mapView()->centerCoordinate().latitude - Tst.latitude) < 1e-6);
 
@@ -121,15 +121,15 @@ private slots:
 
     void restoresARunningTrip()
     {
-        const QVariantMap point{{QStringLiteral("lat"), 22.28}, {QStringLiteral("lng"), 114.15}};
+        const QVariantMap point{{u"lat"_s, 22.28}, {u"lng"_s, 114.15}};
         PropertyList::write(m_world->files().routeFile(),
-                            QVariantMap{{QStringLiteral("enable"), QStringLiteral("1")},
-                                        {QStringLiteral("start"), QStringLiteral("1699999000.5")},
-                                        {QStringLiteral("end"), QStringLiteral("1700001000")},
-                                        {QStringLiteral("points"), QVariantList{point, point}}});
+                            QVariantMap{{u"enable"_s, u"1"_s},
+                                        {u"start"_s, u"1699999000.5"_s},
+                                        {u"end"_s, u"1700001000"_s},
+                                        {u"points"_s, QVariantList{point, point}}});
         TrekmimeViewController &screen = open();
         QVERIFY(child<FlatSwitch>("enableSwitch")->isOn() && screen.timer());
-        QCOMPARE(text("lb_startTime"), QStringLiteral("11-14 21:56")); // UTC in the tests
+        QCOMPARE(text("lb_startTime"), u"11-14 21:56"_s); // UTC in the tests
     }
 
     void datePickerByKeyboard()
@@ -151,7 +151,7 @@ private slots:
         QTest::keyClick(picker, Qt::Key_Down); // an hour later
         QTest::keyClick(picker, Qt::Key_Return);
         QVERIFY(!child<QWidget>("v_picker")->isVisible());
-        QCOMPARE(text("lb_endTime"), QStringLiteral("11-15 23:13"));
+        QCOMPARE(text("lb_endTime"), u"11-15 23:13"_s);
 
         // confirming without moving stores the moment of opening, seconds and all
         m_world->clock.advance(7500);
@@ -168,18 +168,17 @@ private slots:
             QTest::mouseClick(child<QPushButton>(end ? "row_end" : "row_start"), Qt::LeftButton);
             QPointer<SelectAddressViewController> picker = screen.addressPicker();
             picker->mapView()->setCenterCoordinate({end ? 22.3 : 22.28, 114.15});
-            m_world->settlePicker(*picker,
-                                  end ? QStringLiteral("Star Ferry") : QStringLiteral("Pier 7"));
+            m_world->settlePicker(*picker, end ? u"Star Ferry"_s : u"Pier 7"_s);
             QTRY_VERIFY(!picker->isLoading());
             picker->okButtonClicked();
         }
-        QCOMPARE(text("lb_start"), QStringLiteral("Pier 7"));
-        QCOMPARE(text("lb_end"), QStringLiteral("Star Ferry"));
+        QCOMPARE(text("lb_start"), u"Pier 7"_s);
+        QCOMPARE(text("lb_end"), u"Star Ferry"_s);
         QAccessibleInterface *row =
             QAccessible::queryAccessibleInterface(child<QPushButton>("row_start"));
         // the value is read first, then what it is; the labels inside are not read again
-        QCOMPARE(row->text(QAccessible::Name), QStringLiteral("Pier 7"));
-        QCOMPARE(row->text(QAccessible::Description), QStringLiteral("Start"));
+        QCOMPARE(row->text(QAccessible::Name), u"Pier 7"_s);
+        QCOMPARE(row->text(QAccessible::Description), u"Start"_s);
         QCOMPARE(row->childCount(), 0);
         QVERIFY(std::abs(screen.trip().start().latitude - 22.28) < 1e-6 &&
                 std::abs(screen.trip().end().latitude - 22.3) < 1e-6);
@@ -194,12 +193,9 @@ private slots:
         picker.setMaximumDate(DateTimePicker::distantFuture());
         picker.setDate(start);
         const int mid = picker.height() / 2;
-        const auto at = [&](DateTimePicker::Column column) {
-            return int(picker.width() * (column == DateTimePicker::Day    ? 0.25
-                                         : column == DateTimePicker::Hour ? 0.625
-                                                                          : 0.875));
-        };
-        const int minute = at(DateTimePicker::Minute);
+        // the middles of the day, hour and minute columns
+        const int day = picker.width() / 4, hour = picker.width() * 5 / 8,
+                  minute = picker.width() * 7 / 8;
         // dragging the minutes up two rows: two minutes later
         QTest::mousePress(&picker, Qt::LeftButton, {}, QPoint(minute, mid));
         QMouseEvent move(QEvent::MouseMove, QPointF(minute, mid - 80),
@@ -209,10 +205,9 @@ private slots:
         QVERIFY(!picker.grab().isNull()); // drawn mid-drag
         QTest::mouseRelease(&picker, Qt::LeftButton, {}, QPoint(minute, mid - 80));
         // a tap one row below the band: an hour later
-        QTest::mouseClick(&picker, Qt::LeftButton, {}, QPoint(at(DateTimePicker::Hour), mid + 40));
+        QTest::mouseClick(&picker, Qt::LeftButton, {}, QPoint(hour, mid + 40));
         // the wheel turns the day under it; Page Down then turns that column a week
-        QWheelEvent wheel(QPointF(at(DateTimePicker::Day), mid),
-                          picker.mapToGlobal(QPointF(at(DateTimePicker::Day), mid)), {},
+        QWheelEvent wheel(QPointF(day, mid), picker.mapToGlobal(QPointF(day, mid)), {},
                           QPoint(0, -120), Qt::NoButton, {}, Qt::NoScrollPhase, false);
         QApplication::sendEvent(&picker, &wheel);
         QTest::keyClick(&picker, Qt::Key_PageDown);

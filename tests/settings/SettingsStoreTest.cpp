@@ -16,15 +16,13 @@ using SettingsFiles::bytesOf;
 namespace {
 QVariantMap routeRecord()
 {
-    return {
-        {QStringLiteral("enable"), QStringLiteral("1")},
-        {QStringLiteral("start"), QStringLiteral("1700000000.000000")},
-        {QStringLiteral("end"), QStringLiteral("1700003600.000000")},
-        {QStringLiteral("s"), QStringLiteral("Central")},
-        {QStringLiteral("e"), QStringLiteral("Kowloon")},
-        {QStringLiteral("points"),
-         QVariantList{QVariantMap{{QStringLiteral("lat"), 22.5}, {QStringLiteral("lng"), 114.25}},
-                      QVariantMap{{QStringLiteral("lat"), -0.5}, {QStringLiteral("lng"), 114.0}}}}};
+    return {{u"enable"_s, u"1"_s},
+            {u"start"_s, u"1700000000.000000"_s},
+            {u"end"_s, u"1700003600.000000"_s},
+            {u"s"_s, u"Central"_s},
+            {u"e"_s, u"Kowloon"_s},
+            {u"points"_s, QVariantList{QVariantMap{{u"lat"_s, 22.5}, {u"lng"_s, 114.25}},
+                                       QVariantMap{{u"lat"_s, -0.5}, {u"lng"_s, 114.0}}}}};
 }
 } // namespace
 
@@ -55,16 +53,15 @@ private slots:
         COMPARE_GOLDEN("route.plist", files().routeFile());
 
         m_store->addFavorite(
-            FavoriteEntry::make(QStringLiteral(" Tour Eiffel & Champ-de-Mars\n"), 48.8584, 2.2945));
-        m_store->addFavorite(FavoriteEntry::make(QStringLiteral(" \t\n "), -33.8568, 151.2153));
-        m_store->addFavorite(
-            FavoriteEntry::make(QStringLiteral("香港 <中环>"), 22.2846809, 114.1588));
+            FavoriteEntry::make(u" Tour Eiffel & Champ-de-Mars\n"_s, 48.8584, 2.2945));
+        m_store->addFavorite(FavoriteEntry::make(u" \t\n "_s, -33.8568, 151.2153));
+        m_store->addFavorite(FavoriteEntry::make(u"香港 <中环>"_s, 22.2846809, 114.1588));
         COMPARE_GOLDEN("favorites.plist", files().favoritesFile());
 
         WhitelistRecord whitelist;
-        m_store->toggleWhitelist(whitelist, QStringLiteral("org.example.weather"));
-        m_store->toggleWhitelist(whitelist, QStringLiteral("com.example.maps"));
-        m_store->toggleWhitelist(whitelist, QStringLiteral("org.example.weather"));
+        m_store->toggleWhitelist(whitelist, u"org.example.weather"_s);
+        m_store->toggleWhitelist(whitelist, u"com.example.maps"_s);
+        m_store->toggleWhitelist(whitelist, u"org.example.weather"_s);
         COMPARE_GOLDEN("whitelist.plist", files().whitelistFile());
 
         m_store->writeMode(MasterRecord::LocationMode);
@@ -73,12 +70,12 @@ private slots:
         // the names the hooking component looks for
         PropertyList::write(files().hideListFile(), QVariantMap());
         QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files),
-                 (QStringList{QStringLiteral("com.velmora.hushdeck.hidelist.plist"),
-                              QStringLiteral("com.velmora.trekmimex.favorites.plist"),
-                              QStringLiteral("com.velmora.trekmimex.location.plist"),
-                              QStringLiteral("com.velmora.trekmimex.master.plist"),
-                              QStringLiteral("com.velmora.trekmimex.route.plist"),
-                              QStringLiteral("com.velmora.trekmimex.whitelist.plist")}));
+                 (QStringList{u"com.velmora.hushdeck.hidelist.plist"_s,
+                              u"com.velmora.trekmimex.favorites.plist"_s,
+                              u"com.velmora.trekmimex.location.plist"_s,
+                              u"com.velmora.trekmimex.master.plist"_s,
+                              u"com.velmora.trekmimex.route.plist"_s,
+                              u"com.velmora.trekmimex.whitelist.plist"_s}));
     }
 
     void nothingStoredReadsAsOff()
@@ -96,18 +93,17 @@ private slots:
 
     void locationWritesKeepCoordinatesAndOtherKeys()
     {
-        PropertyList::write(files().locationFile(),
-                            QVariantMap{{QStringLiteral("hookVersion"), qint64(3)}});
+        PropertyList::write(files().locationFile(), QVariantMap{{u"hookVersion"_s, qint64(3)}});
         m_store->setLocationEnable(true, 22.2846809, 114.1588);
         QCOMPARE(m_store->locationLatitude(), 22.284681);
         // panned coordinates never reach the file
         m_store->setLocationLatitude(-45.0, 170.0);
         m_store->setLocationEnable(false);
         QCOMPARE(m_store->locationPreference().toPropertyList(),
-                 (QVariantMap{{QStringLiteral("hookVersion"), qint64(3)},
-                              {QStringLiteral("enable"), QStringLiteral("0")},
-                              {QStringLiteral("latitude"), QStringLiteral("22.284681")},
-                              {QStringLiteral("longitude"), QStringLiteral("114.158800")}}));
+                 (QVariantMap{{u"hookVersion"_s, qint64(3)},
+                              {u"enable"_s, u"0"_s},
+                              {u"latitude"_s, u"22.284681"_s},
+                              {u"longitude"_s, u"114.158800"_s}}));
         QVERIFY(!m_store->isLocationEnable());
     }
 
@@ -119,7 +115,7 @@ private slots:
         m_store->setRouteEnable(false);
         QCOMPARE(bytesOf(files().routeFile()), routeBefore);
         QVariantMap expected = routeRecord();
-        expected.insert(QStringLiteral("enable"), QStringLiteral("0"));
+        expected.insert(u"enable"_s, u"0"_s);
         QCOMPARE(m_store->locationPreference().toPropertyList(), expected);
         QVERIFY(m_store->isRouteEnable());
         QVERIFY(!m_store->isLocationEnable());
@@ -141,17 +137,16 @@ private slots:
 
     void filesWithTheWrongRootAreReplaced()
     {
-        PropertyList::write(files().favoritesFile(),
-                            QVariantMap{{QStringLiteral("name"), QStringLiteral("not a list")}});
+        PropertyList::write(files().favoritesFile(), QVariantMap{{u"name"_s, u"not a list"_s}});
         QVERIFY(m_store->favoritePreference().isEmpty());
-        m_store->addFavorite(FavoriteEntry::make(QStringLiteral("Home"), 1.0, 2.0));
+        m_store->addFavorite(FavoriteEntry::make(u"Home"_s, 1.0, 2.0));
         QCOMPARE(FavoriteEntry::listToPropertyList(m_store->favoritePreference()).size(), 1);
 
-        PropertyList::write(files().locationFile(), QVariantList{QStringLiteral("1")});
+        PropertyList::write(files().locationFile(), QVariantList{u"1"_s});
         QVERIFY(!m_store->isLocationEnable());
         m_store->setLocationEnable(true);
         QCOMPARE(m_store->locationPreference().toPropertyList(),
-                 (QVariantMap{{QStringLiteral("enable"), QStringLiteral("1")}}));
+                 (QVariantMap{{u"enable"_s, u"1"_s}}));
     }
 
     void binaryFilesAreStillTheUsersData()
@@ -169,16 +164,14 @@ private slots:
 
     void whitelistTapsFlipAndKeepKeys()
     {
-        PropertyList::write(files().whitelistFile(),
-                            QVariantMap{{QStringLiteral("a.stored.text"), QStringLiteral("1")}});
+        PropertyList::write(files().whitelistFile(), QVariantMap{{u"a.stored.text"_s, u"1"_s}});
         WhitelistRecord record = m_store->whitePreference();
-        QVERIFY(record.isWhitelisted(QStringLiteral("a.stored.text")));
-        QVERIFY(m_store->toggleWhitelist(record, QStringLiteral("a.stored.text")));
-        QVERIFY(m_store->toggleWhitelist(record, QStringLiteral("new.app")));
+        QVERIFY(record.isWhitelisted(u"a.stored.text"_s));
+        QVERIFY(m_store->toggleWhitelist(record, u"a.stored.text"_s));
+        QVERIFY(m_store->toggleWhitelist(record, u"new.app"_s));
         QCOMPARE(m_store->whitePreference().toPropertyList(),
-                 (QVariantMap{{QStringLiteral("a.stored.text"), false},
-                              {QStringLiteral("new.app"), true}}));
-        QVERIFY(!record.isWhitelisted(QStringLiteral("never.tapped")));
+                 (QVariantMap{{u"a.stored.text"_s, false}, {u"new.app"_s, true}}));
+        QVERIFY(!record.isWhitelisted(u"never.tapped"_s));
     }
 
     void removingAFavoriteRewritesTheList()
@@ -197,20 +190,19 @@ private slots:
         QStringList names;
         for (const FavoriteEntry &entry : m_store->favoritePreference())
             names.append(entry.name());
-        QCOMPARE(names, (QStringList{QStringLiteral("b"), QStringLiteral("c")}));
+        QCOMPARE(names, (QStringList{u"b"_s, u"c"_s}));
     }
 
     void entriesNotUnderstoodPassThrough()
     {
         const QString routeFile = files().routeFile();
-        const QVariantList points{QStringLiteral("not a point"),
-                                  QVariantMap{{QStringLiteral("lat"), QStringLiteral("1.5")},
-                                              {QStringLiteral("lng"), qint64(2)},
-                                              {QStringLiteral("alt"), 9.0}},
-                                  QVariantMap{{QStringLiteral("lat"), 3.0}}};
-        PropertyList::write(routeFile, QVariantMap{{QStringLiteral("enable"), true},
-                                                   {QStringLiteral("start"), 12.75},
-                                                   {QStringLiteral("points"), points}});
+        const QVariantList points{
+            u"not a point"_s,
+            QVariantMap{{u"lat"_s, u"1.5"_s}, {u"lng"_s, qint64(2)}, {u"alt"_s, 9.0}},
+            QVariantMap{{u"lat"_s, 3.0}}};
+        PropertyList::write(
+            routeFile,
+            QVariantMap{{u"enable"_s, true}, {u"start"_s, 12.75}, {u"points"_s, points}});
         const QByteArray before = bytesOf(routeFile);
         RouteRecord route = m_store->routePreference();
         QVERIFY(route.isEnabled() && !route.hasEnd());
@@ -225,17 +217,15 @@ private slots:
         QCOMPARE(bytesOf(routeFile), before);
 
         const QString favoritesFile = files().favoritesFile();
-        PropertyList::write(favoritesFile,
-                            QVariantList{QStringLiteral("a text"),
-                                         QVariantMap{{QStringLiteral("name"), qint64(5)}},
-                                         qint64(7)});
+        PropertyList::write(
+            favoritesFile,
+            QVariantList{u"a text"_s, QVariantMap{{u"name"_s, qint64(5)}}, qint64(7)});
         QList<FavoriteEntry> favorites = m_store->favoritePreference();
         QVERIFY(!favorites.at(0).isPlace());
         QVERIFY(favorites.at(1).isPlace());
         QCOMPARE(favorites.at(1).name(), QString()); // only a text is a name
         QVERIFY(m_store->removeFavorite(favorites, 1));
-        QCOMPARE(PropertyList::readArray(favoritesFile),
-                 (QVariantList{QStringLiteral("a text"), qint64(7)}));
+        QCOMPARE(PropertyList::readArray(favoritesFile), (QVariantList{u"a text"_s, qint64(7)}));
     }
 };
 

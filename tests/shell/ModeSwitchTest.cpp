@@ -12,15 +12,11 @@
 #include <QFile>
 #include <QPointer>
 #include <QPushButton>
-#include <QTest>
-
-#include <memory>
 
 namespace {
 QVariantMap routeOn()
 {
-    return {{QStringLiteral("enable"), QStringLiteral("1")},
-            {QStringLiteral("s"), QStringLiteral("Central")}};
+    return {{u"enable"_s, u"1"_s}, {u"s"_s, u"Central"_s}};
 }
 } // namespace
 
@@ -45,7 +41,7 @@ private:
     QWidget *root() const { return m_delegate->window()->rootViewController(); }
     void pressModeButton()
     {
-        auto *button = root()->findChild<QPushButton *>(QStringLiteral("btn_exchange"));
+        auto *button = root()->findChild<QPushButton *>(u"btn_exchange"_s);
         QVERIFY(button);
         QTest::mouseClick(button, Qt::LeftButton);
     }
@@ -59,17 +55,16 @@ private slots:
         QTest::addColumn<QVariant>("mode");
         QTest::addColumn<bool>("routeScreen");
         QTest::newRow("first start, no files") << QVariant() << true;
-        QTest::newRow("mode 1") << QVariant(QStringLiteral("1")) << false;
-        QTest::newRow("mode 2") << QVariant(QStringLiteral("2")) << false;
-        QTest::newRow("mode x") << QVariant(QStringLiteral("x")) << true;
+        QTest::newRow("mode 1") << QVariant(u"1"_s) << false;
+        QTest::newRow("mode 2") << QVariant(u"2"_s) << false;
+        QTest::newRow("mode x") << QVariant(u"x"_s) << true;
     }
     void launchShowsTheStoredModesScreen()
     {
         QFETCH(QVariant, mode);
         QFETCH(bool, routeScreen);
         if (mode.isValid())
-            PropertyList::write(m_world->files().masterFile(),
-                                QVariantMap{{QStringLiteral("mode"), mode}});
+            PropertyList::write(m_world->files().masterFile(), QVariantMap{{u"mode"_s, mode}});
         AppDelegate &delegate = launch();
         QCOMPARE(root(), routeScreen ? static_cast<QWidget *>(delegate.trekmimeController())
                                      : delegate.locationController());
@@ -98,8 +93,7 @@ private slots:
     void switchingKeepsBothScreensAndDropsOtherMasterKeys()
     {
         PropertyList::write(m_world->files().masterFile(),
-                            QVariantMap{{QStringLiteral("mode"), QStringLiteral("0")},
-                                        {QStringLiteral("theme"), QStringLiteral("dark")}});
+                            QVariantMap{{u"mode"_s, u"0"_s}, {u"theme"_s, u"dark"_s}});
         AppDelegate &delegate = launch();
         QPointer<QWidget> route = delegate.trekmimeController();
         QPointer<QWidget> spot = delegate.locationController();
@@ -108,7 +102,7 @@ private slots:
         QVERIFY(m_world->alerts.alerts().isEmpty());
         QCOMPARE(root(), spot.data());
         QCOMPARE(PropertyList::readDictionary(m_world->files().masterFile()),
-                 (QVariantMap{{QStringLiteral("mode"), QStringLiteral("1")}}));
+                 (QVariantMap{{u"mode"_s, u"1"_s}}));
         store().writeRoutePreference(RouteRecord());
         pressModeButton();
         pressModeButton();

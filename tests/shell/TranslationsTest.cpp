@@ -3,7 +3,6 @@
 #include "shell/Translations.h"
 
 #include <QCoreApplication>
-#include <QTest>
 
 // Which texts a person sees for the language asked for or the system's.
 class TranslationsTest : public QObject
@@ -14,7 +13,7 @@ private slots:
     void cleanup()
     {
         qunsetenv("LANGUAGE");
-        installTranslations(QStringLiteral("C"));
+        installTranslations(u"C"_s);
     }
 
     void textsFollowTheLanguage_data()
@@ -24,18 +23,15 @@ private slots:
         QTest::addColumn<QString>("ours");      // an English text of the screens
         QTest::addColumn<QString>("location");  // a Chinese text of the location service
         QTest::addColumn<QString>("qt");        // the text fields' Copy
-        const QString today = QStringLiteral("Today"), ok = QStringLiteral("OK"),
-                      copy = QStringLiteral("&Copy");
-        const QString jintian = QStringLiteral("今天"), queding = QStringLiteral("确定"),
-                      fuzhi = QStringLiteral("复制(&C)");
-        QTest::newRow("asked zh_CN") << "zh_CN" << QByteArray() << jintian << queding << fuzhi;
-        QTest::newRow("system zh_CN") << "" << QByteArray("zh_CN") << jintian << queding << fuzhi;
-        QTest::newRow("system list")
-            << "" << QByteArray("de_DE:zh_CN") << jintian << queding << fuzhi;
-        QTest::newRow("untranslated") << "de_DE" << QByteArray() << today << ok << copy;
-        QTest::newRow("system untranslated") << "" << QByteArray("de_DE") << today << ok << copy;
-        QTest::newRow("system C") << "" << QByteArray() << today << ok << copy;
-        QTest::newRow("as written") << "C" << QByteArray("zh_CN") << today << queding << copy;
+        const QString today = u"Today"_s, ok = u"OK"_s, copy = u"&Copy"_s;
+        const QString jintian = u"今天"_s, queding = u"确定"_s, fuzhi = u"复制(&C)"_s;
+        addRow("asked zh_CN", "zh_CN", QByteArray(), jintian, queding, fuzhi);
+        addRow("system zh_CN", "", QByteArray("zh_CN"), jintian, queding, fuzhi);
+        addRow("system list", "", QByteArray("de_DE:zh_CN"), jintian, queding, fuzhi);
+        addRow("untranslated", "de_DE", QByteArray(), today, ok, copy);
+        addRow("system untranslated", "", QByteArray("de_DE"), today, ok, copy);
+        addRow("system C", "", QByteArray(), today, ok, copy);
+        addRow("as written", "C", QByteArray("zh_CN"), today, queding, copy);
     }
     void textsFollowTheLanguage()
     {

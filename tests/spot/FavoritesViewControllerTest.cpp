@@ -8,15 +8,12 @@ namespace {
 // entries that are not places, keys missing, values that are not numbers
 QVariantList oddFile()
 {
-    return {
-        place(QStringLiteral("Home"), QStringLiteral("22.280000"), QStringLiteral("114.160000")),
-        QStringLiteral("just a string"),
-        QVariantMap{{QStringLiteral("latitude"), QStringLiteral("1.0")}},
-        place(QStringLiteral("Odd"), QStringLiteral("north"), QStringLiteral("east")),
-        QVariantList{1, 2},
-        QVariantMap{{QStringLiteral("name"), 42},
-                    {QStringLiteral("latitude"), 3.5},
-                    {QStringLiteral("longitude"), qint64(7)}}};
+    return {place(u"Home"_s, u"22.280000"_s, u"114.160000"_s),
+            u"just a string"_s,
+            QVariantMap{{u"latitude"_s, u"1.0"_s}},
+            place(u"Odd"_s, u"north"_s, u"east"_s),
+            QVariantList{1, 2},
+            QVariantMap{{u"name"_s, 42}, {u"latitude"_s, 3.5}, {u"longitude"_s, qint64(7)}}};
 }
 
 struct CountingDelegate : FavoritesDelegate
@@ -49,7 +46,7 @@ private:
     }
     static QPushButton *editButton(FavoritesViewController *list)
     {
-        return list->findChild<QPushButton *>(QStringLiteral("editButton"));
+        return list->findChild<QPushButton *>(u"editButton"_s);
     }
 
 private slots:
@@ -61,18 +58,13 @@ private slots:
         QTest::addColumn<QVariant>("file");
         QTest::addColumn<QStringList>("rows");
         QTest::addColumn<bool>("editable");
-        QTest::newRow("no file") << QVariant() << QStringList{} << false;
-        QTest::newRow("a dictionary, not a list")
-            << QVariant(place(QStringLiteral("x"))) << QStringList{} << false;
-        QTest::newRow("file order")
-            << QVariant(QVariantList{place(QStringLiteral("B first")),
-                                     place(QStringLiteral("A second"))})
-            << QStringList{QStringLiteral("B first"), QStringLiteral("A second")} << true;
-        const QString unknown = QStringLiteral("Unknow");
-        QTest::newRow("edited by hand")
-            << QVariant(oddFile()) << QStringList{QStringLiteral("Home"), unknown, unknown,
-                                                  QStringLiteral("Odd"),  unknown, unknown}
-            << true;
+        addRow("no file", QVariant(), QStringList{}, false);
+        addRow("a dictionary, not a list", QVariant(place(u"x"_s)), QStringList{}, false);
+        addRow("file order", QVariant(QVariantList{place(u"B first"_s), place(u"A second"_s)}),
+               QStringList{u"B first"_s, u"A second"_s}, true);
+        const QString unknown = u"Unknow"_s;
+        addRow("edited by hand", QVariant(oddFile()),
+               QStringList{u"Home"_s, unknown, unknown, u"Odd"_s, unknown, unknown}, true);
     }
     void load()
     {
@@ -90,7 +82,7 @@ private slots:
 
     void editButtonAndDeletingTheOnlyEntry()
     {
-        FavoritesViewController *list = open(QVariantList{place(QStringLiteral("Only"))});
+        FavoritesViewController *list = open(QVariantList{place(u"Only"_s)});
         QPushButton *edit = editButton(list);
         QTest::mouseClick(edit, Qt::LeftButton);
         FavoritesTableView *table = list->tableView();
@@ -119,8 +111,7 @@ private slots:
 
     void swipeDeletesInBrowsingMode()
     {
-        FavoritesViewController *list =
-            open(QVariantList{place(QStringLiteral("A")), place(QStringLiteral("B"))});
+        FavoritesViewController *list = open(QVariantList{place(u"A"_s), place(u"B"_s)});
         FavoritesTableView *table = list->tableView();
         const QRect second = table->visualRect(table->model()->index(1, 0));
         QTest::mousePress(table->viewport(), Qt::LeftButton, {}, second.center());
@@ -128,7 +119,7 @@ private slots:
         QTest::mouseRelease(table->viewport(), Qt::LeftButton, {}, second.center() - QPoint(90, 2));
         QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
                           table->deleteButtonRect(1).center());
-        QCOMPARE(SpotWorld::favorites(*m_world), (QVariantList{place(QStringLiteral("A"))}));
+        QCOMPARE(SpotWorld::favorites(*m_world), (QVariantList{place(u"A"_s)}));
     }
 
     void selecting()
@@ -142,10 +133,9 @@ private slots:
         setModalAnimationsEnabled(true); // a second tap while the list fades out does nothing
         SpotWorld::tapRow(list->tableView(), 0);
         SpotWorld::tapRow(list->tableView(), 0);
-        QCOMPARE(SpotWorld::location(*m_world),
-                 (QVariantMap{{QStringLiteral("enable"), QStringLiteral("1")},
-                              {QStringLiteral("latitude"), QStringLiteral("22.280000")},
-                              {QStringLiteral("longitude"), QStringLiteral("114.160000")}}));
+        QCOMPARE(SpotWorld::location(*m_world), (QVariantMap{{u"enable"_s, u"1"_s},
+                                                             {u"latitude"_s, u"22.280000"_s},
+                                                             {u"longitude"_s, u"114.160000"_s}}));
         QCOMPARE(delegate.selected, 1);
         QTRY_VERIFY(!alive);
     }

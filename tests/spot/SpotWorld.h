@@ -1,12 +1,7 @@
 #pragma once
 
-#include "TestServices.h"
+#include "ScreenWorld.h"
 
-#include "app/ApplicationShell.h"
-#include "app/ModalPresentation.h"
-#include "fakes/FakeGeocoder.h"
-#include "fakes/FakePositionSourceFactory.h"
-#include "location/Location.h"
 #include "settings/PropertyList.h"
 #include "shell/ScreenNeeds.h"
 #include "spot/FavoritesTableView.h"
@@ -15,7 +10,6 @@
 
 #include <QFile>
 #include <QPushButton>
-#include <QTest>
 
 #include <memory>
 
@@ -26,43 +20,19 @@ inline QVariantMap place(const QString &name, const QString &lat = {}, const QSt
             {QStringLiteral("longitude"), lng}};
 }
 
-struct RecordingShell : ApplicationShell
-{
-    int toRouter = 0;
-    int infoViews = 0;
-    void changeToRouter() override { ++toRouter; }
-    void changeToLocation() override {}
-    void showInfoView(QWidget *, ModalTransition) override { ++infoViews; }
-};
-
 // A fixed-location screen in a window of its own, over a fake geocoder and
 // device and the location service set up with them.
-struct SpotWorld
+struct SpotWorld : ScreenWorld
 {
-    TestServices world;
-    FakeGeocoder geocoder;
-    FakePositionSourceFactory positions;
-    RecordingShell shell;
-    std::unique_ptr<Location> locationService;
     std::unique_ptr<QWidget> window;
     SpotmimeViewController *screen = nullptr;
 
-    SpotWorld()
-    {
-        world.services().geocoder = &geocoder;
-        world.services().positionSources = &positions;
-        locationService = std::make_unique<Location>(&positions, &geocoder, &world.alerts);
-        world.services().location = locationService.get();
-        setModalAnimationsEnabled(false);
-    }
-
     SpotmimeViewController *open(Coordinate device = {22.3, 114.17})
     {
-        positions.scriptFix(device.latitude, device.longitude);
+        positionSources.scriptFix(device.latitude, device.longitude);
         window = std::make_unique<QWidget>();
         window->resize(390, 844);
-        screen =
-            new SpotmimeViewController(ScreenNeeds::spot(world.services()), shell, window.get());
+        screen = new SpotmimeViewController(ScreenNeeds::spot(services()), shell, window.get());
         screen->resize(390, 844);
         screen->setAnimationsEnabled(false);
         screen->loadViewIfNeeded();

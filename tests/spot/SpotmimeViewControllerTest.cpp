@@ -27,8 +27,7 @@ private:
     QString readOut(const char *name) const
     {
         QAccessibleInterface *face = QAccessible::queryAccessibleInterface(child<QWidget>(name));
-        return face->text(QAccessible::Name) + QStringLiteral(" -- ") +
-               face->text(QAccessible::Description);
+        return face->text(QAccessible::Name) + u" -- "_s + face->text(QAccessible::Description);
     }
     Coordinate centre() const { return child<MapView>("mainMapView")->centerCoordinate(); }
     void search(const QString &typed)
@@ -55,7 +54,7 @@ private slots:
     void firstDisplay()
     {
         for (const bool on : {true, false}) { // the stored place, or the device
-            SpotWorld::storeLocation(m->world, on ? QStringLiteral("1") : QStringLiteral("0"));
+            SpotWorld::storeLocation(*m, on ? u"1"_s : u"0"_s);
             m->open({22.3, 114.17});
             const Coordinate shown = on ? Coordinate{48.8584, 2.2945} : Coordinate{22.3, 114.17};
             verifyNear(centre(), shown);
@@ -71,29 +70,26 @@ private slots:
         QTest::addColumn<Coordinate>("to"); // {10, 10}: the map stays
         QTest::addColumn<QString>("lookup");
         const Coordinate stays{10, 10};
-        QTest::newRow("pair") << QStringLiteral("#:48.85,2.29") << Coordinate{48.85, 2.29}
-                              << QString();
-        QTest::newRow("one part") << QStringLiteral("#:48.85") << stays << QString();
+        addRow("pair", "#:48.85,2.29", Coordinate{48.85, 2.29}, QString());
+        addRow("one part", "#:48.85", stays, QString());
         for (const char *typed : {"#:10,1e999", "#:inf,10", "#:10, nan", "#:-INF,2", "#:-1e400,2"})
-            QTest::newRow(typed) << QString::fromLatin1(typed) << stays << QString();
-        QTest::newRow("blank") << QStringLiteral("   ") << stays << QString();
-        QTest::newRow("address") << QStringLiteral(" Louvre, Paris ") << Coordinate{48.8606, 2.3376}
-                                 << QStringLiteral("Louvre, Paris");
-        QTest::newRow("unknown address: alerted")
-            << QStringLiteral("Atlantis") << stays << QStringLiteral("Atlantis");
+            addRow(typed, typed, stays, QString());
+        addRow("blank", "   ", stays, QString());
+        addRow("address", " Louvre, Paris ", Coordinate{48.8606, 2.3376}, "Louvre, Paris");
+        addRow("unknown address: alerted", "Atlantis", stays, "Atlantis");
     }
     void searching()
     {
         QFETCH(QString, typed);
         QFETCH(Coordinate, to);
         QFETCH(QString, lookup);
-        m->geocoder.setCoordinate(QStringLiteral("Louvre, Paris"), {48.8606, 2.3376});
+        m->geocoder.setCoordinate(u"Louvre, Paris"_s, {48.8606, 2.3376});
         m->open({10, 10});
         search(typed);
         SpotWorld::settle();
         QCOMPARE(m->geocoder.forwardRequests(),
                  lookup.isNull() ? QStringList{} : QStringList{lookup});
-        QCOMPARE(m->world.alerts.messages().size(), int(typed == QStringLiteral("Atlantis")));
+        QCOMPARE(m->alerts.messages().size(), int(typed == u"Atlantis"_s));
         const bool kept = to == Coordinate{10, 10} && lookup.isNull();
         QCOMPARE(child<QLineEdit>("searchField")->text(), kept ? typed : QString());
         verifyNear(centre(), to);
@@ -102,13 +98,13 @@ private slots:
     void addressOfTheCentre()
     {
         m->open({22.2793, 114.1628});
-        answerForTheCentre(QStringLiteral("Admiralty, Hong Kong"));
-        QCOMPARE(readOut("addressLabel"), QStringLiteral("Admiralty, Hong Kong -- Address"));
-        QCOMPARE(readOut("lb_location"), text("lb_location") + QStringLiteral(" -- Coordinate"));
-        search(QStringLiteral("#:0.5,0.5"));
+        answerForTheCentre(u"Admiralty, Hong Kong"_s);
+        QCOMPARE(readOut("addressLabel"), u"Admiralty, Hong Kong -- Address"_s);
+        QCOMPARE(readOut("lb_location"), text("lb_location") + u" -- Coordinate"_s);
+        search(u"#:0.5,0.5"_s);
         QVERIFY(child<QWidget>("spinner")->isVisible());
         SpotWorld::settle();
-        QCOMPARE(readOut("addressLabel"), QStringLiteral("Unknow -- Address"));
+        QCOMPARE(readOut("addressLabel"), u"Unknow -- Address"_s);
     }
 
     void overlayBeforeAndAfterTheFirstSearchThenPositionFailure()
@@ -118,40 +114,38 @@ private slots:
         QVERIFY(!m->screen->HUD()->isVisible());
         SpotWorld::settle();
         // the overlay has no view until the first search gives it the window
-        search(QStringLiteral("nowhere at all"));
+        search(u"nowhere at all"_s);
         SpotWorld::settle();
         QTest::mouseClick(child<QPushButton>("btn_mine"), Qt::LeftButton);
         ProgressHUD *hud = m->screen->HUD();
         QVERIFY(hud->isVisible() && !hud->isFinished());
         QCOMPARE(hud->geometry(), m->screen->window()->rect());
-        const QVariantMap stored = SpotWorld::location(m->world);
-        QVERIFY(m->positions.last()->fail(PositionSource::AccessDenied, QStringLiteral("denied")));
+        const QVariantMap stored = SpotWorld::location(*m);
+        QVERIFY(m->positionSources.last()->fail(PositionSource::AccessDenied, u"denied"_s));
         QTRY_VERIFY(hud->isFinished()); // faded out, nothing written
-        QCOMPARE(SpotWorld::location(m->world), stored);
+        QCOMPARE(SpotWorld::location(*m), stored);
     }
 
     void favourites()
     {
         m->open({-22.9068467, -43.1728965});
         m->screen->setAnimationsEnabled(true);
-        answerForTheCentre(QStringLiteral("Rio"));
+        answerForTheCentre(u"Rio"_s);
         auto *panel = child<QWidget>("alertView");
         for (const char *button : {"cancelButton", "okButton"}) {
             QTest::mouseClick(child<QPushButton>("addButton"), Qt::LeftButton);
             QVERIFY(panel->isVisible());
-            QCOMPARE(child<QLineEdit>("favoritesNameField")->text(), QStringLiteral("Rio"));
+            QCOMPARE(child<QLineEdit>("favoritesNameField")->text(), u"Rio"_s);
             QTest::mouseClick(child<QPushButton>(button), Qt::LeftButton);
             QTest::mouseClick(child<QPushButton>(button), Qt::LeftButton);
             QTRY_VERIFY(!panel->isVisible());
         }
-        QCOMPARE(SpotWorld::favorites(m->world).size(), 1);
+        QCOMPARE(SpotWorld::favorites(*m).size(), 1);
     }
 
     void choosingAFavourite()
     {
-        SpotWorld::writeFavorites(
-            m->world, QVariantList{place(QStringLiteral("Tower"), QStringLiteral("48.8584"),
-                                         QStringLiteral("2.2945"))});
+        SpotWorld::writeFavorites(*m, QVariantList{place(u"Tower"_s, u"48.8584"_s, u"2.2945"_s)});
         m->open({10, 10});
         QTest::mouseClick(child<QPushButton>("favoritesButton"), Qt::LeftButton);
         SpotWorld::tapRow(m->window->findChild<FavoritesViewController *>()->tableView(), 0);
@@ -166,7 +160,7 @@ private slots:
         m->open({10, 10});
         auto *toggle = child<FlatSwitch>("enableSwitch");
         toggle->toggle();
-        search(QStringLiteral("Atlantis")); // fails: the file says off, the switch still on
+        search(u"Atlantis"_s); // fails: the file says off, the switch still on
         SpotWorld::settle();
         QVERIFY(toggle->isOn());
         QTest::mouseClick(child<QPushButton>("favoritesButton"), Qt::LeftButton);
@@ -179,14 +173,14 @@ private slots:
 
     void exchange()
     {
-        SpotWorld::storeLocation(m->world, QStringLiteral("1"));
+        SpotWorld::storeLocation(*m, u"1"_s);
         m->open();
         QTest::mouseClick(child<QPushButton>("btn_exchange"), Qt::LeftButton); // refused
-        QVERIFY(!QFile::exists(m->world.files().masterFile()) && m->shell.toRouter == 0);
-        QCOMPARE(m->world.alerts.messages().size(), 1);
+        QVERIFY(!QFile::exists(m->files().masterFile()) && m->shell.toRouter == 0);
+        QCOMPARE(m->alerts.messages().size(), 1);
         child<FlatSwitch>("enableSwitch")->toggle();
         QTest::mouseClick(child<QPushButton>("btn_exchange"), Qt::LeftButton);
-        QVERIFY(QFile::exists(m->world.files().masterFile()) && m->shell.toRouter == 1);
+        QVERIFY(QFile::exists(m->files().masterFile()) && m->shell.toRouter == 1);
     }
 
     void switchThroughAccessibility()
@@ -195,15 +189,13 @@ private slots:
         m->open({30.5, 60.25});
         auto *toggle = child<FlatSwitch>("enableSwitch");
         QAccessibleInterface *control = QAccessible::queryAccessibleInterface(toggle);
-        QCOMPARE(control->text(QAccessible::Name), QStringLiteral("Spotmime"));
+        QCOMPARE(control->text(QAccessible::Name), u"Spotmime"_s);
         control->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
         SpotWorld::settle();
-        QCOMPARE(SpotWorld::location(m->world).value(QStringLiteral("latitude")).toString(),
-                 QStringLiteral("30.500000"));
+        QCOMPARE(SpotWorld::location(*m).value(u"latitude"_s).toString(), u"30.500000"_s);
         QTest::keyClick(toggle, Qt::Key_Space);
         SpotWorld::settle();
-        QCOMPARE(SpotWorld::location(m->world).value(QStringLiteral("enable")).toString(),
-                 QStringLiteral("0"));
+        QCOMPARE(SpotWorld::location(*m).value(u"enable"_s).toString(), u"0"_s);
         for (const char *name : {"btn_mine", "infoButton", "btn_exchange"})
             QVERIFY(!QAccessible::queryAccessibleInterface(child<QWidget>(name))
                          ->text(QAccessible::Name)
@@ -219,9 +211,8 @@ private slots:
         QVERIFY(listed.contains(u"lb_location"));
         QVERIFY(QTest::qWaitForWindowActive(m->window.get()));
         const QStringList order =
-            QStringLiteral("infoButton searchField searchButton mainMapView btn_mine btn_exchange "
-                           "enableSwitch favoritesButton addButton")
-                .split(u' ');
+            u"infoButton searchField searchButton mainMapView btn_mine btn_exchange "
+            "enableSwitch favoritesButton addButton"_s.split(u' ');
         child<QWidget>("infoButton")->setFocus();
         QStringList visited{QApplication::focusWidget()->objectName()};
         while (visited.size() < order.size()) {
@@ -236,10 +227,10 @@ private slots:
         m->open();
         m->screen->regionDidChangeAnimated(child<MapView>("mainMapView"), false);
         QTest::mouseClick(child<QPushButton>("btn_mine"), Qt::LeftButton);
-        search(QStringLiteral("nowhere at all"));
+        search(u"nowhere at all"_s);
         m->window.reset();
         SpotWorld::settle();
-        QVERIFY(m->world.alerts.alerts().isEmpty());
+        QVERIFY(m->alerts.alerts().isEmpty());
     }
 };
 

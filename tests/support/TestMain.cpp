@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QStandardPaths>
-#include <QTest>
 #include <QTextStream>
 
 #include <memory>
@@ -19,7 +18,7 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("TZ", "UTC");
     QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("trekmime-tests"));
+    QApplication::setApplicationName(u"trekmime-tests"_s);
     QStandardPaths::setTestModeEnabled(true);
     QLocale::setDefault(QLocale::c());
 
@@ -39,7 +38,7 @@ int main(int argc, char **argv)
     // CTest lists the classes it runs; this keeps that list and the
     // registrations from drifting apart
     if (const QString listed = option("-check-classes"); !listed.isEmpty()) {
-        QStringList classes = listed.split(QLatin1Char(','));
+        QStringList classes = listed.split(u',');
         classes.sort();
         registered.sort();
         if (classes != registered)

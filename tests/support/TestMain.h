@@ -5,12 +5,16 @@
 // executable links TestMain.cpp, which runs them all (command-line arguments
 // such as -v2 or a function name apply to each class; `-class NAME` picks
 // one class, as CTest does for each; `-check-classes A,B` answers whether
-// exactly those classes are registered).
+// exactly those classes are registered). It brings Qt Test along, which
+// every test file uses, and the u"text"_s literals the tests write texts with.
 
 #include <QList>
 #include <QObject>
+#include <QTest>
 
 #include <functional>
+
+using namespace Qt::StringLiterals;
 
 namespace TestRegistry {
 struct Entry
@@ -27,6 +31,14 @@ struct Registration
     }
 };
 } // namespace TestRegistry
+
+// One row of a data table: each value in its column's type, a "text" going
+// into a QString column. Shorter than QTest::newRow() << ..., which the
+// formatter breaks after every text.
+template <typename... Values> void addRow(const char *name, const Values &...values)
+{
+    (QTest::newRow(name) << ... << values);
+}
 
 #define TREKMIME_TEST(Class)                                                                       \
     static const TestRegistry::Registration trekmimeTestRegistration##Class(                       \

@@ -1,12 +1,9 @@
 #include "SendMouse.h"
 #include "TestMain.h"
 
-#include "ui/ColorPalette.h"
 #include "ui/FlatSwitch.h"
-#include "ui/Theme.h"
 
 #include <QSignalSpy>
-#include <QTest>
 
 #include <functional>
 
@@ -106,15 +103,6 @@ private:
         QVERIFY(spy.isEmpty());
         sendMouse(&control, QEvent::MouseButtonRelease, QPointF(from + dx, 15));
         QVERIFY(!control.isHighlighted());
-    }
-
-    void themeIsBuiltFromThePalette()
-    {
-        const QString sheet = Theme::styleSheet();
-        for (const QColor &color : {ColorPalette::midnightBlueColor(), ColorPalette::cloudsColor(),
-                                    ColorPalette::turquoiseColor()})
-            QVERIFY2(sheet.contains(color.name(), Qt::CaseInsensitive), qPrintable(color.name()));
-        QVERIFY(Theme::backdropStyleSheet(0.5) != Theme::backdropStyleSheet(0.0));
     }
 };
 

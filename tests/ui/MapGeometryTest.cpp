@@ -4,8 +4,6 @@
 #include "ui/MapCamera.h"
 #include "ui/ZoomGeometry.h"
 
-#include <QTest>
-
 #include <cmath>
 #include <limits>
 

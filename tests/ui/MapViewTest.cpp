@@ -5,14 +5,11 @@
 #include "ui/MapViewDelegate.h"
 
 #include <QPointingDevice>
-#include <QTest>
 
 #include <algorithm>
 #include <memory>
 
 namespace {
-
-using namespace Qt::StringLiterals;
 
 class RecordingDelegate : public MapViewDelegate
 {
@@ -170,31 +167,25 @@ private slots:
         }
     }
 
-    void annotationsAndOverlaysComeAndGo()
-    {
-        MapView map;
-        auto a = std::make_shared<MapPointAnnotation>(Paris, RouteStartAnnotationTag);
-        auto b = std::make_shared<MapPointAnnotation>(Lyon, RouteEndAnnotationTag);
-        for (const MapAnnotationPtr &annotation : {a, b, a})
-            map.addAnnotation(annotation);
-        map.removeAnnotations({a});
-        QCOMPARE(map.annotations(), QList<MapAnnotationPtr>{b});
-        auto line = std::make_shared<MapPolyline>(QList<Coordinate>{Paris, Lyon});
-        map.addOverlay(line);
-        map.removeOverlay(line);
-        QVERIFY(map.overlays().isEmpty());
-    }
-
     void asksTheDelegateWhatToDraw()
     {
         newMap(false);
-        for (int tag : {RouteEndAnnotationTag, 0}) // the delegate's image, then the default pin
-            m_map->addAnnotation(std::make_shared<MapPointAnnotation>(Paris, tag));
-        m_map->addOverlay(std::make_shared<MapPolyline>(QList<Coordinate>{Paris, Lyon}));
+        // the delegate's image, then the default pin
+        auto a = std::make_shared<MapPointAnnotation>(Paris, RouteEndAnnotationTag);
+        auto b = std::make_shared<MapPointAnnotation>(Lyon, 0);
+        m_map->addAnnotation(a);
+        m_map->addAnnotation(b);
+        auto line = std::make_shared<MapPolyline>(QList<Coordinate>{Paris, Lyon});
+        m_map->addOverlay(line);
         m_map->setDelegate(&m_delegate); // set after: what is there is asked about all the same
         m_map->grab();
         std::sort(m_delegate.asked.begin(), m_delegate.asked.end());
         QCOMPARE(m_delegate.asked, (QList<int>{-1, 0, RouteEndAnnotationTag}));
+        m_map->addAnnotation(a); // added twice, removed at once
+        m_map->removeAnnotations({a});
+        m_map->removeOverlay(line);
+        QCOMPARE(m_map->annotations(), QList<MapAnnotationPtr>{b});
+        QVERIFY(m_map->overlays().isEmpty());
     }
 
     void showsTheUserLocation()
@@ -216,7 +207,7 @@ private slots:
         source->deliver(Paris.latitude, Paris.longitude, 5.0);
         QCOMPARE(m_delegate.fixes.first().coordinate, Paris);
         QCOMPARE(map.userLocation()->coordinate, Paris);
-        source->fail(PositionSource::AccessDenied, QStringLiteral("denied"));
+        source->fail(PositionSource::AccessDenied, u"denied"_s);
         QCOMPARE(m_delegate.failures.last(), int(PositionSource::AccessDenied));
         map.setShowsUserLocation(false);
         QCOMPARE(source->stopCount(), 1);

@@ -14,7 +14,6 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
 
 namespace {
@@ -60,10 +59,9 @@ class TileSourceTest : public QObject
     HttpTileSource::Options optionsFor(const StubHttpServer &server) const
     {
         HttpTileSource::Options options;
-        options.urlTemplate =
-            server.baseUrl().toString() + QStringLiteral("/tiles/{z}/{x}/{y}.png");
+        options.urlTemplate = server.baseUrl().toString() + u"/tiles/{z}/{x}/{y}.png"_s;
         options.userAgent = Configuration().userAgent();
-        options.cacheDirectory = m_cacheDir.path() + QStringLiteral("/") +
+        options.cacheDirectory = m_cacheDir.path() + u"/"_s +
                                  QString::fromLatin1(QTest::currentDataTag()) +
                                  QString::fromLatin1(QTest::currentTestFunction());
         return options;
@@ -131,19 +129,18 @@ private slots:
     void readsMBTiles()
     {
         QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("offline.mbtiles"));
+        const QString path = dir.filePath(u"offline.mbtiles"_s);
         {
-            QSqlDatabase db =
-                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("writer"));
+            QSqlDatabase db = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"writer"_s);
             db.setDatabaseName(path);
             QVERIFY(db.open());
             // rows count from the south: XYZ row 1 of 4 is row 2 here
-            QVERIFY(QSqlQuery(db).exec(QStringLiteral("CREATE TABLE tiles (zoom_level, "
-                                                      "tile_column, tile_row, tile_data)")));
-            QVERIFY(QSqlQuery(db).exec(QStringLiteral("INSERT INTO tiles VALUES (2, 1, 2, X'%1')")
-                                           .arg(QString::fromLatin1(pngOf(Qt::red).toHex()))));
+            QVERIFY(QSqlQuery(db).exec(u"CREATE TABLE tiles (zoom_level, "
+                                       "tile_column, tile_row, tile_data)"_s));
+            QVERIFY(QSqlQuery(db).exec(u"INSERT INTO tiles VALUES (2, 1, 2, X'%1')"_s.arg(
+                QString::fromLatin1(pngOf(Qt::red).toHex()))));
         }
-        QSqlDatabase::removeDatabase(QStringLiteral("writer"));
+        QSqlDatabase::removeDatabase(u"writer"_s);
         MBTilesTileSource source(path);
         QSignalSpy loaded(&source, &TileSource::tileLoaded);
         source.requestTile(TileId{2, 1, 1});
@@ -154,15 +151,13 @@ private slots:
     void configurationChoosesTheSource()
     {
         Configuration configuration;
-        configuration.set(Configuration::TileUrl,
-                          QStringLiteral("http://127.0.0.1:9/{z}/{x}/{y}.png"));
+        configuration.set(Configuration::TileUrl, u"http://127.0.0.1:9/{z}/{x}/{y}.png"_s);
         auto web = createConfiguredTileSource(configuration, &m_network, m_cacheDir.path());
         QCOMPARE(qobject_cast<HttpTileSource *>(web.get())->urlFor(TileId{5, 17, 11}).toString(),
-                 QStringLiteral("http://127.0.0.1:9/5/17/11.png"));
-        configuration.mbtiles = m_cacheDir.filePath(QStringLiteral("none.mbtiles"));
+                 u"http://127.0.0.1:9/5/17/11.png"_s);
+        configuration.mbtiles = m_cacheDir.filePath(u"none.mbtiles"_s);
         // a file that cannot be opened is reported, and the map shows its grid
-        QTest::ignoreMessage(QtWarningMsg,
-                             QRegularExpression(QStringLiteral("cannot open the MBTiles file")));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"cannot open the MBTiles file"_s));
         QVERIFY(qobject_cast<MBTilesTileSource *>(
             createConfiguredTileSource(configuration, &m_network, m_cacheDir.path()).get()));
 

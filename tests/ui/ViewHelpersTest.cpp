@@ -1,10 +1,7 @@
 #include "SendMouse.h"
 #include "TestMain.h"
 
-#include "ui/ColorPalette.h"
 #include "ui/ViewHelpers.h"
-
-#include <QTest>
 
 #include <functional>
 #include <memory>
@@ -75,17 +72,15 @@ private slots:
         QCOMPARE(QRect(x(child), y(child), width(child), height(child)), expected);
     }
 
+    // a filled view reads back its colour, a clear one transparent
     void madeViewsKeepTheirFrameAndColour()
     {
         const QRect frame(1, 2, 30, 40);
-        const std::unique_ptr<QWidget> plain(viewWithFrame(frame));
         const std::unique_ptr<QWidget> clear(clearViewWithFrame(frame));
-        const std::unique_ptr<QWidget> filled(viewWithColor(ColorPalette::turquoiseColor(), frame));
-        QCOMPARE(plain->geometry(), frame);
-        QCOMPARE(clear->geometry(), frame);
-        QCOMPARE(color(filled.get()), ColorPalette::turquoiseColor());
-        setColor(plain.get(), ColorPalette::alizarinColor());
-        QCOMPARE(color(plain.get()), ColorPalette::alizarinColor());
+        const std::unique_ptr<QWidget> filled(viewWithColor(Qt::red, frame));
+        QVERIFY(clear->geometry() == frame && filled->geometry() == frame);
+        QCOMPARE(color(clear.get()), QColor(Qt::transparent));
+        QCOMPARE(color(filled.get()), QColor(Qt::red));
     }
 
     void resizingFollowsANewParent()
