@@ -3,6 +3,7 @@
 // icon lookups each, and each icon drawn for its row, nothing cached between
 // runs.
 
+#include "BenchMain.h"
 #include "applications/ApplicationList.h"
 #include "applications/GioApplicationRegistry.h"
 #include "apps/ApplicationIconLoader.h"
@@ -13,8 +14,6 @@
 #include <QGuiApplication>
 #include <QPixmapCache>
 #include <QTemporaryDir>
-
-#include <benchmark/benchmark.h>
 
 namespace {
 
@@ -86,10 +85,5 @@ BENCHMARK(BM_InstalledAppNames)->Arg(300)->Unit(benchmark::kMillisecond);
 int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication application(argc, argv);
-    makeEntries(300);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runBenchmarks<QGuiApplication>(argc, argv, [] { makeEntries(300); });
 }

@@ -3,13 +3,12 @@
 // for the hour should stay well under a second, and nothing is read from
 // disk again while the settings files stay as they are.
 
+#include "BenchMain.h"
 #include "fakes/ManualClock.h"
 #include "feed/FeedSettings.h"
 #include "feed/NmeaServer.h"
 #include "feed/PositionFeed.h"
 #include "settings/TMPreferenceUtil.h"
-
-#include <benchmark/benchmark.h>
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -107,11 +106,5 @@ BENCHMARK(BM_FeedHour)
 
 int main(int argc, char **argv)
 {
-    QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runBenchmarks<QCoreApplication>(argc, argv);
 }

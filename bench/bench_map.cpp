@@ -2,6 +2,7 @@
 // its tiles in memory, 20 pins and a route line of N points across the
 // view, painted into an image.
 
+#include "BenchMain.h"
 #include "ui/MapPolyline.h"
 #include "ui/SlippyMap.h"
 #include "ui/TileSource.h"
@@ -9,8 +10,6 @@
 #include <QApplication>
 #include <QPainter>
 #include <QTimer>
-
-#include <benchmark/benchmark.h>
 
 #include <cmath>
 #include <numbers>
@@ -171,11 +170,5 @@ int main(int argc, char **argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runBenchmarks<QApplication>(argc, argv);
 }

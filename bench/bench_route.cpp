@@ -2,6 +2,7 @@
 // compare BM_SwitchOn with BM_RouteRecordWrite of bench_settings (the write
 // the switch does), and BM_DirectionsDecode with a fifth of it.
 
+#include "BenchMain.h"
 #include "app/ApplicationShell.h"
 #include "app/Services.h"
 #include "fakes/FakeDirectionsService.h"
@@ -13,8 +14,6 @@
 #include "routing/OsrmDirectionsService.h"
 #include "settings/TMPreferenceUtil.h"
 #include "shell/ScreenNeeds.h"
-
-#include <benchmark/benchmark.h>
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -135,11 +134,5 @@ BENCHMARK(BM_DirectionsDecode)->Arg(100000)->Unit(benchmark::kMillisecond);
 int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runBenchmarks<QApplication>(argc, argv);
 }

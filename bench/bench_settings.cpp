@@ -3,13 +3,13 @@
 // top of the library is the conversion to and from Qt values and the atomic
 // file replacement.
 
+#include "BenchMain.h"
 #include "settings/PropertyList.h"
 #include "settings/TMPreferenceUtil.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
 
-#include <benchmark/benchmark.h>
 #include <plist/plist.h>
 
 namespace {
@@ -99,11 +99,5 @@ BENCHMARK(BM_LibplistFromXml)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {
-    QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
-        return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runBenchmarks<QCoreApplication>(argc, argv);
 }
