@@ -33,7 +33,9 @@ void WhitelistRow::paintEvent(QPaintEvent *)
     QColor background = ColorPalette::whiteColor();
     if (isDown())
         background = ColorPalette::silverColor();
-    else if (hasFocus())
+    else if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange))
+        // the keyboard's row, once the keyboard is in use: a tap opening the
+        // list shows no row as picked
         background = ColorPalette::cloudsColor();
     painter.fillRect(bounds, background);
 
