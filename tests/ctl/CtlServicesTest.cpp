@@ -4,6 +4,7 @@
 #include "StubHttpServer.h"
 #include "TestMain.h"
 
+#include "routing/RoutePace.h"
 #include "settings/PropertyList.h"
 
 #include <QJsonArray>
@@ -136,6 +137,11 @@ private slots:
         row("route on, bad time",
             "route on 22.28 114.15 22.29 114.16 --start tomorrow --end 1893488400", 2, "",
             "tomorrow", "*");
+        row("route on, speed and end",
+            "route on 22.28 114.15 22.29 114.16 --start 1893484800 --end 1893488400 --speed walk",
+            2, "", "exclude", "*");
+        row("route on, bad speed",
+            "route on 22.28 114.15 22.29 114.16 --start 1893484800 --speed -3", 2, "", "-3", "*");
     }
     void commands()
     {
@@ -198,6 +204,29 @@ private slots:
         QCOMPARE(points.size(), 3);
         QCOMPARE(points[2].toMap().value(u"lng"_s).toDouble(), 114.1722);
         QCOMPARE(ctl(words("where --at 1893486600")).out, u"22.290000 114.160000\n"_s);
+    }
+
+    void routeOnAtAPace()
+    {
+        const QList<Coordinate> planned{
+            {22.2846809, 114.1588}, {22.29, 114.16}, {22.2988, 114.1722}};
+        const qint32 start = 1893484800;
+        const double seconds = RoutePace::lengthMeters(planned) * 3600.0 / 5000.0;
+        for (bool even : {false, true}) {
+            QCOMPARE(ctl(words("route on 22.2846809 114.1588 22.2988 114.1722 --start 1893484800 "
+                               "--speed walk") +
+                         (even ? QStringList{u"--even-pace"_s} : QStringList{}))
+                         .status,
+                     0);
+            const QVariantMap record = routeFile();
+            const qint64 end = record.value(u"end"_s).toString().toDouble();
+            QVERIFY(end - start >= seconds && end - start < seconds + 1);
+            const QVariantList points = record.value(u"points"_s).toList();
+            // a point a second of the trip, ends kept; off, the planned points
+            QCOMPARE(points.size(), even ? end - start + 1 : 3);
+            QCOMPARE(points.last().toMap().value(u"lat"_s).toDouble(), 22.2988);
+            QCOMPARE(ctl(words("route off")).status, 0);
+        }
     }
 };
 
