@@ -137,11 +137,6 @@ private slots:
         row("route on, bad time",
             "route on 22.28 114.15 22.29 114.16 --start tomorrow --end 1893488400", 2, "",
             "tomorrow", "*");
-        row("route on, speed and end",
-            "route on 22.28 114.15 22.29 114.16 --start 1893484800 --end 1893488400 --speed walk",
-            2, "", "exclude", "*");
-        row("route on, bad speed",
-            "route on 22.28 114.15 22.29 114.16 --start 1893484800 --speed -3", 2, "", "-3", "*");
     }
     void commands()
     {

@@ -33,9 +33,7 @@ private slots:
         addRow("empty", QList<double>{}, 0.0);
         addRow("one point", QList<double>{10, 20}, 0.0);
         addRow("a degree of latitude", QList<double>{0, 0, 1, 0}, 111195.08);
-        addRow("a degree of longitude on the equator", QList<double>{0, 5, 0, 6}, 111195.08);
         addRow("across the date line", QList<double>{0, 179.5, 0, -179.5}, 111195.08);
-        addRow("a quarter meridian", QList<double>{0, 0, 90, 0}, 10007557.22);
         addRow("half the world", QList<double>{0, 0, 0, 180}, 20015114.44);
         addRow("legs add up", QList<double>{0, 0, 0, 1, 1, 1, 1, 1}, 2 * 111195.08);
         // a parallel at 60 degrees is half as long as the equator
@@ -67,12 +65,6 @@ private slots:
         addRow("ends on the last second", 2147480047, 5000.0, "walk", qint64(2147483647));
         addRow("ends past it", 2147480048, 5000.0, "walk", qint64(-1));
         addRow("far too long", 0, 1e15, "walk", qint64(-1));
-        addRow("zero speed", 0, 1.0, "0", qint64(-1));
-        addRow("negative speed", 0, 1.0, "-5", qint64(-1));
-        addRow("infinite speed", 0, 1.0, "inf", qint64(-1));
-        addRow("not a number", 0, 1.0, "nan", qint64(-1));
-        addRow("unknown name", 0, 1.0, "fly", qint64(-1));
-        addRow("empty", 0, 1.0, "", qint64(-1));
         addRow("negative length", 0, -1.0, "walk", qint64(-1));
         addRow("infinite length", 0, Inf, "walk", qint64(-1));
     }
@@ -86,7 +78,9 @@ private slots:
         const std::optional<qint32> got =
             kmh ? RoutePace::endTime(start, meters, *kmh) : std::nullopt;
         QCOMPARE(got ? qint64(*got) : qint64(-1), end);
-        // the arithmetic refuses a bad speed however it is given
+        // a bad speed is refused by name and by number
+        for (const char *bad : {"0", "-5", "inf", "nan", "fly", ""})
+            QVERIFY(!RoutePace::speedKmh(QString::fromLatin1(bad)));
         for (double bad : {0.0, -1.0, Inf, Nan})
             QVERIFY(!RoutePace::endTime(start, meters, bad));
     }
