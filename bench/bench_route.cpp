@@ -1,6 +1,7 @@
 // The route switch and the directions decoding at the size of a long trip:
 // compare BM_SwitchOn with BM_RouteRecordWrite of bench_settings (the write
-// the switch does), and BM_DirectionsDecode with a fifth of it.
+// the switch does), BM_DirectionsDecode with a fifth of it, and BM_EvenPace
+// with the same write.
 
 #include "BenchMain.h"
 #include "app/ApplicationShell.h"
@@ -12,6 +13,7 @@
 #include "route/DateTimePicker.h"
 #include "route/TrekmimeViewController.h"
 #include "routing/OsrmDirectionsService.h"
+#include "routing/RoutePace.h"
 #include "settings/TMPreferenceUtil.h"
 #include "shell/ScreenNeeds.h"
 
@@ -126,10 +128,21 @@ void BM_DirectionsDecode(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+// Respacing a long route for a trip long enough that the point cap decides
+// the spacing; compare with BM_RouteRecordWrite, which follows it on a switch.
+void BM_EvenPace(benchmark::State &state)
+{
+    const QList<Coordinate> route = longRoute(int(state.range(0)));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(RoutePace::evenPace(route, 1e7));
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
 } // namespace
 
 BENCHMARK(BM_SwitchOn)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_DirectionsDecode)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_EvenPace)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {

@@ -1,6 +1,7 @@
 #include "modes/TripController.h"
 
 #include "platform/Clock.h"
+#include "routing/RoutePace.h"
 #include "routing/RoutePreview.h"
 #include "settings/TMPreferenceUtil.h"
 
@@ -8,6 +9,15 @@ namespace {
 Coordinate pointCoordinate(const RoutePoint &point)
 {
     return {point.latitude(), point.longitude()};
+}
+
+QList<Coordinate> pointCoordinates(const QList<RoutePoint> &points)
+{
+    QList<Coordinate> coordinates;
+    coordinates.reserve(points.size());
+    for (const RoutePoint &p : points)
+        coordinates.append(pointCoordinate(p));
+    return coordinates;
 }
 } // namespace
 
@@ -119,9 +129,27 @@ void TripController::answered(const DirectionsAnswer &answer, const Coordinate &
         for (const Coordinate &c : route)
             m_points.append(RoutePoint(c.latitude, c.longitude));
         if (m_recordFollowsPoints)
-            m_record.setPoints(m_points);
+            m_record.setPoints(pointsToWrite());
     }
     emit planningFinished();
+}
+
+double TripController::routeLengthMeters() const
+{
+    return RoutePace::lengthMeters(pointCoordinates(m_points));
+}
+
+QList<RoutePoint> TripController::pointsToWrite() const
+{
+    if (!m_evenPace)
+        return m_points; // the routing service's points, exactly
+    const QList<Coordinate> even =
+        RoutePace::evenPace(pointCoordinates(m_points), m_endTime - m_startTime);
+    QList<RoutePoint> points;
+    points.reserve(even.size());
+    for (const Coordinate &c : even)
+        points.append(RoutePoint(c.latitude, c.longitude));
+    return points;
 }
 
 // --- the switch -----------------------------------------------------------------
@@ -168,7 +196,7 @@ TripController::SwitchResult TripController::switchOn(bool replan)
     m_record.setEnd(m_endTime);
     m_record.setStartAddress(m_startAddress);
     m_record.setEndAddress(m_endAddress);
-    m_record.setPoints(m_points);
+    m_record.setPoints(pointsToWrite());
     result.written = m_store.writeRoutePreference(m_record);
     m_recordFollowsPoints = true;
     startPreview();

@@ -66,6 +66,12 @@ public:
     void planBetween(const Coordinate &from, const Coordinate &to);
     bool isPlanning() const { return m_pendingPlans > 0; }
     const QList<RoutePoint> &points() const { return m_points; }
+    // The planned route's length along its points, in metres.
+    double routeLengthMeters() const;
+    // Off (the default), the record gets the routing service's points as
+    // they are; on, respaced evenly for the trip's duration (RoutePace).
+    void setEvenPace(bool on) { m_evenPace = on; }
+    bool evenPace() const { return m_evenPace; }
     bool isRouteError() const { return m_routeError; }
     // The last answer and the two places it was asked for.
     const DirectionsAnswer &lastAnswer() const { return m_lastAnswer; }
@@ -124,7 +130,10 @@ private:
     double m_startTime = 0.0;
     double m_endTime = 0.0;
 
+    QList<RoutePoint> pointsToWrite() const;
+
     QList<RoutePoint> m_points;
+    bool m_evenPace = false;
     bool m_routeError = false;
     int m_pendingPlans = 0;
     DirectionsAnswer m_lastAnswer;

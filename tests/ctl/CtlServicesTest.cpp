@@ -4,6 +4,7 @@
 #include "StubHttpServer.h"
 #include "TestMain.h"
 
+#include "routing/RoutePace.h"
 #include "settings/PropertyList.h"
 
 #include <QJsonArray>
@@ -198,6 +199,24 @@ private slots:
         QCOMPARE(points.size(), 3);
         QCOMPARE(points[2].toMap().value(u"lng"_s).toDouble(), 114.1722);
         QCOMPARE(ctl(words("where --at 1893486600")).out, u"22.290000 114.160000\n"_s);
+    }
+
+    void routeOnAtAPace()
+    {
+        const QList<Coordinate> planned{
+            {22.2846809, 114.1588}, {22.29, 114.16}, {22.2988, 114.1722}};
+        const double walk = RoutePace::lengthMeters(planned) * 3600.0 / 5000.0;
+        QCOMPARE(ctl(words("route on 22.2846809 114.1588 22.2988 114.1722 --start 1893484800 "
+                           "--speed walk --even-pace"))
+                     .status,
+                 0);
+        const QVariantMap record = routeFile();
+        const qint64 seconds = record.value(u"end"_s).toString().toDouble() - 1893484800;
+        QVERIFY(seconds >= walk && seconds < walk + 1); // rounded up
+        // a point a second of the trip; without --even-pace, the planned points
+        const QVariantList points = record.value(u"points"_s).toList();
+        QCOMPARE(points.size(), seconds + 1);
+        QCOMPARE(points.last().toMap().value(u"lat"_s).toDouble(), 22.2988);
     }
 };
 

@@ -66,6 +66,9 @@ private slots:
               "route on 0 1 1 1 --start 5000000000 --end 1", "route on 0 1 1 1 --start 0 --end -1",
               "where --at soon", "apps", "apps list --all", ""})
             QTest::newRow(*arguments ? arguments : "no command") << words(arguments) << 2;
+        for (const char *arguments : {"route on 0 1 1 1 --start 0 --end 1 --speed 5",
+                                      "route on 0 1 1 1 --start 0 --speed 0"})
+            QTest::newRow(arguments) << words(arguments) << 2;
         for (const char *arguments : {"favorites remove 0", "favorites remove -1"})
             QTest::newRow(arguments) << words(arguments) << 1;
     }

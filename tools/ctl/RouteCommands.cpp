@@ -7,6 +7,7 @@
 #include "modes/TripController.h"
 #include "platform/Clock.h"
 #include "routing/DirectionsService.h"
+#include "routing/RoutePace.h"
 #include "routing/RoutePreview.h"
 #include "settings/TMPreferenceUtil.h"
 
@@ -133,15 +134,18 @@ int routePlan(CtlContext &context, QStringList args)
 int routeOn(CtlContext &context, QStringList args)
 {
     const QString usage =
-        QStringLiteral("route on FROM_LAT FROM_LNG TO_LAT TO_LNG --start TIME --end TIME "
-                       "[--from-address TEXT] [--to-address TEXT]");
+        QStringLiteral("route on FROM_LAT FROM_LNG TO_LAT TO_LNG --start TIME --end TIME|--speed "
+                       "walk|run|cycle|drive|KMH [--even-pace] [--from-address TEXT] "
+                       "[--to-address TEXT]");
     const bool json = takeJsonFlag(args) || context.json;
     QStringList numbers;
-    std::optional<QString> startText, endText, fromAddress, toAddress;
+    std::optional<QString> startText, endText, speedText, fromAddress, toAddress;
+    const bool evenPace = args.removeAll(QStringLiteral("--even-pace")) > 0;
     for (qsizetype i = 0; i < args.size(); ++i) {
         const QString &arg = args[i];
         std::optional<QString> *option = arg == QLatin1String("--start")          ? &startText
                                          : arg == QLatin1String("--end")          ? &endText
+                                         : arg == QLatin1String("--speed")        ? &speedText
                                          : arg == QLatin1String("--from-address") ? &fromAddress
                                          : arg == QLatin1String("--to-address")   ? &toAddress
                                                                                   : nullptr;
@@ -153,8 +157,19 @@ int routeOn(CtlContext &context, QStringList args)
             numbers.append(arg);
         }
     }
-    if (numbers.size() != 4 || !startText || !endText)
+    if (endText && speedText)
+        return context.fail(CtlBadInput, QStringLiteral("--speed and --end exclude each other"));
+    if (numbers.size() != 4 || !startText || !(endText || speedText))
         return context.fail(CtlBadInput, QStringLiteral("usage: %1").arg(usage));
+    const std::optional<double> kmh =
+        speedText ? RoutePace::speedKmh(*speedText) : std::optional<double>();
+    if (speedText && !kmh) {
+        return context.fail(CtlBadInput,
+                            QStringLiteral("\"%1\" is not walk, run, cycle, drive or a positive "
+                                           "speed in km/h")
+                                .arg(*speedText));
+    }
+    const double speed = kmh.value_or(0.0);
     const auto fromLatitude = CtlArgs::latitude(context, numbers[0]);
     const auto fromLongitude =
         fromLatitude ? CtlArgs::longitude(context, numbers[1]) : std::nullopt;
@@ -163,7 +178,8 @@ int routeOn(CtlContext &context, QStringList args)
     if (!toLongitude)
         return CtlBadInput;
     const auto startTime = parseTime(*startText);
-    const auto endTime = parseTime(*endText);
+    // with a speed, the end comes from the planned route's length below
+    auto endTime = endText ? parseTime(*endText) : startTime;
     if (!startTime || !endTime) {
         return context.fail(CtlBadInput,
                             QStringLiteral("\"%1\" is not whole seconds since 1970 or a date and "
@@ -171,7 +187,8 @@ int routeOn(CtlContext &context, QStringList args)
                                 .arg(startTime ? *endText : *startText));
     }
     // the trip's times are read back as 32-bit seconds everywhere
-    const std::pair<double, QString> times[] = {{*startTime, *startText}, {*endTime, *endText}};
+    const std::pair<double, QString> times[] = {{*startTime, *startText},
+                                                {*endTime, endText.value_or(*startText)}};
     for (const auto &[time, text] : times) {
         if (time < 0 || time > double(std::numeric_limits<qint32>::max())) {
             return context.fail(
@@ -192,6 +209,19 @@ int routeOn(CtlContext &context, QStringList args)
     routeTrip->chooseStart(from, QString());
     routeTrip->chooseEnd(to, QString());
     waitForPlanning(*routeTrip);
+    if (speedText) {
+        // a start within 32 bits, checked above: whole seconds
+        const auto end =
+            RoutePace::endTime(qint32(*startTime), routeTrip->routeLengthMeters(), speed);
+        if (!end) {
+            return context.fail(CtlBadInput,
+                                QStringLiteral("at %1 km/h the trip would end after 2147483647 "
+                                               "seconds since 1970")
+                                    .arg(speed));
+        }
+        endTime = *end;
+    }
+    routeTrip->setEvenPace(evenPace);
     routeTrip->setStartTime(*startTime);
     routeTrip->setEndTime(*endTime);
     const QString failure = routeTrip->check();
@@ -214,8 +244,9 @@ int routeOn(CtlContext &context, QStringList args)
 
 const QString RouteUsage =
     QStringLiteral("route show | route off | route plan FROM_LAT FROM_LNG TO_LAT TO_LNG | "
-                   "route on FROM_LAT FROM_LNG TO_LAT TO_LNG --start TIME --end TIME "
-                   "[--from-address TEXT] [--to-address TEXT]");
+                   "route on FROM_LAT FROM_LNG TO_LAT TO_LNG --start TIME --end TIME|--speed "
+                   "walk|run|cycle|drive|KMH [--even-pace] [--from-address TEXT] "
+                   "[--to-address TEXT]");
 
 int route(CtlContext &context, const QStringList &args)
 {
