@@ -57,6 +57,9 @@ public:
         }
         if (!m_error.isEmpty())
             return refused(m_error);
+        // whatever follows the root must still be well-formed
+        while (!m_reader.atEnd())
+            m_reader.readNext();
         if (m_reader.hasError())
             return refused(u"not a readable GPX file: %1 (line %2)"_s.arg(
                 m_reader.errorString(), QString::number(m_reader.lineNumber())));
