@@ -1,14 +1,17 @@
 // Writing and reading a route record of many points through the store, next
 // to libplist's own XML conversion of the same tree: the store's overhead on
 // top of the library is the conversion to and from Qt values and the atomic
-// file replacement.
+// file replacement. A GPX track of as many points, read, sits next to the
+// write of the route record it becomes.
 
 #include "BenchMain.h"
+#include "gpx/GpxFile.h"
 #include "settings/PropertyList.h"
 #include "settings/TMPreferenceUtil.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
+#include <QTimeZone>
 
 #include <plist/plist.h>
 
@@ -64,6 +67,22 @@ void BM_RouteRecordRead(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+void BM_GpxImport(benchmark::State &state)
+{
+    Folder folder;
+    const QList<RoutePoint> points = routeRecord(int(state.range(0))).points();
+    QList<QDateTime> times;
+    for (qsizetype i = 0; i < points.size(); ++i)
+        times.append(QDateTime::fromSecsSinceEpoch(1700000000 + i, QTimeZone::utc()));
+    const QString path = folder.dir.filePath(QStringLiteral("track.gpx"));
+    Gpx::write(path, {}, points, times);
+    for (auto _ : state) {
+        Gpx::Content content = Gpx::read(path);
+        benchmark::DoNotOptimize(content);
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
 void BM_LibplistToXml(benchmark::State &state)
 {
     plist_t root = routeTree(int(state.range(0)));
@@ -94,6 +113,7 @@ void BM_LibplistFromXml(benchmark::State &state)
 
 BENCHMARK(BM_RouteRecordWrite)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_RouteRecordRead)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_GpxImport)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LibplistToXml)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LibplistFromXml)->Arg(100000)->Unit(benchmark::kMillisecond);
 

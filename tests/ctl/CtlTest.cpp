@@ -59,12 +59,26 @@ private slots:
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<int>("status");
         // usage errors answer 2; a favourite that is not there, 1
-        for (const char *arguments :
-             {"spot on north 1", "spot on 90.5 1", "spot on 1 -180.01", "spot on 1", "spot",
-              "teleport", "mode plane", "favorites add x nan 1", "favorites add x 1",
-              "favorites remove first", "whitelist toggle", "route on",
-              "route on 0 1 1 1 --start 5000000000 --end 1", "route on 0 1 1 1 --start 0 --end -1",
-              "where --at soon", "apps", "apps list --all", ""})
+        for (const char *arguments : {"spot on north 1",
+                                      "spot on 90.5 1",
+                                      "spot on 1 -180.01",
+                                      "spot on 1",
+                                      "spot",
+                                      "teleport",
+                                      "mode plane",
+                                      "favorites add x nan 1",
+                                      "favorites add x 1",
+                                      "favorites remove first",
+                                      "whitelist toggle",
+                                      "route on",
+                                      "route on 0 1 1 1 --start 5000000000 --end 1",
+                                      "route on 0 1 1 1 --start 0 --end -1",
+                                      "where --at soon",
+                                      "apps",
+                                      "apps list --all",
+                                      "favorites import /nonexistent.gpx",
+                                      "favorites export",
+                                      ""})
             QTest::newRow(*arguments ? arguments : "no command") << words(arguments) << 2;
         for (const char *arguments : {"route on 0 1 1 1 --start 0 --end 1 --speed 5",
                                       "route on 0 1 1 1 --start 0 --speed 0"})
@@ -157,6 +171,13 @@ private slots:
             QCOMPARE(
                 ctl({u"favorites"_s, u"add"_s, QString::fromUtf8(name), u"-1"_s, u"-2"_s}).status,
                 0);
+        // a GPX file carries the favourites to another folder unchanged
+        const QString gpx = m_dir->filePath(u"places.gpx"_s);
+        QCOMPARE(ctl({u"favorites"_s, u"export"_s, gpx}).status, 0);
+        QTemporaryDir other;
+        QCOMPARE(ctl({u"favorites"_s, u"import"_s, gpx}, other.path()).status, 0);
+        QCOMPARE(PropertyList::readArray(PreferenceFiles(other.path()).favoritesFile()),
+                 PropertyList::readArray(prefs().favoritesFile()));
         QCOMPARE(ctl("favorites remove 0").status, 0);
         QCOMPARE(ctl("whitelist toggle com.a").out, u"com.a\ton\n"_s);
         QCOMPARE(ctl("whitelist toggle com.b").out, u"com.b\ton\n"_s);

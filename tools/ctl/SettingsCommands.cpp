@@ -4,6 +4,7 @@
 #include "Ctl.h"
 #include "RecordJson.h"
 
+#include "gpx/GpxFile.h"
 #include "modes/ModeChange.h"
 #include "modes/SpotController.h"
 #include "platform/AlertPresenter.h"
@@ -171,7 +172,8 @@ int spot(CtlContext &context, const QStringList &args)
 int favorites(CtlContext &context, const QStringList &args)
 {
     const QString usage =
-        QStringLiteral("favorites list | favorites add NAME LAT LNG | favorites remove INDEX");
+        QStringLiteral("favorites list | favorites add NAME LAT LNG | favorites "
+                       "remove INDEX | favorites export FILE | favorites import FILE");
     const QString action = args.value(0);
     if (action == QLatin1String("list")) {
         if (!CtlArgs::count(context, args, 1, 1, usage))
@@ -208,6 +210,30 @@ int favorites(CtlContext &context, const QStringList &args)
         if (!store(context).removeFavorite(list, *index))
             return context.writeFailed(store(context).files().favoritesFile());
         printFavorites(context, list);
+        return CtlOk;
+    }
+    if (action == QLatin1String("export")) {
+        if (!CtlArgs::count(context, args, 2, 2, usage))
+            return CtlBadInput;
+        const QList<FavoriteEntry> list = store(context).favoritePreference();
+        const QString error = Gpx::write(args[1], list, {});
+        if (!error.isEmpty())
+            return context.fail(CtlFailed, error);
+        printFavorites(context, list);
+        return CtlOk;
+    }
+    if (action == QLatin1String("import")) {
+        if (!CtlArgs::count(context, args, 2, 2, usage))
+            return CtlBadInput;
+        // the whole file is read and checked before the first favourite is added
+        const Gpx::Content content = Gpx::read(args[1]);
+        if (!content.ok())
+            return context.fail(CtlBadInput, content.error);
+        for (const FavoriteEntry &waypoint : content.waypoints) {
+            if (!store(context).addFavorite(waypoint))
+                return context.writeFailed(store(context).files().favoritesFile());
+        }
+        printFavorites(context, store(context).favoritePreference());
         return CtlOk;
     }
     return context.fail(CtlBadInput, QStringLiteral("usage: %1").arg(usage));
@@ -255,8 +281,11 @@ void addSettingsCommands(CtlCommandTable &table)
                   QStringLiteral("Switch the fixed location on (optionally moving it) or off."),
                   spot});
     table.append({QStringLiteral("favorites"),
-                  QStringLiteral("favorites list | add NAME LAT LNG | remove INDEX"),
-                  QStringLiteral("List, append or remove favourite places."), favorites});
+                  QStringLiteral("favorites list | add NAME LAT LNG | remove INDEX | export FILE "
+                                 "| import FILE"),
+                  QStringLiteral("List, append or remove favourite places; write them to a GPX "
+                                 "file as waypoints, or append a GPX file's waypoints."),
+                  favorites});
     table.append({QStringLiteral("whitelist"), QStringLiteral("whitelist list | toggle BUNDLE_ID"),
                   QStringLiteral("List the whitelist, or toggle an application as a tap does."),
                   whitelist});
