@@ -209,6 +209,10 @@ Choose a place on the map and press “Add To →”.</source>
         <source>A newer route request replaced this one.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>A route needs a start and an end.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>QtPositionSource</name>

@@ -210,6 +210,10 @@ Choose a place on the map and press “Add To →”.</source>
         <source>A newer route request replaced this one.</source>
         <translation>这个路线请求已被更新的请求取代。</translation>
     </message>
+    <message>
+        <source>A route needs a start and an end.</source>
+        <translation>路线需要起点和终点。</translation>
+    </message>
 </context>
 <context>
     <name>QtPositionSource</name>

@@ -106,7 +106,7 @@ void TripController::planBetween(const Coordinate &from, const Coordinate &to)
         return;
     }
     m_directions->calculateDirections(
-        from, to, this,
+        {from, to}, this,
         [this, from, to](const DirectionsAnswer &answer) { answered(answer, from, to); });
 }
 

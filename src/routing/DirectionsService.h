@@ -38,7 +38,8 @@ struct DirectionsAnswer
     }
 };
 
-// Plans road routes between two places, asking for alternates too. Each
+// Plans road routes through two or more places in travel order (start,
+// stops on the way, end), asking for alternates too. Each
 // request gets exactly one answer, later, on the GUI thread, and none at all
 // once `receiver` is destroyed (a screen that is gone hears nothing).
 class DirectionsService
@@ -47,6 +48,7 @@ public:
     using Completion = std::function<void(const DirectionsAnswer &)>;
 
     virtual ~DirectionsService() = default;
-    virtual void calculateDirections(const Coordinate &source, const Coordinate &destination,
-                                     QObject *receiver, Completion completion) = 0;
+    // `waypoints` holds at least two places; with fewer the answer is an error.
+    virtual void calculateDirections(const QList<Coordinate> &waypoints, QObject *receiver,
+                                     Completion completion) = 0;
 };

@@ -60,23 +60,25 @@ OsrmDirectionsService *OsrmDirectionsService::fromServices(const HeadlessService
                                      services.configuration.userAgent(), parent);
 }
 
-QUrl OsrmDirectionsService::requestUrl(const Coordinate &source,
-                                       const Coordinate &destination) const
+QUrl OsrmDirectionsService::requestUrl(const QList<Coordinate> &waypoints) const
 {
     QUrl url = m_endpoint;
     QString base = url.path();
     while (base.endsWith(QLatin1Char('/')))
         base.chop(1);
+    QStringList places;
+    places.reserve(waypoints.size());
+    for (const Coordinate &c : waypoints)
+        places.append(coordinateText(c));
     url.setPath(base + QStringLiteral("/route/v1/") + m_profile + QLatin1Char('/') +
-                coordinateText(source) + QLatin1Char(';') + coordinateText(destination));
+                places.join(QLatin1Char(';')));
     url.setQuery(
         QStringLiteral("alternatives=true&overview=full&steps=false&geometries=polyline6"));
     return url;
 }
 
-void OsrmDirectionsService::calculateDirections(const Coordinate &source,
-                                                const Coordinate &destination, QObject *receiver,
-                                                Completion completion)
+void OsrmDirectionsService::calculateDirections(const QList<Coordinate> &waypoints,
+                                                QObject *receiver, Completion completion)
 {
     // a null receiver asks for an unguarded answer
     const bool guarded = receiver != nullptr;
@@ -87,12 +89,18 @@ void OsrmDirectionsService::calculateDirections(const Coordinate &source,
             completion(answer);
     };
 
+    if (waypoints.size() < 2) {
+        QTimer::singleShot(0, this, [deliver] {
+            deliver(DirectionsAnswer::failure(tr("A route needs a start and an end.")));
+        });
+        return;
+    }
     if (!m_network) {
         QTimer::singleShot(
             0, this, [deliver] { deliver(DirectionsAnswer::failure(tr("No network access."))); });
         return;
     }
-    Request request{requestUrl(source, destination), guarded, guard, std::move(deliver)};
+    Request request{requestUrl(waypoints), guarded, guard, std::move(deliver)};
     if (m_waiting) {
         // its turn is already booked: the newer request takes it
         QTimer::singleShot(0, this, [replaced = std::move(m_waiting->deliver)] {

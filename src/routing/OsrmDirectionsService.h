@@ -11,7 +11,8 @@
 class QNetworkAccessManager;
 struct HeadlessServices;
 
-// Directions from an OSRM server ("/route/v1/{profile}/{lng},{lat};{lng},{lat}"),
+// Directions from an OSRM server ("/route/v1/{profile}/{lng},{lat};{lng},{lat}",
+// one pair for each waypoint),
 // with alternates, the full geometry as a six-digit encoded polyline, and no
 // turn-by-turn steps. The network manager is not owned.
 //
@@ -30,8 +31,8 @@ public:
     static OsrmDirectionsService *fromServices(const HeadlessServices &services,
                                                QObject *parent = nullptr);
 
-    void calculateDirections(const Coordinate &source, const Coordinate &destination,
-                             QObject *receiver, Completion completion) override;
+    void calculateDirections(const QList<Coordinate> &waypoints, QObject *receiver,
+                             Completion completion) override;
 
     // How long one request may take; 30 seconds unless changed.
     int timeout() const { return m_timeout; }
@@ -39,7 +40,7 @@ public:
 
     RequestPacer &pacer() { return m_pacer; }
 
-    QUrl requestUrl(const Coordinate &source, const Coordinate &destination) const;
+    QUrl requestUrl(const QList<Coordinate> &waypoints) const;
 
     // The answer an HTTP response means: `status` is the HTTP status, `body`
     // what came with it.

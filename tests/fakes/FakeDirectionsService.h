@@ -23,11 +23,12 @@ public:
 
     using QObject::QObject;
 
-    void calculateDirections(const Coordinate &source, const Coordinate &destination,
-                             QObject *receiver, Completion completion) override;
+    void calculateDirections(const QList<Coordinate> &waypoints, QObject *receiver,
+                             Completion completion) override;
 
-    // Unless an answer is set: three points, via the corner between the ends.
-    static DirectionsAnswer defaultAnswer(const Coordinate &source, const Coordinate &destination);
+    // Unless an answer is set: from each waypoint to the next via the
+    // corner between them.
+    static DirectionsAnswer defaultAnswer(const QList<Coordinate> &waypoints);
     // The answer every request gets from now on; unset: the default route.
     void setAnswer(const DirectionsAnswer &answer) { m_answer = answer; }
 
@@ -38,11 +39,12 @@ public:
     // receiver is gone (nothing is called).
     bool release(qsizetype index, const DirectionsAnswer &answer);
 
-    const QList<QPair<Coordinate, Coordinate>> &requests() const { return m_requests; }
+    // The waypoints of every request, in order.
+    const QList<QList<Coordinate>> &requests() const { return m_requests; }
 
 private:
     std::optional<DirectionsAnswer> m_answer;
     bool m_held = false;
     QList<Request> m_pending;
-    QList<QPair<Coordinate, Coordinate>> m_requests;
+    QList<QList<Coordinate>> m_requests;
 };

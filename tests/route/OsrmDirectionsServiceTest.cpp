@@ -35,7 +35,7 @@ private:
     DirectionsAnswer ask(OsrmDirectionsService &s)
     {
         QList<DirectionsAnswer> answers;
-        s.calculateDirections({22.2846809, 114.1588}, {22.2988, 114.1722}, nullptr,
+        s.calculateDirections({{22.2846809, 114.1588}, {22.2988, 114.1722}}, nullptr,
                               [&](const DirectionsAnswer &a) { answers.append(a); });
         if (QTest::qWaitFor([&] { return !answers.isEmpty(); }, 5000))
             QTest::qWait(50); // time for a second answer
@@ -137,7 +137,7 @@ private slots:
         QStringList answers(3);
         for (int i = 0; i < 3; ++i)
             s->calculateDirections(
-                {22.5, 114.0 + i}, {22.6, 114.5}, nullptr, [&, i](const auto &a) {
+                {{22.5, 114.0 + i}, {22.6, 114.5}}, nullptr, [&, i](const auto &a) {
                     answers[i] = a.replaced ? u"replaced"_s : a.error.value_or(u"found"_s);
                 });
         QTRY_COMPARE_WITH_TIMEOUT(answers, u"found replaced found"_s.split(u' '), 5000);
@@ -154,7 +154,7 @@ private slots:
         auto s = service(m_server->baseUrl());
         int calls = 0;
         auto receiver = std::make_unique<QObject>();
-        s->calculateDirections({22.28, 114.15}, {22.29, 114.17}, receiver.get(),
+        s->calculateDirections({{22.28, 114.15}, {22.29, 114.17}}, receiver.get(),
                                [&](const DirectionsAnswer &) { ++calls; });
         QVERIFY(QTest::qWaitFor([&] { return !m_server->requests().isEmpty(); }, 5000));
         receiver.reset();

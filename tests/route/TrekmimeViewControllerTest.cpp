@@ -68,7 +68,7 @@ private slots:
         screen.startChosen(Central.latitude, Central.longitude, u"Central"_s);
         screen.endChosen(Tst.latitude, Tst.longitude, u"Tsim Sha Tsui"_s);
         QVERIFY(screen.HUD()->isVisible() && !screen.HUD()->isFinished());
-        QVERIFY(m_world->directions.release(0, FakeDirectionsService::defaultAnswer(Central, Tst)));
+        QVERIFY(m_world->directions.release(0, FakeDirectionsService::defaultAnswer({Central, Tst})));
         QTRY_VERIFY(screen.HUD()->isFinished());
         MapView *map = screen.mapView();
         QCOMPARE(map->annotations().size(), 2);
