@@ -7,6 +7,7 @@
 #include "BenchMain.h"
 #include "gpx/GpxFile.h"
 #include "settings/PropertyList.h"
+#include "settings/PropertyListGuard.h"
 #include "settings/TMPreferenceUtil.h"
 
 #include <QCoreApplication>
@@ -109,6 +110,18 @@ void BM_LibplistFromXml(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+// The check every read makes before parsing (nesting depth, expansion):
+// its share of BM_RouteRecordRead is its cost.
+void BM_PropertyListGuard(benchmark::State &state)
+{
+    const QByteArray xml = PropertyList::toXml(routeRecord(int(state.range(0))).toPropertyList());
+    for (auto _ : state) {
+        QString refusal = PropertyListGuard::refusal(xml);
+        benchmark::DoNotOptimize(refusal);
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
 } // namespace
 
 BENCHMARK(BM_RouteRecordWrite)->Arg(100000)->Unit(benchmark::kMillisecond);
@@ -116,6 +129,7 @@ BENCHMARK(BM_RouteRecordRead)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_GpxImport)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LibplistToXml)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LibplistFromXml)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_PropertyListGuard)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {

@@ -215,6 +215,40 @@ Choose a place on the map and press “Add To →”.</source>
     </message>
 </context>
 <context>
+    <name>PropertyList</name>
+    <message>
+        <source>not a regular file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>larger than any settings file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not a property list</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PropertyListGuard</name>
+    <message>
+        <source>nested more than %1 levels deep</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not a well-formed binary property list</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>expands to more than %L1 values</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>larger than %L1 MB</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>QtPositionSource</name>
     <message>
         <source>Access to the device position was denied.</source>
@@ -324,6 +358,17 @@ Choose a place on the map and press “Add To →”.</source>
     </message>
     <message>
         <source>CANCEL</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TMPreferenceUtil</name>
+    <message>
+        <source>not a dictionary</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>not an array</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -216,6 +216,40 @@ Choose a place on the map and press “Add To →”.</source>
     </message>
 </context>
 <context>
+    <name>PropertyList</name>
+    <message>
+        <source>not a regular file</source>
+        <translation>不是普通文件</translation>
+    </message>
+    <message>
+        <source>larger than any settings file</source>
+        <translation>大于任何设置文件应有的大小</translation>
+    </message>
+    <message>
+        <source>not a property list</source>
+        <translation>不是属性列表</translation>
+    </message>
+</context>
+<context>
+    <name>PropertyListGuard</name>
+    <message>
+        <source>nested more than %1 levels deep</source>
+        <translation>嵌套超过 %1 层</translation>
+    </message>
+    <message>
+        <source>not a well-formed binary property list</source>
+        <translation>不是格式正确的二进制属性列表</translation>
+    </message>
+    <message>
+        <source>expands to more than %L1 values</source>
+        <translation>展开后超过 %L1 个值</translation>
+    </message>
+    <message>
+        <source>larger than %L1 MB</source>
+        <translation>大于 %L1 MB</translation>
+    </message>
+</context>
+<context>
     <name>QtPositionSource</name>
     <message>
         <source>Access to the device position was denied.</source>
@@ -326,6 +360,17 @@ Choose a place on the map and press “Add To →”.</source>
     <message>
         <source>CANCEL</source>
         <translation>取消</translation>
+    </message>
+</context>
+<context>
+    <name>TMPreferenceUtil</name>
+    <message>
+        <source>not a dictionary</source>
+        <translation>不是字典</translation>
+    </message>
+    <message>
+        <source>not an array</source>
+        <translation>不是数组</translation>
     </message>
 </context>
 <context>

@@ -1,5 +1,8 @@
 #include "settings/PropertyList.h"
 
+#include "settings/PropertyListGuard.h"
+
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QFile>
 #include <QSaveFile>
@@ -7,7 +10,13 @@
 
 #include <plist/plist.h>
 
+#include <cerrno>
+#include <cstring>
 #include <memory>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -218,9 +227,12 @@ plist_t fromVariant(const QVariant &value, Utf8Cache &keys)
 } // namespace
 
 namespace {
-QVariant parse(const char *data, qint64 size)
+// `checked`: the bytes have passed the guard already.
+QVariant parse(const char *data, qint64 size, bool checked = false)
 {
     if (size <= 0 || size > qint64(UINT32_MAX))
+        return {};
+    if (!checked && !PropertyListGuard::refusal(QByteArrayView(data, size)).isEmpty())
         return {};
     plist_t root = nullptr;
     plist_from_memory(data, uint32_t(size), &root);
@@ -237,14 +249,50 @@ QVariant PropertyList::fromData(const QByteArray &data)
     return parse(data.constData(), data.size());
 }
 
+namespace {
+PropertyList::Loaded unreadable(QString problem)
+{
+    return {{}, PropertyList::ReadStatus::Unreadable, std::move(problem)};
+}
+} // namespace
+
+PropertyList::Loaded PropertyList::load(const QString &path)
+{
+    // Opened without blocking, so a named pipe in place of the file cannot
+    // hold the program; only then is it known to be a plain file.
+    const int fd =
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (fd < 0) {
+        if (errno == ENOENT || errno == ENOTDIR)
+            return {};
+        return unreadable(QString::fromLocal8Bit(std::strerror(errno)));
+    }
+    QFile file;
+    file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+    struct stat info = {};
+    if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode))
+        return unreadable(QCoreApplication::translate("PropertyList", "not a regular file"));
+    if (info.st_size > PropertyListGuard::MaxFileBytes)
+        return unreadable(
+            QCoreApplication::translate("PropertyList", "larger than any settings file"));
+    // not mapped: a tool that rewrites the file in place would crash a
+    // mapped reader, where a copy merely reads as malformed. One byte more
+    // than allowed tells a file that grew meanwhile.
+    const QByteArray data = file.read(PropertyListGuard::MaxFileBytes + 1);
+    if (data.size() > PropertyListGuard::MaxFileBytes)
+        return unreadable(
+            QCoreApplication::translate("PropertyList", "larger than any settings file"));
+    if (const QString problem = PropertyListGuard::refusal(data); !problem.isEmpty())
+        return unreadable(problem);
+    QVariant root = parse(data.constData(), data.size(), true);
+    if (!root.isValid())
+        return unreadable(QCoreApplication::translate("PropertyList", "not a property list"));
+    return {std::move(root), ReadStatus::Read, {}};
+}
+
 QVariant PropertyList::read(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    // not mapped: a tool that rewrites the file in place would crash a
-    // mapped reader, where a copy merely reads as malformed
-    return fromData(file.readAll());
+    return load(path).root;
 }
 
 QVariantMap PropertyList::readDictionary(const QString &path)

@@ -15,9 +15,22 @@
 class PropertyList
 {
 public:
+    enum class ReadStatus { Missing, Read, Unreadable };
+    struct Loaded
+    {
+        QVariant root; // invalid unless read
+        ReadStatus status = ReadStatus::Missing;
+        QString problem; // why it is unreadable, for a person
+    };
+
+    // Reads a file the user or another program may have put there: only a
+    // regular file no larger than any settings file could be, and only when
+    // its bytes pass PropertyListGuard. Never waits on a pipe or a device.
+    static Loaded load(const QString &path);
     // The root of the file, or an invalid QVariant when the file is missing,
     // unreadable or not a property list.
     static QVariant read(const QString &path);
+    // The root `data` holds, or an invalid QVariant; guarded as `load` is.
     static QVariant fromData(const QByteArray &data);
 
     // Convenience readers that answer empty for a missing file or a root of

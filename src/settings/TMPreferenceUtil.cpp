@@ -4,6 +4,8 @@
 #include "settings/RecordKeys.h"
 #include "settings/StoredValue.h"
 
+#include <QCoreApplication>
+
 namespace {
 // The hooking component would take a non-finite coordinate at its word, so
 // no write lets one through. A missing key is no coordinate and passes.
@@ -16,9 +18,46 @@ bool finiteCoordinate(const QVariantMap &values, const QString &latitude, const 
 
 TMPreferenceUtil::TMPreferenceUtil(const PreferenceFiles &files) : m_files(files) {}
 
+QVariant TMPreferenceUtil::readRoot(const QString &path, int expectedType, bool *unreadable) const
+{
+    PropertyList::Loaded loaded = PropertyList::load(path);
+    if (loaded.status == PropertyList::ReadStatus::Read &&
+        loaded.root.metaType().id() != expectedType) {
+        loaded.status = PropertyList::ReadStatus::Unreadable;
+        loaded.problem = expectedType == QMetaType::QVariantMap
+                             ? QCoreApplication::translate("TMPreferenceUtil", "not a dictionary")
+                             : QCoreApplication::translate("TMPreferenceUtil", "not an array");
+    }
+    if (unreadable)
+        *unreadable = loaded.status == PropertyList::ReadStatus::Unreadable;
+    if (loaded.status != PropertyList::ReadStatus::Unreadable) {
+        m_reported.remove(path);
+        return loaded.root;
+    }
+    if (m_reported.value(path) != loaded.problem) {
+        m_reported.insert(path, loaded.problem);
+        if (m_unreadable)
+            m_unreadable(path, loaded.problem);
+        else
+            qWarning("%s is unreadable (%s); it reads as empty", qPrintable(path),
+                     qPrintable(loaded.problem));
+    }
+    return {};
+}
+
+QVariantMap TMPreferenceUtil::readDictionary(const QString &path) const
+{
+    return readRoot(path, QMetaType::QVariantMap).toMap();
+}
+
+QVariantList TMPreferenceUtil::readArray(const QString &path) const
+{
+    return readRoot(path, QMetaType::QVariantList).toList();
+}
+
 RouteRecord TMPreferenceUtil::routePreference() const
 {
-    return RouteRecord::fromPropertyList(PropertyList::readDictionary(m_files.routeFile()));
+    return RouteRecord::fromPropertyList(readDictionary(m_files.routeFile()));
 }
 
 bool TMPreferenceUtil::writeRoutePreference(const RouteRecord &preference)
@@ -46,7 +85,7 @@ bool TMPreferenceUtil::setRouteEnable(bool on)
 
 LocationRecord TMPreferenceUtil::locationPreference() const
 {
-    return LocationRecord::fromPropertyList(PropertyList::readDictionary(m_files.locationFile()));
+    return LocationRecord::fromPropertyList(readDictionary(m_files.locationFile()));
 }
 
 bool TMPreferenceUtil::writeLocationPreference(const LocationRecord &preference)
@@ -81,7 +120,11 @@ bool TMPreferenceUtil::setLocationEnable(bool on)
 
 bool TMPreferenceUtil::setLocationLatitude(double lat, double lng)
 {
-    const LocationRecord unchanged = locationPreference();
+    bool unreadable = false;
+    const LocationRecord unchanged = LocationRecord::fromPropertyList(
+        readRoot(m_files.locationFile(), QMetaType::QVariantMap, &unreadable).toMap());
+    if (unreadable)
+        return false;
     LocationRecord changed = locationPreference();
     changed.setCoordinate(lat, lng);
     // the changed copy is dropped on purpose; see the header
@@ -98,7 +141,7 @@ bool TMPreferenceUtil::setLocationEnable(bool on, double lat, double lng)
 
 QList<FavoriteEntry> TMPreferenceUtil::favoritePreference() const
 {
-    return FavoriteEntry::listFromPropertyList(PropertyList::readArray(m_files.favoritesFile()));
+    return FavoriteEntry::listFromPropertyList(readArray(m_files.favoritesFile()));
 }
 
 bool TMPreferenceUtil::addFavorite(const FavoriteEntry &favorite)
@@ -123,7 +166,7 @@ bool TMPreferenceUtil::removeFavorite(QList<FavoriteEntry> &favorites, qsizetype
 
 WhitelistRecord TMPreferenceUtil::whitePreference() const
 {
-    return WhitelistRecord::fromPropertyList(PropertyList::readDictionary(m_files.whitelistFile()));
+    return WhitelistRecord::fromPropertyList(readDictionary(m_files.whitelistFile()));
 }
 
 bool TMPreferenceUtil::toggleWhitelist(WhitelistRecord &whitelist, const QString &bundle)
@@ -134,8 +177,7 @@ bool TMPreferenceUtil::toggleWhitelist(WhitelistRecord &whitelist, const QString
 
 int TMPreferenceUtil::mode() const
 {
-    return MasterRecord::fromPropertyList(PropertyList::readDictionary(m_files.masterFile()))
-        .mode();
+    return MasterRecord::fromPropertyList(readDictionary(m_files.masterFile())).mode();
 }
 
 bool TMPreferenceUtil::writeMode(MasterRecord::Mode mode)
@@ -145,5 +187,5 @@ bool TMPreferenceUtil::writeMode(MasterRecord::Mode mode)
 
 QStringList TMPreferenceUtil::hideListBundles() const
 {
-    return PropertyList::readDictionary(m_files.hideListFile()).keys();
+    return readDictionary(m_files.hideListFile()).keys();
 }

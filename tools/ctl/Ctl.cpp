@@ -1,6 +1,7 @@
 #include "Ctl.h"
 
 #include "platform/AlertPresenter.h"
+#include "settings/TMPreferenceUtil.h"
 #include "startup/CoreServices.h"
 #include "startup/Startup.h"
 
@@ -181,6 +182,13 @@ int runCtl(int argc, char **argv)
     StderrAlertPresenter alerts(err);
     const CoreServices core(configuration, &alerts);
     CtlContext context{out, err, parser.isSet(json), core.services()};
+    if (TMPreferenceUtil *store = core.services().preferences) {
+        // one line for each settings file the command had to take as empty
+        store->setUnreadableHandler([&err](const QString &path, const QString &problem) {
+            err << "trekmime-ctl: " << path << " is unreadable (" << problem
+                << "); taken as empty and left as it is" << Qt::endl;
+        });
+    }
 
     const QString name = positional.takeFirst();
     for (const CtlCommand &command : std::as_const(table)) {

@@ -1,0 +1,234 @@
+#include "settings/PropertyListGuard.h"
+
+#include <QCoreApplication>
+
+#include <cstring>
+#include <vector>
+
+namespace {
+
+QString tooDeep()
+{
+    return QCoreApplication::translate("PropertyListGuard", "nested more than %1 levels deep")
+        .arg(PropertyListGuard::MaxDepth);
+}
+
+QString malformedBinary()
+{
+    return QCoreApplication::translate("PropertyListGuard",
+                                       "not a well-formed binary property list");
+}
+
+quint64 bigEndian(const uchar *bytes, int size)
+{
+    quint64 value = 0;
+    for (int i = 0; i < size; ++i)
+        value = (value << 8) | bytes[i];
+    return value;
+}
+
+// The binary form: a header, the objects, a table of their offsets and a
+// 32-byte trailer naming the sizes, the object count and the root. A
+// container is a marker byte with its count, then the indexes of its
+// children (a dictionary's keys, then its values).
+class BinaryWalk
+{
+public:
+    BinaryWalk(const uchar *data, quint64 size) : m_data(data), m_size(size) {}
+
+    QString refusal()
+    {
+        if (m_size < 8 + 32)
+            return malformedBinary();
+        const uchar *trailer = m_data + m_size - 32;
+        m_offsetSize = trailer[6];
+        m_refSize = trailer[7];
+        m_count = bigEndian(trailer + 8, 8);
+        const quint64 top = bigEndian(trailer + 16, 8);
+        m_tableAt = bigEndian(trailer + 24, 8);
+        const quint64 tableEnd = m_size - 32;
+        if (m_offsetSize < 1 || m_offsetSize > 8 || m_refSize < 1 || m_refSize > 8 ||
+            m_tableAt < 8 || m_tableAt > tableEnd ||
+            m_count > (tableEnd - m_tableAt) / quint64(m_offsetSize))
+            return malformedBinary();
+
+        m_frames.reserve(PropertyListGuard::MaxDepth + 1);
+        if (QString problem = enter(top); !problem.isEmpty())
+            return problem;
+        qint64 values = 1;
+        while (!m_frames.empty()) {
+            Frame &frame = m_frames.back();
+            if (frame.remaining == 0) {
+                m_frames.pop_back();
+                continue;
+            }
+            const quint64 child = bigEndian(m_data + frame.refsAt, m_refSize);
+            frame.refsAt += quint64(m_refSize);
+            --frame.remaining;
+            // a shared child counts each time it is named: that is what
+            // the parser would build
+            if (++values > PropertyListGuard::MaxValues)
+                return QCoreApplication::translate("PropertyListGuard",
+                                                   "expands to more than %L1 values")
+                    .arg(PropertyListGuard::MaxValues);
+            if (QString problem = enter(child); !problem.isEmpty())
+                return problem;
+        }
+        return {};
+    }
+
+private:
+    struct Frame
+    {
+        quint64 refsAt;
+        quint64 remaining;
+    };
+
+    // Looks at object `index`; a container becomes a new frame to walk.
+    QString enter(quint64 index)
+    {
+        if (index >= m_count)
+            return malformedBinary();
+        const quint64 at =
+            bigEndian(m_data + m_tableAt + index * quint64(m_offsetSize), m_offsetSize);
+        if (at < 8 || at >= m_tableAt)
+            return malformedBinary();
+        const uchar marker = m_data[at];
+        const int type = marker >> 4;
+        if (type != 0xA && type != 0xC && type != 0xD)
+            return {}; // a leaf: its size is the parser's to check
+        quint64 count = marker & 0x0F;
+        quint64 refsAt = at + 1;
+        if (count == 0x0F) {
+            // the count follows as an integer object
+            if (refsAt >= m_tableAt || (m_data[refsAt] >> 4) != 0x1)
+                return malformedBinary();
+            const int size = 1 << (m_data[refsAt] & 0x0F);
+            if (size > 8 || refsAt + 1 + quint64(size) > m_tableAt)
+                return malformedBinary();
+            count = bigEndian(m_data + refsAt + 1, size);
+            refsAt += 1 + quint64(size);
+        }
+        const quint64 room = (m_tableAt - refsAt) / quint64(m_refSize);
+        if (count > room || (type == 0xD && count > room / 2))
+            return malformedBinary();
+        if (m_frames.size() >= std::size_t(PropertyListGuard::MaxDepth))
+            return tooDeep();
+        m_frames.push_back({refsAt, type == 0xD ? count * 2 : count});
+        return {};
+    }
+
+    const uchar *m_data;
+    quint64 m_size;
+    int m_offsetSize = 0;
+    int m_refSize = 0;
+    quint64 m_count = 0;
+    quint64 m_tableAt = 0;
+    std::vector<Frame> m_frames;
+};
+
+const char *find(const char *from, const char *end, const char *text)
+{
+    const std::size_t length = std::strlen(text);
+    for (const char *p = from; p + length <= end; ++p) {
+        p = static_cast<const char *>(std::memchr(p, text[0], std::size_t(end - p)));
+        if (!p || p + length > end)
+            return end;
+        if (std::memcmp(p, text, length) == 0)
+            return p + length;
+    }
+    return end;
+}
+
+bool startsWith(const char *p, const char *end, const char *text)
+{
+    const std::size_t length = std::strlen(text);
+    return std::size_t(end - p) >= length && std::memcmp(p, text, length) == 0;
+}
+
+bool isContainer(const char *name, const char *end)
+{
+    for (const char *word : {"array", "dict"}) {
+        const std::size_t length = std::strlen(word);
+        if (std::size_t(end - name) > length && std::memcmp(name, word, length) == 0) {
+            const char next = name[length];
+            if (next == '>' || next == '/' || next == ' ' || next == '\t' || next == '\n' ||
+                next == '\r')
+                return true;
+        }
+    }
+    return false;
+}
+
+// The XML form has no shared values, so only its depth matters: one pass
+// over the tags, counting open arrays and dictionaries as the binary walk
+// does, and open elements of any name with room for the plist element and
+// a leaf. Comments, CDATA, processing instructions and the document type
+// are stepped over whole, and quoted attribute values may hold '>' or '/'.
+QString xmlRefusal(const char *p, const char *end)
+{
+    constexpr int MaxElementDepth = PropertyListGuard::MaxDepth + 2;
+    int depth = 0;
+    int containers = 0;
+    while (p < end) {
+        p = static_cast<const char *>(std::memchr(p, '<', std::size_t(end - p)));
+        if (!p || ++p == end)
+            break;
+        if (*p == '/') {
+            --depth;
+            if (isContainer(p + 1, end))
+                --containers;
+            p = find(p, end, ">");
+        } else if (*p == '?') {
+            p = find(p, end, "?>");
+        } else if (startsWith(p, end, "!--")) {
+            p = find(p + 3, end, "-->");
+        } else if (startsWith(p, end, "![CDATA[")) {
+            p = find(p, end, "]]>");
+        } else if (*p == '!') {
+            int brackets = 0;
+            for (; p < end && (*p != '>' || brackets > 0); ++p)
+                brackets += *p == '[' ? 1 : *p == ']' ? -1 : 0;
+        } else {
+            const bool container = isContainer(p, end);
+            char quote = 0;
+            char last = 0;
+            for (; p < end; ++p) {
+                const char c = *p;
+                if (quote) {
+                    if (c == quote) {
+                        quote = 0;
+                        last = c;
+                    }
+                } else if (c == '"' || c == '\'') {
+                    quote = c;
+                } else if (c == '>') {
+                    break;
+                } else if (c != ' ' && c != '\t' && c != '\n' && c != '\r') {
+                    last = c;
+                }
+            }
+            if (p == end)
+                break;
+            if (last == '/')
+                continue; // an empty element
+            if (++depth > MaxElementDepth ||
+                (container && ++containers > PropertyListGuard::MaxDepth))
+                return tooDeep();
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+QString PropertyListGuard::refusal(QByteArrayView data)
+{
+    if (data.size() > MaxFileBytes)
+        return QCoreApplication::translate("PropertyListGuard", "larger than %L1 MB")
+            .arg(MaxFileBytes / (1024 * 1024));
+    if (data.startsWith("bplist00"))
+        return BinaryWalk(reinterpret_cast<const uchar *>(data.data()), quint64(data.size()))
+            .refusal();
+    return xmlRefusal(data.data(), data.data() + data.size());
+}
