@@ -209,7 +209,15 @@ DirectionsAnswer OsrmDirectionsService::answerFor(int status, const QByteArray &
 std::optional<QList<Coordinate>> OsrmDirectionsService::decodePolyline(QByteArrayView encoded,
                                                                        int precision)
 {
+    if (precision < 0 || precision > 9)
+        return std::nullopt;
     const double factor = std::pow(10.0, precision);
+    // Every running value must stay a place; a step larger than the whole
+    // globe cannot be one either, and refusing it keeps the sums far from
+    // overflowing.
+    const qint64 maxLatitude = qint64(90 * factor);
+    const qint64 maxLongitude = qint64(180 * factor);
+    const qint64 maxStep = 2 * maxLongitude;
     QList<Coordinate> coordinates;
     coordinates.reserve(encoded.size() / 4);
     qint64 latitude = 0;
@@ -220,8 +228,14 @@ std::optional<QList<Coordinate>> OsrmDirectionsService::decodePolyline(QByteArra
         qint64 dLongitude = 0;
         if (!readValue(encoded, at, dLatitude) || !readValue(encoded, at, dLongitude))
             return std::nullopt;
+        if (dLatitude > maxStep || dLatitude < -maxStep || dLongitude > maxStep ||
+            dLongitude < -maxStep)
+            return std::nullopt;
         latitude += dLatitude;
         longitude += dLongitude;
+        if (latitude > maxLatitude || latitude < -maxLatitude || longitude > maxLongitude ||
+            longitude < -maxLongitude)
+            return std::nullopt;
         // integers divided once: the nearest double to the encoded decimal
         coordinates.append({double(latitude) / factor, double(longitude) / factor});
     }

@@ -99,6 +99,13 @@ private slots:
             unreadable);
         row("character below the polyline alphabet", 200,
             R"({"code":"Ok","routes":[{"geometry":"_izlhA~rlgdF !"}]})", unreadable);
+        // steps that would overflow, and places off the globe
+        const auto line = [](const char *geometry) {
+            return QByteArray(R"({"code":"Ok","routes":[{"geometry":")") + geometry + "\"}]}";
+        };
+        row("overflowing steps", 200, line("}~~~~~~~~~~~F?}~~~~~~~~~~~F?"), unreadable);
+        row("latitude 91", 200, line("_keqlD?"), unreadable);
+        row("longitude -181", 200, line("_gjaR~rjfxI"), unreadable);
         row("no routes", 200, R"({"code":"Ok","routes":[]})",
             u"The routing service found no route."_s);
         row("never answers", 0, "", u"The routing service did not answer within 0.2 seconds."_s);
