@@ -19,8 +19,12 @@ bool overlaps(const QRectF &a, const QRectF &b)
 PolylineGeometry::PolylineGeometry(const QList<Coordinate> &coordinates)
 {
     m_world.reserve(coordinates.size());
-    for (const Coordinate &c : coordinates)
-        m_world.append(MapCamera::project(c));
+    // points off the globe or no numbers at all are left out, so the
+    // painter only ever sees finite places
+    for (const Coordinate &c : coordinates) {
+        if (c.isValid())
+            m_world.append(MapCamera::project(c));
+    }
     // a line that crosses the antimeridian stays continuous
     for (qsizetype i = 1; i < m_world.size(); ++i) {
         const double jump = m_world[i].x() - m_world[i - 1].x();

@@ -183,6 +183,10 @@ void SlippyMap::paintAnnotations(QPainter &painter, const MapCamera &camera)
     const QImage &pin = defaultPinImage();
     const QRectF view(QPointF(0, 0), camera.viewportSize());
     for (const AnnotationEntry &entry : std::as_const(m_annotations)) {
+        // a place off the globe or no number at all (a damaged file) is not
+        // drawn: the painter cannot be trusted with it
+        if (!entry.annotation->coordinate().isValid())
+            continue;
         const QPointF at = camera.coordinateToPoint(entry.annotation->coordinate());
         const bool custom = !entry.image.isNull();
         const QImage &image = custom ? entry.image : pin;

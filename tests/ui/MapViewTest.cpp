@@ -7,6 +7,7 @@
 #include <QPointingDevice>
 
 #include <algorithm>
+#include <limits>
 #include <memory>
 
 namespace {
@@ -186,6 +187,24 @@ private slots:
         m_map->removeOverlay(line);
         QCOMPARE(m_map->annotations(), QList<MapAnnotationPtr>{b});
         QVERIFY(m_map->overlays().isEmpty());
+    }
+
+    // Places no honest source gives are left out of the picture, whatever
+    // the caller passes.
+    void impossiblePlacesAreNotPainted()
+    {
+        const double nan = std::numeric_limits<double>::quiet_NaN();
+        const double inf = std::numeric_limits<double>::infinity();
+        newMap(false);
+        m_map->addOverlay(std::make_shared<MapPolyline>(QList<Coordinate>{Paris, Lyon}));
+        const QImage expected = m_map->grab().toImage();
+        newMap(false);
+        m_map->addOverlay(std::make_shared<MapPolyline>(
+            QList<Coordinate>{{nan, 2.0}, Paris, {inf, 3.0}, {91.0, 3.0}, Lyon, {45.0, -inf}}));
+        m_map->addOverlay(std::make_shared<MapPolyline>(QList<Coordinate>{{nan, nan}}));
+        for (const Coordinate &c : {Coordinate{nan, 2.0}, Coordinate{inf, -inf}, {-91.0, 0.0}})
+            m_map->addAnnotation(std::make_shared<MapPointAnnotation>(c));
+        QCOMPARE(m_map->grab().toImage(), expected);
     }
 
     void showsTheUserLocation()
