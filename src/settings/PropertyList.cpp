@@ -10,6 +10,7 @@
 
 #include <plist/plist.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <memory>
@@ -130,6 +131,26 @@ QVariant toVariant(plist_t node, KeyCache &keys)
     }
 }
 
+// XML 1.0 cannot hold most control characters (not even escaped) nor
+// U+FFFE and U+FFFF, and libplist takes C strings, so a NUL would cut the
+// text short. Each such character is written as U+FFFD: the file always
+// parses, and the text keeps its length and shows where something was.
+QByteArray xmlSafeUtf8(const QString &text)
+{
+    const auto unfit = [](QChar c) {
+        const char16_t u = c.unicode();
+        return (u < 0x20 && u != u'\t' && u != u'\n' && u != u'\r') || u == 0xFFFE || u == 0xFFFF;
+    };
+    if (std::none_of(text.cbegin(), text.cend(), unfit))
+        return text.toUtf8();
+    QString clean = text;
+    for (QChar &c : clean) {
+        if (unfit(c))
+            c = QChar::ReplacementCharacter;
+    }
+    return clean.toUtf8();
+}
+
 // The write-side twin of KeyCache: the UTF-8 form of the few keys that
 // repeat in every route point.
 class Utf8Cache
@@ -141,7 +162,7 @@ public:
             if (entry.first == key)
                 return entry.second;
         }
-        m_scratch = key.toUtf8();
+        m_scratch = xmlSafeUtf8(key);
         if (key.size() <= 8 && m_entries.size() < 32) {
             m_entries.emplace_back(key, m_scratch);
             return m_entries.back().second;
@@ -220,7 +241,7 @@ plist_t fromVariant(const QVariant &value, Utf8Cache &keys)
         return plist_new_date(int32_t(sec), int32_t((ms - sec * 1000) * 1000));
     }
     default:
-        return plist_new_string(value.toString().toUtf8().constData());
+        return plist_new_string(xmlSafeUtf8(value.toString()).constData());
     }
 }
 

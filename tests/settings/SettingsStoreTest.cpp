@@ -78,6 +78,36 @@ private slots:
                               u"com.velmora.trekmimex.whitelist.plist"_s}));
     }
 
+    // Text XML cannot hold (control characters, a NUL) still gives files
+    // that parse, with the text's length kept.
+    void everyFileParsesWhateverTheText()
+    {
+        QString odd = u"A"_s;
+        for (char16_t c = 0; c < 0x20; ++c)
+            odd += QChar(c);
+        odd += QChar(0xFFFE) + u"B"_s;
+        m_store->addFavorite(FavoriteEntry::make(odd, 22.3, 114.2));
+        WhitelistRecord whitelist;
+        m_store->toggleWhitelist(whitelist, odd);
+        RouteRecord route;
+        route.setStartAddress(odd);
+        route.setEndAddress(odd);
+        m_store->writeRoutePreference(route);
+        for (const QString &file :
+             {files().favoritesFile(), files().whitelistFile(), files().routeFile()}) {
+            QProcess xmllint;
+            xmllint.start(u"xmllint"_s, {u"--noout"_s, file});
+            QVERIFY(xmllint.waitForFinished());
+            QVERIFY2(xmllint.exitCode() == 0, xmllint.readAllStandardError().constData());
+        }
+        QString expected = odd;
+        for (QChar &c : expected) {
+            if (c != u'A' && c != u'B' && c != u'\t' && c != u'\n' && c != u'\r')
+                c = QChar::ReplacementCharacter;
+        }
+        QCOMPARE(m_store->routePreference().startAddress(), expected);
+    }
+
     void nothingStoredReadsAsOff()
     {
         QVERIFY(!m_store->isLocationEnable());
