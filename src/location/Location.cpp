@@ -5,6 +5,7 @@
 #include "platform/AlertPresenter.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QSettings>
 
 namespace {
@@ -12,16 +13,20 @@ namespace {
 const QString latitudeKey = QStringLiteral("LocationLatitudeKey");
 const QString longitudeKey = QStringLiteral("LocationLongitudeKey");
 
-// The standard user-defaults store of this application.
+// The application's own state folder ($XDG_STATE_HOME/trekmime): the last
+// position is state, not configuration, and the user's configuration file
+// (with its comments) is never written.
+QString stateFolder()
+{
+    QString home = qEnvironmentVariable("XDG_STATE_HOME");
+    if (!QDir::isAbsolutePath(home))
+        home = QDir::homePath() + QStringLiteral("/.local/state");
+    return home + QStringLiteral("/trekmime");
+}
+
 QSettings userDefaults()
 {
-    QString organization = QCoreApplication::organizationName();
-    if (organization.isEmpty())
-        organization = QStringLiteral("trekmime");
-    QString application = QCoreApplication::applicationName();
-    if (application.isEmpty())
-        application = QStringLiteral("trekmime");
-    return QSettings(QSettings::UserScope, organization, application);
+    return QSettings(stateFolder() + QStringLiteral("/last-position.ini"), QSettings::IniFormat);
 }
 
 void storeUserDefault(const QString &key, double value)

@@ -53,7 +53,8 @@ using CoordinateAnswer = LocationAnswer<Coordinate>; // the place of an address
 // one that is still waiting gets nothing.
 //
 // The last valid fix is kept in memory and in the user defaults
-// ("LocationLatitudeKey", "LocationLongitudeKey"), read back at construction
+// ("LocationLatitudeKey", "LocationLongitudeKey" in last-position.ini of
+// the state folder, $XDG_STATE_HOME/trekmime), read back at construction
 // so that a fresh start still knows where the device was.
 class Location : public QObject
 {

@@ -17,7 +17,7 @@ inline QStringList words(const char *text)
     return QString::fromUtf8(text).split(u' ', Qt::SkipEmptyParts);
 }
 
-// Runs `program` with `arguments`, its config home inside `dir` so that
+// Runs `program` with `arguments`, its config and state homes inside `dir` so that
 // the user's own config file never counts, and `extra` added to the
 // environment. The event loop keeps turning meanwhile, so a stub server of
 // this process can answer the tool.
@@ -27,6 +27,7 @@ inline Run runProgram(const QString &program, const QString &dir, const QStringL
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("XDG_CONFIG_HOME"), dir + QStringLiteral("/config"));
+    environment.insert(QStringLiteral("XDG_STATE_HOME"), dir + QStringLiteral("/state"));
     // set by QtTest for this process; a child that sees it gets only Qt
     // Positioning's test plugins
     environment.remove(QStringLiteral("QT_QTESTLIB_RUNNING"));

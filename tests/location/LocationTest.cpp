@@ -1,3 +1,4 @@
+#include "FileBytes.h"
 #include "TestMain.h"
 #include "TestServices.h"
 
@@ -5,6 +6,7 @@
 #include "fakes/FakePositionSourceFactory.h"
 #include "location/Location.h"
 
+#include <QDir>
 #include <QSettings>
 
 namespace {
@@ -24,6 +26,8 @@ template <typename T> QString describe(const LocationAnswer<T> &answer)
     else
         return answer.value->toString();
 }
+
+const QByteArray ConfigText = "# mine\n[General]\nlanguage = fr\n";
 
 enum Failure { InvalidFix, SourceError, ServicesOff, NoSources };
 enum Request { ReverseLookup, PositionRequest, OwnAddress };
@@ -59,30 +63,41 @@ private:
             m_alertsSeen.append(m_world->alerts.alerts().size());
         };
     }
-    static QSettings defaults()
+    QSettings defaults() const
     {
-        return QSettings(QSettings::UserScope, u"trekmime"_s, QCoreApplication::applicationName());
+        return QSettings(m_defaultsDir->filePath(u"state/trekmime/last-position.ini"_s),
+                         QSettings::IniFormat);
     }
-    static void store(double latitude, double longitude)
+    void store(double latitude, double longitude)
     {
         QSettings settings = defaults();
         settings.setValue(u"LocationLatitudeKey"_s, latitude);
         settings.setValue(u"LocationLongitudeKey"_s, longitude);
     }
-    static double stored(const char *key) { return defaults().value(key).toDouble(); }
+    double stored(const char *key) const { return defaults().value(key).toDouble(); }
 
 private slots:
     void init()
     {
         m_world = std::make_unique<TestServices>();
         m_defaultsDir = std::make_unique<QTemporaryDir>();
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_defaultsDir->path());
+        // the state folder, and a configuration file with a comment that
+        // must survive every fix
+        qputenv("XDG_STATE_HOME", QFile::encodeName(m_defaultsDir->filePath(u"state"_s)));
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_defaultsDir->path()));
+        QVERIFY(QDir().mkpath(m_defaultsDir->filePath(u"trekmime"_s)));
+        QVERIFY(writeBytes(m_defaultsDir->filePath(u"trekmime/trekmime.conf"_s), ConfigText));
+        QCoreApplication::setApplicationName(u"trekmime"_s); // as the application is named
         m_sources = std::make_unique<FakePositionSourceFactory>();
         m_geocoder = std::make_unique<FakeGeocoder>();
         m_heard.clear();
         m_alertsSeen.clear();
     }
-    void cleanup() { m_location.reset(); } // before what it uses
+    void cleanup()
+    {
+        m_location.reset(); // before what it uses
+        QCoreApplication::setApplicationName(u"test_location"_s);
+    }
 
     void validFixIsStoredAndAnsweredOncePerRequest()
     {
@@ -96,6 +111,7 @@ private slots:
         QCOMPARE(location.longitude(), 114.05432);
         QCOMPARE(stored("LocationLatitudeKey"), 22.54321); // unrounded, for the next start
         QCOMPARE(stored("LocationLongitudeKey"), 114.05432);
+        QCOMPARE(bytesOf(m_defaultsDir->filePath(u"trekmime/trekmime.conf"_s)), ConfigText);
         location.startLocation(&m_receiver, record<Coordinate>()); // the same source, asked once
         QVERIFY(source()->deliver(0.0, 0.0, 0.0)); // at 0,0 with accuracy 0: a fix all the same
         QCOMPARE(m_sources->created() + source()->authorizationRequests(), 2);
