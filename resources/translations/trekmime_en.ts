@@ -151,10 +151,6 @@ Choose a place on the map and press “Add To →”.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Cannot reach the geocoding service: %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>The geocoding service refused the request (HTTP %1): %2</source>
         <translation type="unfinished"></translation>
     </message>
@@ -174,6 +170,10 @@ Choose a place on the map and press “Add To →”.</source>
         <source>The geocoding service found no place for this request.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>the geocoding service</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>OsrmDirectionsService</name>
@@ -183,10 +183,6 @@ Choose a place on the map and press “Add To →”.</source>
     </message>
     <message>
         <source>The routing service did not answer within %1 seconds.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Cannot reach the routing service: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -211,6 +207,10 @@ Choose a place on the map and press “Add To →”.</source>
     </message>
     <message>
         <source>A route needs a start and an end.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the routing service</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -264,6 +264,25 @@ Choose a place on the map and press “Add To →”.</source>
     </message>
     <message>
         <source>The position source failed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ReplyFailure</name>
+    <message>
+        <source>The request to %1 was redirected in a loop (%2).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The request to %1 was redirected to an insecure address.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cannot reach %1: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The connection to %1 broke off before its whole answer came: %2</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

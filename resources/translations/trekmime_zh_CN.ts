@@ -152,10 +152,6 @@ Choose a place on the map and press “Add To →”.</source>
         <translation>地理编码服务在 %1 秒内没有应答。</translation>
     </message>
     <message>
-        <source>Cannot reach the geocoding service: %1</source>
-        <translation>无法连接地理编码服务：%1</translation>
-    </message>
-    <message>
         <source>The geocoding service refused the request (HTTP %1): %2</source>
         <translation>地理编码服务拒绝了请求（HTTP %1）：%2</translation>
     </message>
@@ -175,6 +171,10 @@ Choose a place on the map and press “Add To →”.</source>
         <source>The geocoding service found no place for this request.</source>
         <translation>地理编码服务没有找到与此请求对应的地点。</translation>
     </message>
+    <message>
+        <source>the geocoding service</source>
+        <translation>地理编码服务</translation>
+    </message>
 </context>
 <context>
     <name>OsrmDirectionsService</name>
@@ -185,10 +185,6 @@ Choose a place on the map and press “Add To →”.</source>
     <message>
         <source>The routing service did not answer within %1 seconds.</source>
         <translation>路线规划服务在 %1 秒内没有应答。</translation>
-    </message>
-    <message>
-        <source>Cannot reach the routing service: %1</source>
-        <translation>无法连接路线规划服务：%1</translation>
     </message>
     <message>
         <source>The routing service answered with HTTP status %1.</source>
@@ -213,6 +209,10 @@ Choose a place on the map and press “Add To →”.</source>
     <message>
         <source>A route needs a start and an end.</source>
         <translation>路线需要起点和终点。</translation>
+    </message>
+    <message>
+        <source>the routing service</source>
+        <translation>路线规划服务</translation>
     </message>
 </context>
 <context>
@@ -266,6 +266,25 @@ Choose a place on the map and press “Add To →”.</source>
     <message>
         <source>The position source failed.</source>
         <translation>位置来源出错。</translation>
+    </message>
+</context>
+<context>
+    <name>ReplyFailure</name>
+    <message>
+        <source>The request to %1 was redirected in a loop (%2).</source>
+        <translation>对%1的请求陷入循环重定向（%2）。</translation>
+    </message>
+    <message>
+        <source>The request to %1 was redirected to an insecure address.</source>
+        <translation>对%1的请求被重定向到不安全的地址。</translation>
+    </message>
+    <message>
+        <source>Cannot reach %1: %2</source>
+        <translation>无法连接%1：%2</translation>
+    </message>
+    <message>
+        <source>The connection to %1 broke off before its whole answer came: %2</source>
+        <translation>与%1的连接在完整回复到达前中断：%2</translation>
     </message>
 </context>
 <context>

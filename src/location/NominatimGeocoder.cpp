@@ -1,6 +1,7 @@
 #include "location/NominatimGeocoder.h"
 
 #include "location/PreferredLanguage.h"
+#include "location/ReplyFailure.h"
 #include "location/UrlParameterString.h"
 #include "platform/HeadlessServices.h"
 #include "settings/StoredValue.h"
@@ -230,15 +231,11 @@ void NominatimGeocoder::send(const QUrl &url)
     connect(reply, &QNetworkReply::finished, this, [this, reply, url, watchdog] {
         watchdog->stop();
         reply->deleteLater();
-        const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
-        if (!status.isValid()) {
-            answer(url,
-                   GeocoderAnswer::failure(
-                       tr("Cannot reach the geocoding service: %1").arg(reply->errorString())),
-                   false);
+        if (const auto failure = replyFailure(*reply, tr("the geocoding service"))) {
+            answer(url, GeocoderAnswer::failure(*failure), false);
             return;
         }
-        const int code = status.toInt();
+        const int code = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
         const GeocoderAnswer result = answerFor(code, reply->readAll());
         // only what the service itself decided is worth remembering
         answer(url, result, code == 200);

@@ -1,5 +1,6 @@
 #include "routing/OsrmDirectionsService.h"
 
+#include "location/ReplyFailure.h"
 #include "platform/HeadlessServices.h"
 
 #include <QJsonArray>
@@ -150,13 +151,12 @@ void OsrmDirectionsService::send(const Request &request)
         if (*answered)
             return;
         *answered = true;
-        const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
-        if (!status.isValid()) {
-            deliver(DirectionsAnswer::failure(
-                tr("Cannot reach the routing service: %1").arg(reply->errorString())));
+        if (const auto failure = replyFailure(*reply, tr("the routing service"))) {
+            deliver(DirectionsAnswer::failure(*failure));
             return;
         }
-        deliver(answerFor(status.toInt(), reply->readAll()));
+        const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+        deliver(answerFor(status, reply->readAll()));
     });
 }
 

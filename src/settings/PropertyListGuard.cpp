@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -31,6 +32,13 @@ quint64 bigEndian(const uchar *bytes, int size)
 // 32-byte trailer naming the sizes, the object count and the root. A
 // container is a marker byte with its count, then the indexes of its
 // children (a dictionary's keys, then its values).
+//
+// The parser copies a shared child each time it is named, so what counts is
+// the tree it would build. One depth-first pass works that out without
+// building it: each container's expanded size and height are remembered
+// once known, so a file that names the same child a million times costs a
+// million additions, not a million walks. A container met again while it
+// is still open is a cycle, which the parser would follow forever.
 class BinaryWalk
 {
 public:
@@ -51,27 +59,26 @@ public:
             m_tableAt < 8 || m_tableAt > tableEnd ||
             m_count > (tableEnd - m_tableAt) / quint64(m_offsetSize))
             return malformedBinary();
+        if (m_count > quint64(PropertyListGuard::MaxValues))
+            return tooMany();
+        m_known.assign(std::size_t(m_count), Known{});
 
         m_frames.reserve(PropertyListGuard::MaxDepth + 1);
-        if (QString problem = enter(top); !problem.isEmpty())
+        if (QString problem = enter(top, 0); !problem.isEmpty())
             return problem;
-        qint64 values = 1;
         while (!m_frames.empty()) {
             Frame &frame = m_frames.back();
             if (frame.remaining == 0) {
+                const Frame done = frame;
                 m_frames.pop_back();
+                if (QString problem = finish(done); !problem.isEmpty())
+                    return problem;
                 continue;
             }
             const quint64 child = bigEndian(m_data + frame.refsAt, m_refSize);
             frame.refsAt += quint64(m_refSize);
             --frame.remaining;
-            // a shared child counts each time it is named: that is what
-            // the parser would build
-            if (++values > PropertyListGuard::MaxValues)
-                return QCoreApplication::translate("PropertyListGuard",
-                                                   "expands to more than %L1 values")
-                    .arg(PropertyListGuard::MaxValues);
-            if (QString problem = enter(child); !problem.isEmpty())
+            if (QString problem = enter(child, m_frames.size()); !problem.isEmpty())
                 return problem;
         }
         return {};
@@ -80,15 +87,37 @@ public:
 private:
     struct Frame
     {
+        quint64 index;
         quint64 refsAt;
         quint64 remaining;
+        quint64 values = 1; // itself and its children so far
+        int height = 1;
+    };
+    enum State : quint8 { Unseen, Open, Done };
+    struct Known
+    {
+        quint32 values = 0; // at most MaxValues
+        quint8 height = 0;
+        State state = Unseen;
     };
 
-    // Looks at object `index`; a container becomes a new frame to walk.
-    QString enter(quint64 index)
+    static QString tooMany()
+    {
+        return QCoreApplication::translate("PropertyListGuard", "expands to more than %L1 values")
+            .arg(PropertyListGuard::MaxValues);
+    }
+
+    // A child of the open frame (or the root, at `depth` 0) is counted into
+    // it, or opened as a new frame when it is a container not yet known.
+    QString enter(quint64 index, std::size_t depth)
     {
         if (index >= m_count)
             return malformedBinary();
+        Known &known = m_known[std::size_t(index)];
+        if (known.state == Open)
+            return tooDeep(); // a cycle
+        if (known.state == Done)
+            return add(known.values, known.height);
         const quint64 at =
             bigEndian(m_data + m_tableAt + index * quint64(m_offsetSize), m_offsetSize);
         if (at < 8 || at >= m_tableAt)
@@ -96,7 +125,7 @@ private:
         const uchar marker = m_data[at];
         const int type = marker >> 4;
         if (type != 0xA && type != 0xC && type != 0xD)
-            return {}; // a leaf: its size is the parser's to check
+            return add(1, 0); // a leaf: its size is the parser's to check
         quint64 count = marker & 0x0F;
         quint64 refsAt = at + 1;
         if (count == 0x0F) {
@@ -112,10 +141,33 @@ private:
         const quint64 room = (m_tableAt - refsAt) / quint64(m_refSize);
         if (count > room || (type == 0xD && count > room / 2))
             return malformedBinary();
-        if (m_frames.size() >= std::size_t(PropertyListGuard::MaxDepth))
+        if (depth >= std::size_t(PropertyListGuard::MaxDepth))
             return tooDeep();
-        m_frames.push_back({refsAt, type == 0xD ? count * 2 : count});
+        known.state = Open;
+        m_frames.push_back({index, refsAt, type == 0xD ? count * 2 : count});
         return {};
+    }
+
+    // Adds a finished child (its expanded size and height) to the open frame.
+    QString add(quint64 values, int height)
+    {
+        if (m_frames.empty())
+            return {};
+        Frame &parent = m_frames.back();
+        parent.values += values;
+        if (parent.values > quint64(PropertyListGuard::MaxValues))
+            return tooMany();
+        parent.height = std::max(parent.height, height + 1);
+        if (m_frames.size() + std::size_t(height) > std::size_t(PropertyListGuard::MaxDepth))
+            return tooDeep();
+        return {};
+    }
+
+    QString finish(const Frame &done)
+    {
+        Known &known = m_known[std::size_t(done.index)];
+        known = {quint32(done.values), quint8(done.height), Done};
+        return add(done.values, done.height);
     }
 
     const uchar *m_data;
@@ -125,6 +177,7 @@ private:
     quint64 m_count = 0;
     quint64 m_tableAt = 0;
     std::vector<Frame> m_frames;
+    std::vector<Known> m_known;
 };
 
 const char *find(const char *from, const char *end, const char *text)

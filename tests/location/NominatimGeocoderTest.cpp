@@ -67,7 +67,8 @@ private slots:
 
     void answers_data()
     {
-        QTest::addColumn<int>("status"); // 0: never answers, -1: nobody listening
+        // 0: never answers, -1: nobody listening, -2: cut short, -3: redirects to itself
+        QTest::addColumn<int>("status");
         QTest::addColumn<QByteArray>("body");
         QTest::addColumn<QString>("expected"); // how the answer begins
         const auto row = [](const char *name, int status, const char *body, const char *expected) {
@@ -88,6 +89,10 @@ private slots:
         row("not JSON", 200, "<html>", "!sent an answer that is not JSON");
         row("timeout", 0, "", "!did not answer within 0.15 seconds.");
         row("unreachable", -1, "", "error: Cannot reach the geocoding service");
+        row("cut short", -2, R"([{"lat":"1","lon":"2","display_name":"F, SZ"}])",
+            "error: The connection to the geocoding service broke off before its whole answer");
+        row("redirect loop", -3, "",
+            "error: The request to the geocoding service was redirected in a loop");
     }
     void answers()
     {
@@ -95,13 +100,18 @@ private slots:
         QFETCH(QByteArray, body);
         QFETCH(QString, expected);
         m_answer = {status, "application/json", body, {}};
+        if (status == -3)
+            m_answer = {302, "text/plain", "", {{"Location", "/search"}}};
+        m_server->setCutShort(status == -2);
+        if (status == -2)
+            m_answer.status = 200;
         auto service = geocoder();
-        service->setTimeout(150);
-        if (status < 0)
+        service->setTimeout(status == -3 ? 3000 : 150);
+        if (status == -1)
             m_server.reset(); // the port closes
         Answers answers;
         service->geocodeAddressString(u"x"_s, this, answers.completion());
-        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 1, 1000);
+        QTRY_COMPARE_WITH_TIMEOUT(answers.received.size(), 1, 3000);
         QVERIFY2(answers.received.first().startsWith(expected), qPrintable(answers.received[0]));
     }
 

@@ -110,19 +110,30 @@ private slots:
             u"The routing service found no route."_s);
         row("never answers", 0, "", u"The routing service did not answer within 0.2 seconds."_s);
         row("nobody listens", -1, "", u"Cannot reach the routing service: "_s);
+        row("cut short", -2, TwoRoutes,
+            u"The connection to the routing service broke off before its whole answer came"_s);
+        row("redirect loop", -3, "",
+            u"The request to the routing service was redirected in a loop"_s);
     }
     void errors()
     {
         QFETCH(int, status);
         QFETCH(QByteArray, body);
         QFETCH(QString, error);
-        answerWith(status, body);
+        answerWith(status == -2 ? 200 : status, body);
+        m_server->setCutShort(status == -2);
+        if (status == -3) {
+            m_server->setHandler([](const StubHttpServer::Request &r) {
+                return StubHttpServer::Response{302, "text/plain", "", {{"Location", r.target}}};
+            });
+        }
         const QUrl url = m_server->baseUrl();
-        if (status < 0)
+        if (status == -1)
             m_server.reset();
         auto s = service(url);
-        s->setTimeout(200);
-        QVERIFY(ask(*s).error.value_or(QString()).startsWith(error));
+        s->setTimeout(status == -3 ? 3000 : 200);
+        const QString said = ask(*s).error.value_or(QString());
+        QVERIFY2(said.startsWith(error), qPrintable(said));
     }
 
     // one request a second at most, named as the geocoder names itself; a

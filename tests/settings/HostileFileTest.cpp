@@ -46,6 +46,20 @@ QByteArray binaryArrays(const QList<QList<quint32>> &children)
     return out;
 }
 
+// The root names a chain of 40 arrays, then a chain of 30 whose last names
+// the first chain again: shared, and nested 71 deep through that path.
+QByteArray sharedTooDeep()
+{
+    QList<QList<quint32>> children(71);
+    children[0] = {1, 41};
+    for (quint32 i = 1; i < 70; ++i) {
+        if (i != 40)
+            children[i] = {i + 1};
+    }
+    children[70] = {1};
+    return binaryArrays(children);
+}
+
 // Each array names the next `fanOut` times, `depth` arrays in all.
 QByteArray binaryChain(int depth, int fanOut)
 {
@@ -96,6 +110,8 @@ private slots:
         QTest::addColumn<QString>("problem");
         addRow("shared references", binaryChain(30, 2), QString(), u"expands to more than"_s);
         addRow("deep binary", binaryChain(200000, 1), QString(), u"nested more than"_s);
+        addRow("deep through a shared child", sharedTooDeep(), QString(), u"nested more than"_s);
+        addRow("cycle", binaryArrays({{1}, {0}}), QString(), u"nested more than"_s);
         addRow("deep xml", xmlNesting(100000), QString(), u"nested more than"_s);
         // '>' and '/' inside a quoted value do not end or close an element
         addRow("deep xml, quoted '/>'",
