@@ -4,7 +4,6 @@
 #include "location/ReplyFailure.h"
 #include "location/UrlParameterString.h"
 #include "platform/HeadlessServices.h"
-#include "settings/StoredValue.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -13,12 +12,19 @@
 #include <QNetworkReply>
 #include <QTimer>
 
+#include <limits>
+
 namespace {
 
+// The service writes coordinates as texts; one that is no number reads as
+// NaN, so the place is left out rather than put at 0.
 double coordinateValue(const QJsonValue &value)
 {
-    // the service writes coordinates as texts
-    return value.isString() ? StoredValue::doubleValue(value.toString()) : value.toDouble();
+    if (value.isDouble())
+        return value.toDouble();
+    bool ok = false;
+    const double number = value.toString().trimmed().toDouble(&ok);
+    return ok ? number : std::numeric_limits<double>::quiet_NaN();
 }
 
 // How a street line is written: the house number before the road ("10
@@ -78,9 +84,12 @@ std::optional<GeocoderPlacemark> placemarkFrom(const QJsonObject &place)
 {
     if (!place.contains(QLatin1String("lat")) || !place.contains(QLatin1String("lon")))
         return std::nullopt;
+    const Coordinate location{coordinateValue(place.value(QLatin1String("lat"))),
+                              coordinateValue(place.value(QLatin1String("lon")))};
+    if (!location.isValid())
+        return std::nullopt; // off the globe, infinite or no number: no place
     GeocoderPlacemark placemark;
-    placemark.location = Coordinate{coordinateValue(place.value(QLatin1String("lat"))),
-                                    coordinateValue(place.value(QLatin1String("lon")))};
+    placemark.location = location;
     placemark.formattedAddressLines = NominatimGeocoder::addressLines(place);
     return placemark;
 }

@@ -71,6 +71,8 @@ private slots:
                 body = googleResult;
             else if (target.startsWith("/maps/api/geocode/json?latlng="))
                 body = R"({"results":[],"status":"ZERO_RESULTS"})";
+            else if (target.startsWith("/search?") && target.contains("q=nowhere"))
+                body = R"([{"lat":"","lon":"1e999","display_name":"Nowhere"}])";
             else if (target.startsWith("/search?"))
                 body = R"([{"lat":"22.5431","lon":"114.0579","display_name":"Futian"}])";
             else if (target.startsWith("/reverse?format=jsonv2&addressdetails=1&lat=0.")) // ocean
@@ -112,6 +114,8 @@ private slots:
         row("lookup coordinate", "lookup 22.5 114.1", 0, "科技园路1号\n", "",
             "/reverse?format=jsonv2&addressdetails=1&lat=22.500000&lon=114.100000&"
             "accept-language=en");
+        row("lookup, no usable place", "lookup nowhere", 1, "",
+            "The geocoding service found no place", "*");
         row("lookup in the ocean", "lookup 0 -160", 1, "", "Unable to geocode",
             "/reverse?format=jsonv2&addressdetails=1&lat=0.000000&lon=-160.000000&"
             "accept-language=en");

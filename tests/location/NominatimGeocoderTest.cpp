@@ -82,6 +82,10 @@ private slots:
         row("reverse result", 200, R"({"lat":"1","lon":"2","display_name":"N"})",
             "N | 1.000000, 2.000000 | 1");
         row("no results", 200, "[]", "!found no place for this request.");
+        // places that are none: no number, infinite, off the globe
+        row("no usable place", 200,
+            R"([{"lat":"x","lon":"2"},{"lat":"1e999","lon":"2"},{"lat":"1","lon":"-181"}])",
+            "!found no place for this request.");
         row("ocean", 200, R"({"error":"Unable to geocode"})", "!found nothing: Unable to geocode");
         row("bad request", 400, R"({"error":{"code":400,"message":"Bad."}})",
             "!refused the request (HTTP 400): Bad.");

@@ -196,6 +196,9 @@ struct Outcome
 
 int printCoordinate(CtlContext &context, const Coordinate &coordinate)
 {
+    // a script would take "inf" for a place
+    if (!coordinate.isValid())
+        return context.fail(CtlFailed, QStringLiteral("the answer holds no usable coordinate"));
     if (context.json) {
         context.printJson(QJsonObject{{QStringLiteral("latitude"), coordinate.latitude},
                                       {QStringLiteral("longitude"), coordinate.longitude}});
@@ -244,8 +247,12 @@ int lookup(CtlContext &context, const QStringList &args)
         return context.fail(CtlFailed, outcome.error.isNull() ? QStringLiteral("nothing found")
                                                               : outcome.error);
     }
-    if (!coordinate)
+    if (!coordinate) {
+        // 0,0 is what an answer without a place comes to
+        if (outcome.coordinate == Coordinate{})
+            return context.fail(CtlFailed, QStringLiteral("the answer holds no usable coordinate"));
         return printCoordinate(context, outcome.coordinate);
+    }
     if (outcome.address.isNull())
         return context.fail(CtlFailed, QStringLiteral("the place found has no address line"));
     if (context.json)
