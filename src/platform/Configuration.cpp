@@ -297,8 +297,8 @@ bool Configuration::load(const QCommandLineParser *parser, const QProcessEnviron
         loaded.m_explicit.insert(QString::fromLatin1(option.name));
     }
     if (loaded.router == DirectionsBackend::Routino && loaded.routinoData.isEmpty()) {
-        return fail(QStringLiteral("the routino router needs --routino-data "
-                                   "(TREKMIME_ROUTINO_DATA), the folder of a Routino database"));
+        return fail(QStringLiteral("--router routino needs --routino-data, the folder of a Routino "
+                                   "database"));
     }
     result = loaded;
     return true;

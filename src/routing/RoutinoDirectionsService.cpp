@@ -240,7 +240,10 @@ RoutinoDirectionsService::~RoutinoDirectionsService()
         m_engine->relay = nullptr;
     }
     // after every job of this service still waiting, each of which now ends at once
-    routinoWorker()->start([engine = std::move(m_engine)] { engine->close(); });
+    if (RoutinoWorker *worker = routinoWorker())
+        worker->start([engine = std::move(m_engine)] { engine->close(); });
+    else
+        m_engine->close(); // the program is ending: no worker, no job
 }
 
 RoutinoDirectionsService *RoutinoDirectionsService::fromServices(const HeadlessServices &services,

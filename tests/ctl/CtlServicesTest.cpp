@@ -125,8 +125,7 @@ private slots:
             "no position within 0.3 seconds", "");
         for (const char *bad : {"geocode", "geocode x --region 1,2", "reverse abc 1",
                                 "reverse 91 1", "lookup", "lookup 95 10", "position --timeout soon",
-                                "position --nmea-file /nonexistent/track.nmea",
-                                "--router routino route plan 51 7 51 7.006"})
+                                "position --nmea-file /nonexistent/track.nmea"})
             row(bad, bad, 2, "", "trekmime-ctl: ", "");
         row("route plan", "route plan 22.2846809 114.1588 22.2988 114.1722", 0,
             "22.284681 114.158800\n22.290000 114.160000\n22.298800 114.172200\n", "",

@@ -116,7 +116,7 @@ private slots:
         row("router unknown", "--router graphhopper",
             "--router \"graphhopper\" is not osrm or routino");
         row("routino without its database", "TREKMIME_ROUTER=routino",
-            "the routino router needs --routino-data");
+            "--router routino needs --routino-data");
         row("Routino database missing", "--routino-data CONFIG.d",
             "--routino-data \"CONFIG.d\" is not a folder with a Routino database");
         row("named config file missing", "--config /nonexistent/trekmime.conf",

@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QProcess>
 
+#include <tuple>
+
 // A small town for the offline route planner: three by three street corners
 // about 220 m apart (north-south) and 210 m apart (east-west), each row and
 // each column one residential street, and a lone street east of the town
@@ -28,34 +30,25 @@ inline Coordinate lone(int end)
 // Builds the database in `dir`; answers what went wrong, or an empty text.
 inline QString build(const QString &dir)
 {
-    QByteArray osm = "<?xml version='1.0' encoding='UTF-8'?>\n<osm version='0.6'>\n";
-    const auto node = [&](int id, const Coordinate &c) {
+    // nodes 1 to 9 the corners (1 + row * 3 + column), 10 and 11 the lone street's ends
+    QString osm = QStringLiteral("<osm version='0.6'>\n");
+    for (int n = 0; n < 11; ++n) {
+        const Coordinate c = n < 9 ? corner(n / 3, n % 3) : lone(n - 9);
         osm += QStringLiteral("<node id='%1' version='1' lat='%2' lon='%3'/>\n")
-                   .arg(id)
+                   .arg(n + 1)
                    .arg(c.latitude, 0, 'f', 6)
-                   .arg(c.longitude, 0, 'f', 6)
-                   .toUtf8();
-    };
-    const auto way = [&](int id, const QList<int> &nodes) {
-        osm += "<way id='" + QByteArray::number(id) + "' version='1'>";
-        for (int n : nodes)
-            osm += "<nd ref='" + QByteArray::number(n) + "'/>";
-        osm += "<tag k='highway' v='residential'/></way>\n";
-    };
-    for (int row = 0; row < 3; ++row) {
-        for (int column = 0; column < 3; ++column)
-            node(1 + row * 3 + column, corner(row, column));
+                   .arg(c.longitude, 0, 'f', 6);
     }
-    for (int i = 0; i < 3; ++i) {
-        way(100 + i, {1 + i * 3, 2 + i * 3, 3 + i * 3}); // row i
-        way(110 + i, {1 + i, 4 + i, 7 + i});             // column i
+    // the rows, the columns and the lone street, as first node, step and count
+    for (const auto &[first, step, count] :
+         {std::tuple{1, 1, 3}, {4, 1, 3}, {7, 1, 3}, {1, 3, 3}, {2, 3, 3}, {3, 3, 3}, {10, 1, 2}}) {
+        osm += QStringLiteral("<way id='%1' version='1'>").arg(first * 10 + step);
+        for (int i = 0; i < count; ++i)
+            osm += QStringLiteral("<nd ref='%1'/>").arg(first + i * step);
+        osm += QStringLiteral("<tag k='highway' v='residential'/></way>\n");
     }
-    node(20, lone(0));
-    node(21, lone(1));
-    way(120, {20, 21});
-    osm += "</osm>\n";
     const QString file = QDir(dir).filePath(QStringLiteral("town.osm"));
-    if (!writeBytes(file, osm))
+    if (!writeBytes(file, (osm + QStringLiteral("</osm>\n")).toUtf8()))
         return QStringLiteral("cannot write ") + file;
 
     QProcess splitter;
