@@ -110,7 +110,7 @@ Routino_Profile *RoutinoDirectionsService::Engine::loadProfile(QString *error)
 {
     const QString file = dataFile("profiles.xml");
     if (file != g_profilesFile) {
-        // the files a failed parse left are freed too
+        // what another file, or a failed parse, left goes first
         Routino_FreeXMLProfiles();
         g_profilesFile.clear();
         if (Routino_ParseXMLProfiles(QFile::encodeName(file).constData()) != 0) {
