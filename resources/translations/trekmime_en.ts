@@ -287,6 +287,61 @@ Choose a place on the map and press “Add To →”.</source>
     </message>
 </context>
 <context>
+    <name>RoutinoDirectionsService</name>
+    <message>
+        <source>The start is too far from any road on the offline map.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The end is too far from any road on the offline map.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop %1 is too far from any road on the offline map.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The offline map has no road route to the end.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The offline map has no road route to stop %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The routing profiles in %1 cannot be read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The offline map cannot plan routes for %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The installed Routino library does not fit this program.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No offline map can be read in %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Routino could not plan the route (error %1).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A route needs a start and an end.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Offline routing plans for driving, walking or cycling, not &quot;%1&quot;.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A newer route request replaced this one.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>SelectAddressViewController</name>
     <message>
         <source>Enter Address Here</source>

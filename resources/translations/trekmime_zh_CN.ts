@@ -288,6 +288,61 @@ Choose a place on the map and press “Add To →”.</source>
     </message>
 </context>
 <context>
+    <name>RoutinoDirectionsService</name>
+    <message>
+        <source>The start is too far from any road on the offline map.</source>
+        <translation>离线地图上，起点离任何道路都太远。</translation>
+    </message>
+    <message>
+        <source>The end is too far from any road on the offline map.</source>
+        <translation>离线地图上，终点离任何道路都太远。</translation>
+    </message>
+    <message>
+        <source>Stop %1 is too far from any road on the offline map.</source>
+        <translation>离线地图上，第 %1 个途经点离任何道路都太远。</translation>
+    </message>
+    <message>
+        <source>The offline map has no road route to the end.</source>
+        <translation>离线地图上没有通往终点的道路路线。</translation>
+    </message>
+    <message>
+        <source>The offline map has no road route to stop %1.</source>
+        <translation>离线地图上没有通往第 %1 个途经点的道路路线。</translation>
+    </message>
+    <message>
+        <source>The routing profiles in %1 cannot be read.</source>
+        <translation>无法读取 %1 中的路线规划配置。</translation>
+    </message>
+    <message>
+        <source>The offline map cannot plan routes for %1.</source>
+        <translation>离线地图无法为 %1 规划路线。</translation>
+    </message>
+    <message>
+        <source>The installed Routino library does not fit this program.</source>
+        <translation>已安装的 Routino 库与本程序不匹配。</translation>
+    </message>
+    <message>
+        <source>No offline map can be read in %1.</source>
+        <translation>无法读取 %1 中的离线地图。</translation>
+    </message>
+    <message>
+        <source>Routino could not plan the route (error %1).</source>
+        <translation>Routino 无法规划路线（错误 %1）。</translation>
+    </message>
+    <message>
+        <source>A route needs a start and an end.</source>
+        <translation>路线需要起点和终点。</translation>
+    </message>
+    <message>
+        <source>Offline routing plans for driving, walking or cycling, not &quot;%1&quot;.</source>
+        <translation>离线路线规划只支持驾车、步行或骑行，不支持“%1”。</translation>
+    </message>
+    <message>
+        <source>A newer route request replaced this one.</source>
+        <translation>这个路线请求已被更新的请求取代。</translation>
+    </message>
+</context>
+<context>
     <name>SelectAddressViewController</name>
     <message>
         <source>Enter Address Here</source>

@@ -92,6 +92,28 @@ QString pathWord(Configuration &configuration, const QString &text)
     return {};
 }
 
+QString routerName(Configuration &configuration, const QString &text)
+{
+    using Backend = Configuration::DirectionsBackend;
+    const QString name = text.trimmed();
+    if (name != QLatin1String("osrm") && name != QLatin1String("routino"))
+        return QStringLiteral("not osrm or routino");
+    configuration.router = name == QLatin1String("osrm") ? Backend::Osrm : Backend::Routino;
+    return {};
+}
+
+// Checked here rather than at the first route: a wrong folder would
+// otherwise show only when someone plans a trip.
+QString routinoDatabase(Configuration &configuration, const QString &text)
+{
+    if (!text.isEmpty() &&
+        !QFileInfo(QDir(text).filePath(QStringLiteral("nodes.mem"))).isReadable())
+        return QStringLiteral("not a folder with a Routino database (nodes.mem and the rest, "
+                              "made by planetsplitter)");
+    configuration.routinoData = text;
+    return {};
+}
+
 QString mailAddress(Configuration &configuration, const QString &text)
 {
     static const QRegularExpression address(QStringLiteral("^[^@\\s]+@[^@\\s]+$"));
@@ -149,7 +171,15 @@ const QList<Configuration::Option> &Configuration::options()
         {RoutingUrl, "TREKMIME_ROUTING_URL", "URL", "OSRM routing service.",
          "https://router.project-osrm.org", webAddress<&Configuration::routingUrl>},
         {RoutingProfile, "TREKMIME_ROUTING_PROFILE", "PROFILE",
-         "Profile asked of the routing service.", "driving", pathWord},
+         "Profile asked of the routing service (with routino: driving, walking or cycling).",
+         "driving", pathWord},
+        {Router, "TREKMIME_ROUTER", "NAME",
+         "Who plans routes: osrm (the routing service) or routino (offline, from "
+         "--routino-data).",
+         "osrm", routerName},
+        {RoutinoData, "TREKMIME_ROUTINO_DATA", "DIR",
+         "Folder of the Routino database (made by planetsplitter) for --router routino.", "",
+         routinoDatabase},
         {NominatimUrl, "TREKMIME_NOMINATIM_URL", "URL", "Nominatim geocoding service.",
          "https://nominatim.openstreetmap.org", webAddress<&Configuration::nominatimUrl>},
         {GeocodingUrl, "TREKMIME_GEOCODING_URL", "URL", "Web geocoding (Google JSON) host.",
@@ -265,6 +295,10 @@ bool Configuration::load(const QCommandLineParser *parser, const QProcessEnviron
         if (!why.isEmpty())
             return fail(QStringLiteral("%1 is %2").arg(where.arg(text), why));
         loaded.m_explicit.insert(QString::fromLatin1(option.name));
+    }
+    if (loaded.router == DirectionsBackend::Routino && loaded.routinoData.isEmpty()) {
+        return fail(QStringLiteral("--router routino needs --routino-data, the folder of a Routino "
+                                   "database"));
     }
     result = loaded;
     return true;

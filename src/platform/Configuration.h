@@ -42,6 +42,8 @@ public:
     static constexpr const char *TileCacheMB = "tile-cache-mb";
     static constexpr const char *RoutingUrl = "routing-url";
     static constexpr const char *RoutingProfile = "routing-profile";
+    static constexpr const char *Router = "router";
+    static constexpr const char *RoutinoData = "routino-data";
     static constexpr const char *NominatimUrl = "nominatim-url";
     static constexpr const char *GeocodingUrl = "geocoding-url";
     static constexpr const char *NmeaFile = "nmea-file";
@@ -59,6 +61,11 @@ public:
     int tileCacheMB = 0;     // 0 or more
     QUrl routingUrl;         // http(s) with a host, as are the other URLs
     QString routingProfile;  // one path word, e.g. "driving"
+    // who plans routes: the OSRM service over the network, or Routino on
+    // this machine from the database in routinoData
+    enum class DirectionsBackend { Osrm, Routino };
+    DirectionsBackend router = DirectionsBackend::Osrm;
+    QString routinoData; // a folder holding a Routino database, or empty; given with Routino
     QUrl nominatimUrl;
     QUrl geocodingUrl;
     QString nmeaFile; // an existing file, or empty

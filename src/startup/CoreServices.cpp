@@ -6,6 +6,7 @@
 #include "location/NominatimGeocoder.h"
 #include "platform/Clock.h"
 #include "routing/OsrmDirectionsService.h"
+#include "routing/RoutinoDirectionsService.h"
 #include "settings/TMPreferenceUtil.h"
 
 #include <QNetworkAccessManager>
@@ -24,7 +25,7 @@ struct CoreServices::Owned
     QNetworkAccessManager network;
     std::unique_ptr<ConfiguredPositionSourceFactory> positionSources;
     std::unique_ptr<NominatimGeocoder> geocoder; // after the network it uses
-    std::unique_ptr<OsrmDirectionsService> directions;
+    std::unique_ptr<DirectionsService> directions;
     GioApplicationRegistry applications;
     TMPreferenceUtil preferences;
     std::unique_ptr<Location> location; // last: it uses the sources and the geocoder
@@ -41,7 +42,10 @@ CoreServices::CoreServices(const Configuration &configuration, AlertPresenter *a
     m_services.positionSources = m_owned->positionSources.get();
     m_owned->geocoder.reset(NominatimGeocoder::fromServices(m_services));
     m_services.geocoder = m_owned->geocoder.get();
-    m_owned->directions.reset(OsrmDirectionsService::fromServices(m_services));
+    if (configuration.router == Configuration::DirectionsBackend::Routino)
+        m_owned->directions.reset(RoutinoDirectionsService::fromServices(m_services));
+    else
+        m_owned->directions.reset(OsrmDirectionsService::fromServices(m_services));
     m_services.directions = m_owned->directions.get();
     m_services.applications = &m_owned->applications;
     m_services.preferences = &m_owned->preferences;

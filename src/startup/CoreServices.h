@@ -8,7 +8,8 @@ class AlertPresenter;
 
 // The real services that need no window, built from the configuration and
 // kept alive as long as this object: the clock, the network manager, the
-// device's position sources, the address lookup (Nominatim) and the settings
+// device's position sources, the address lookup (Nominatim), the route
+// planner the configuration names (OSRM or Routino) and the settings
 // store over the configuration's preferences folder. The web
 // geocoding endpoint follows from them (WebGeocoderEndpoint::fromServices).
 // trekmime-ctl uses them as they are; the application adds what needs a

@@ -1,6 +1,7 @@
 #include "CtlRun.h"
 #include "FileBytes.h"
 #include "NmeaLog.h"
+#include "RoutinoTown.h"
 #include "StubHttpServer.h"
 #include "TestMain.h"
 
@@ -90,7 +91,8 @@ private slots:
 
     void commands_data()
     {
-        QTest::addColumn<QStringList>("arguments"); // LOG: a log with fixes, NOFIX: without
+        // LOG: a log with fixes, NOFIX: without; MAP: a Routino database of RoutinoTown
+        QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<int>("status");
         QTest::addColumn<QString>("out");
         QTest::addColumn<QString>("err");       // a part of it; empty: nothing at all
@@ -133,6 +135,10 @@ private slots:
             "22.284681 114.158800\n22.290000 114.160000\n22.298800 114.172200\n", "",
             "/route/v1/driving/114.1588,22.2846809;114.1722,22.2988"
             "?alternatives=true&overview=full&steps=false&geometries=polyline6");
+        row("route plan offline",
+            "--router routino --routino-data MAP route plan 51 7 51.004 7.003", 0,
+            "50.999998 7.000000\n50.999998 7.003000\n51.001999 7.003000\n51.004000 7.003000\n", "",
+            "");
         row("route plan, no route", "route plan 22.28 114.15 22.29 114.17", 1, "",
             "Impossible route between points", "*");
         row("route on, refused",
@@ -150,6 +156,12 @@ private slots:
         QFETCH(QString, err);
         QFETCH(QByteArray, target);
         for (QString &argument : arguments) {
+            if (argument == u"MAP"_s) {
+                argument = m_dir->filePath(argument);
+                const QString why =
+                    QDir().mkdir(argument) ? RoutinoTown::build(argument) : argument;
+                QVERIFY2(why.isEmpty(), qPrintable(why));
+            }
             if (argument != u"LOG"_s && argument != u"NOFIX"_s)
                 continue;
             const bool fix = argument == u"LOG"_s;

@@ -104,6 +104,7 @@ private slots:
         QTest::newRow("cache size") << words("--tile-cache-mb lots status");
         QTest::newRow("URL") << words("--routing-url localhost spot on 1 2");
         QTest::newRow("MBTiles") << words("--mbtiles /nonexistent/m.mbtiles favorites add x 1 2");
+        QTest::newRow("Routino without a database") << words("--router routino route plan 1 2 3 4");
     }
     void unusableConfigurationStopsBeforeTheFolderIsMade()
     {

@@ -113,6 +113,12 @@ private slots:
             "mbtiles = /nonexistent/map.mbtiles\n");
         row("routing profile with a slash", "--routing-profile car/../x",
             "--routing-profile \"car/../x\" is not one word");
+        row("router unknown", "--router graphhopper",
+            "--router \"graphhopper\" is not osrm or routino");
+        row("routino without its database", "TREKMIME_ROUTER=routino",
+            "--router routino needs --routino-data");
+        row("Routino database missing", "--routino-data CONFIG.d",
+            "--routino-data \"CONFIG.d\" is not a folder with a Routino database");
         row("named config file missing", "--config /nonexistent/trekmime.conf",
             "cannot read config file /nonexistent/trekmime.conf");
         row("preferences folder is a file", "TREKMIME_PREFERENCES_DIR=CONFIG",

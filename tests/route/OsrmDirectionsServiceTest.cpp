@@ -1,3 +1,4 @@
+#include "AskDirections.h"
 #include "StubHttpServer.h"
 #include "TestMain.h"
 
@@ -31,16 +32,9 @@ private:
                                                        u"Trekmime-test/1"_s);
     }
 
-    // one request, waiting for its answers (there must be exactly one)
-    DirectionsAnswer ask(OsrmDirectionsService &s)
+    static DirectionsAnswer ask(OsrmDirectionsService &s)
     {
-        QList<DirectionsAnswer> answers;
-        s.calculateDirections({{22.2846809, 114.1588}, {22.2988, 114.1722}}, nullptr,
-                              [&](const DirectionsAnswer &a) { answers.append(a); });
-        if (QTest::qWaitFor([&] { return !answers.isEmpty(); }, 5000))
-            QTest::qWait(50); // time for a second answer
-        return answers.size() == 1 ? answers.first()
-                                   : DirectionsAnswer::failure(QString::number(answers.size()));
+        return askOnce(s, {{22.2846809, 114.1588}, {22.2988, 114.1722}});
     }
 
     void answerWith(int status, const QByteArray &body)
