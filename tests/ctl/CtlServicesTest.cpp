@@ -1,5 +1,6 @@
 #include "CtlRun.h"
 #include "FileBytes.h"
+#include "GpxDocument.h"
 #include "NmeaLog.h"
 #include "StubHttpServer.h"
 #include "TestMain.h"
@@ -41,19 +42,21 @@ private:
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<StubHttpServer> m_server;
 
-    Run ctl(const QStringList &arguments)
+    Run ctl(const QStringList &arguments, const QString &preferences = {})
     {
         const QString url = m_server->baseUrl().toString();
         return runCtl(m_dir->path(),
-                      QStringList{u"--preferences-dir"_s, m_dir->path(), u"--geocoding-url"_s, url,
-                                  u"--nominatim-url"_s, url, u"--routing-url"_s, url} +
+                      QStringList{u"--preferences-dir"_s,
+                                  preferences.isEmpty() ? m_dir->path() : preferences,
+                                  u"--geocoding-url"_s, url, u"--nominatim-url"_s, url,
+                                  u"--routing-url"_s, url} +
                           arguments,
                       {{u"LC_ALL"_s, u"C.UTF-8"_s}, {u"TZ"_s, u"UTC"_s}});
     }
-    QVariantMap routeFile() const
+    QVariantMap routeFile(const QString &preferences = {}) const
     {
-        return PropertyList::readDictionary(
-            m_dir->filePath(u"com.velmora.trekmimex.route.plist"_s));
+        return PropertyList::readDictionary((preferences.isEmpty() ? m_dir->path() : preferences) +
+                                            u"/com.velmora.trekmimex.route.plist"_s);
     }
 
 private slots:
@@ -217,6 +220,38 @@ private slots:
         const QVariantList points = record.value(u"points"_s).toList();
         QCOMPARE(points.size(), seconds + 1);
         QCOMPARE(points.last().toMap().value(u"lat"_s).toDouble(), 22.2988);
+    }
+
+    // A GPX track stands in for the routing service (nothing is asked of
+    // it) and the places' addresses are looked up; exported with the times
+    // the preview passes each point, it gives another folder the same route.
+    void routeThroughGpxFiles()
+    {
+        const QString track = m_dir->filePath(u"track.gpx"_s);
+        QVERIFY(writeBytes(track, gpxDocument(R"(<rte><rtept lat="22.2846809" lon="114.1588"/>)"
+                                              R"(<rtept lat="22.29" lon="114.16"/><rtept )"
+                                              R"(lat="22.2988" lon="114.1722"/></rte>)")));
+        QCOMPARE(ctl({u"route"_s, u"on"_s, u"--gpx"_s, track, u"--start"_s, u"1893484800"_s,
+                      u"--end"_s, u"1893488400"_s})
+                     .status,
+                 0);
+        const QVariantMap record = routeFile();
+        QCOMPARE(record.value(u"s"_s), QVariant(u"科技园路1号"_s));
+        QCOMPARE(record.value(u"points"_s).toList().size(), 3);
+        for (const StubHttpServer::Request &request : m_server->requests())
+            QVERIFY(!request.target.startsWith("/route/"));
+
+        const QString exported = m_dir->filePath(u"exported.gpx"_s);
+        QCOMPARE(ctl({u"route"_s, u"export"_s, exported}).status, 0);
+        QVERIFY(bytesOf(exported).contains("<time>2030-01-01T08:20:00Z</time>")); // 3600 s / 3
+        QTemporaryDir other;
+        QCOMPARE(ctl({u"route"_s, u"on"_s, u"--gpx"_s, exported, u"--start"_s, u"1893484800"_s,
+                      u"--speed"_s, u"walk"_s},
+                     other.path())
+                     .status,
+                 0);
+        QCOMPARE(routeFile(other.path()).value(u"points"_s), record.value(u"points"_s));
+        QCOMPARE(routeFile(other.path()).value(u"e"_s), record.value(u"e"_s));
     }
 };
 

@@ -1,4 +1,6 @@
 #include "CtlRun.h"
+#include "FileBytes.h"
+#include "GpxDocument.h"
 #include "TestMain.h"
 
 #include "settings/PreferenceFiles.h"
@@ -83,7 +85,8 @@ private slots:
         for (const char *arguments : {"route on 0 1 1 1 --start 0 --end 1 --speed 5",
                                       "route on 0 1 1 1 --start 0 --speed 0"})
             QTest::newRow(arguments) << words(arguments) << 2;
-        for (const char *arguments : {"favorites remove 0", "favorites remove -1"})
+        for (const char *arguments :
+             {"favorites remove 0", "favorites remove -1", "route export x"})
             QTest::newRow(arguments) << words(arguments) << 1;
     }
     void badInputWritesNothing()
@@ -96,6 +99,49 @@ private slots:
         if (!arguments.isEmpty()) // a missing command gets the usage listing
             QCOMPARE(run.err.count(u'\n'), 1);
         QCOMPARE(files(), QStringList());
+    }
+
+    // A GPX file that cannot be used is refused in one line, and neither the
+    // route nor the favourites are written.
+    void badGpxFilesWriteNothing_data()
+    {
+        QTest::addColumn<QByteArray>("xml"); // empty: a file over the size limit
+        QTest::addColumn<QString>("error");
+        QTest::addColumn<bool>("forFavorites");
+        const auto row = [](const char *name, const QByteArray &xml, const char *error,
+                            bool forFavorites = true) {
+            QTest::newRow(name) << xml << QString::fromUtf8(error) << forFavorites;
+        };
+        row("not GPX", "<kml><Placemark/></kml>", "not a GPX file");
+        row("no points", gpxDocument("<metadata/><trk/>"), "holds no points");
+        row("waypoints only", gpxDocument(R"(<wpt lat="1" lon="2"/>)"),
+            "holds no track or route points", false);
+        row("latitude out of range",
+            gpxDocument(R"(<trk><trkseg><trkpt lat="1" lon="2"/><trkpt lat="-90.5" lon="2"/>)"
+                        R"(</trkseg></trk><wpt lat="1" lon="2"/>)"),
+            "latitude that is not a number from -90 to 90: \"-90.5\"");
+        row("too large", QByteArray(), "larger than 64 MB");
+    }
+    void badGpxFilesWriteNothing()
+    {
+        QFETCH(QByteArray, xml);
+        QFETCH(QString, error);
+        QFETCH(bool, forFavorites);
+        const QString file = m_dir->filePath(u"bad.gpx"_s);
+        QVERIFY(writeBytes(file, xml));
+        if (xml.isEmpty())
+            QVERIFY(QFile::resize(file, 64 * 1024 * 1024 + 1)); // sparse: nothing written
+        QStringList commands{u"route plan --gpx F"_s, u"route on --gpx F --start 0 --end 1"_s,
+                             u"route on --gpx F --start 0 --speed walk --json"_s};
+        if (forFavorites)
+            commands.append(u"favorites import F"_s);
+        for (const QString &command : std::as_const(commands)) {
+            const Run run = ctl(words(qPrintable(command)).replaceInStrings(u"F"_s, file));
+            QCOMPARE(run.status, 2);
+            QCOMPARE(run.out, QString());
+            QVERIFY2(run.err.contains(error) && run.err.count(u'\n') == 1, qPrintable(run.err));
+            QCOMPARE(files(), QStringList{u"bad.gpx"_s});
+        }
     }
 
     void unusableConfigurationStopsBeforeTheFolderIsMade_data()

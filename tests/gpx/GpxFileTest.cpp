@@ -1,5 +1,6 @@
 #include "TestMain.h"
 #include "support/FileBytes.h"
+#include "support/GpxDocument.h"
 
 #include "gpx/GpxFile.h"
 
@@ -19,12 +20,9 @@ Places placesOf(const QList<Coordinate> &points)
     return places;
 }
 
-// A GPX 1.1 document around `body`.
 QByteArray gpx(const char *body)
 {
-    return QByteArray(R"(<?xml version="1.0"?><gpx xmlns="http://www.topografix.com/GPX/1/1" )"
-                      R"(version="1.1">)") +
-           body + "</gpx>";
+    return gpxDocument(body);
 }
 
 } // namespace
