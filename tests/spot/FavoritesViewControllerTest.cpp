@@ -1,7 +1,13 @@
+#include "FileBytes.h"
+#include "GpxDocument.h"
 #include "SpotWorld.h"
 #include "TestMain.h"
 
 #include "shell/ScreenNeeds.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QTemporaryDir>
 
 namespace {
 
@@ -138,6 +144,46 @@ private slots:
                                                              {u"longitude"_s, u"114.160000"_s}}));
         QCOMPARE(delegate.selected, 1);
         QTRY_VERIFY(!alive);
+    }
+
+    // Import and Export, reached by Tab and named for screen readers, ask
+    // the file choice; what one exports the other appends, a bad file is
+    // reported and appends nothing.
+    void importAndExportGpx()
+    {
+        FavoritesViewController *list =
+            open(QVariantList{place(u"Home"_s, u"22.280000"_s, u"114.160000"_s)});
+        QTemporaryDir dir;
+        QString chosen = dir.filePath(u"places.gpx"_s);
+        list->setFileChoice([&](QWidget *, FileChoice::Mode, const QString &) { return chosen; });
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        editButton(list)->setFocus();
+        QStringList reached;
+        for (const char *name : {"exportButton", "importButton"}) {
+            while (QApplication::focusWidget()->objectName() != QLatin1String(name) &&
+                   reached.size() < 8) {
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+                reached << QApplication::focusWidget()->objectName();
+            }
+            QWidget *button = QApplication::focusWidget();
+            QVERIFY2(button->objectName() == QLatin1String(name), qPrintable(reached.join(u' ')));
+            QVERIFY(
+                !QAccessible::queryAccessibleInterface(button)->text(QAccessible::Name).isEmpty());
+            QTest::keyClick(button, Qt::Key_Space);
+        }
+        QStringList rows;
+        for (int i = 0; i < list->tableView()->count(); ++i)
+            rows << list->tableView()->item(i)->text();
+        QCOMPARE(rows, (QStringList{u"Home"_s, u"Home"_s}));
+        QCOMPARE(SpotWorld::favorites(*m_world).size(), 2);
+
+        chosen = dir.filePath(u"bad.gpx"_s);
+        QVERIFY(
+            writeBytes(chosen, gpxDocument(R"(<wpt lat="1" lon="2"/><wpt lat="91" lon="2"/>)")));
+        QTest::mouseClick(list->findChild<QPushButton *>(u"importButton"_s), Qt::LeftButton);
+        QVERIFY(m_world->alerts.messages().last().contains(u"latitude"_s));
+        QCOMPARE(list->tableView()->count(), 2);
+        QCOMPARE(SpotWorld::favorites(*m_world).size(), 2);
     }
 
     void delegateGoneBeforeAChoice()
