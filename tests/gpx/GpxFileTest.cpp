@@ -108,8 +108,6 @@ private slots:
         const char *point = R"(<rte><rtept lat="1" lon="1"/><rtept lat="2" lon="2"/></rte>)";
         addRow("empty", QByteArray(), u"not a GPX file"_s);
         addRow("text", QByteArray("lat=1 lon=2"), u"not a GPX file"_s);
-        addRow("another root", QByteArray("<kml><wpt lat='1' lon='1'/></kml>"),
-               u"not a GPX file"_s);
         addRow("no points", gpx("<metadata/><trk><trkseg/></trk>"), u"holds no points"_s);
         addRow("truncated", gpx(point).left(90), u"not a readable GPX file"_s);
         addRow("junk after the points", gpx(point) + "<", u"not a readable GPX file"_s);
@@ -132,19 +130,6 @@ private slots:
         QVERIFY2(content.error.contains(error), qPrintable(content.error));
         QVERIFY(!content.error.contains(u'\n'));
         QVERIFY(content.waypoints.isEmpty() && content.track.isEmpty());
-    }
-
-    void filesOverTheSizeLimitAreNotRead()
-    {
-        QTemporaryDir dir;
-        QFile file(dir.filePath(u"huge.gpx"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(gpx(R"(<wpt lat="1" lon="1"/>)"));
-        file.close();
-        QVERIFY(Gpx::read(file.fileName()).ok());
-        QVERIFY(file.resize(Gpx::MaxFileBytes + 1)); // sparse: nothing is written
-        QVERIFY(Gpx::read(file.fileName()).error.contains(u"larger than 64 MB"_s));
-        QVERIFY(Gpx::read(dir.filePath(u"absent.gpx"_s)).error.contains(u"cannot read"_s));
     }
 };
 

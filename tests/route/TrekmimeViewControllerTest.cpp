@@ -132,10 +132,7 @@ private slots:
         QTemporaryDir dir;
         const QString bad = dir.filePath(u"bad.gpx"_s), good = dir.filePath(u"good.gpx"_s);
         QVERIFY(writeBytes(bad, gpxDocument(R"(<rte><rtept lat="95" lon="1"/></rte>)")));
-        QVERIFY(writeBytes(good, gpxDocument(R"(<trk><trkseg><trkpt lat="22.2846809" )"
-                                             R"(lon="114.1588"/><trkpt lat="22.29" lon="114.16"/>)"
-                                             R"(<trkpt lat="22.2988" lon="114.1722"/></trkseg>)"
-                                             R"(</trk>)")));
+        QVERIFY(writeBytes(good, gpxHarbourRoute()));
         QString chosen = bad;
         screen.setFileChoice([&](QWidget *, FileChoice::Mode, const QString &) { return chosen; });
         QVERIFY(QTest::qWaitForWindowActive(&screen));
