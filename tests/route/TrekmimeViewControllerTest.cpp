@@ -132,7 +132,10 @@ private slots:
         QTemporaryDir dir;
         const QString bad = dir.filePath(u"bad.gpx"_s), good = dir.filePath(u"good.gpx"_s);
         QVERIFY(writeBytes(bad, gpxDocument(R"(<rte><rtept lat="95" lon="1"/></rte>)")));
-        QVERIFY(writeBytes(good, gpxHarbourRoute()));
+        QVERIFY(
+            writeBytes(good, gpxDocument(R"(<rte><rtept lat="22.2846809" lon="114.1588"/><rtept )"
+                                         R"(lat="22.29" lon="114.16"/><rtept lat="22.2988" )"
+                                         R"(lon="114.1722"/></rte>)")));
         QString chosen = bad;
         screen.setFileChoice([&](QWidget *, FileChoice::Mode, const QString &) { return chosen; });
         QVERIFY(QTest::qWaitForWindowActive(&screen));
