@@ -185,26 +185,23 @@ private slots:
         m_trip->planBetween(Central, Tst);
         const QList<Coordinate> own{Central, {22.29, 114.16}, Tst};
         QSignalSpy finished(m_trip.get(), &TripController::planningFinished);
-        QVERIFY(!m_trip->usePlannedPoints({}));
-        QVERIFY(m_trip->usePlannedPoints(own));
+        QVERIFY(!m_trip->usePlannedPoints({}) && m_trip->usePlannedPoints(own));
         QCOMPARE(finished.size(), 1);
         QVERIFY(m_directions->release(0, DirectionsAnswer::found({DirectionsRoute{{}, 0, 0}})));
         QVERIFY(!m_trip->isPlanning() && !m_trip->isRouteError());
-        QCOMPARE(m_trip->points().size(), 3);
         QCOMPARE(m_trip->lastAnswer().routes.first().coordinates, own);
         QCOMPARE(QList<Coordinate>({m_trip->start(), m_trip->end()}), QList({Central, Tst}));
         QCOMPARE(m_trip->routeLengthMeters(), RoutePace::lengthMeters(own));
-        m_trip->setStartTime(Now + 60);
-        m_trip->setEndTime(Now + 70);
+        m_directions->setHeld(false);
+        choose(Central, Tst, Now + 60, Now + 70); // the places again: asks for a route
+        QVERIFY(m_trip->usePlannedPoints(own));
         m_trip->setEvenPace(true);
         QVERIFY(m_trip->switchOn().written);
         const QVariantList points = stored().value(u"points"_s).toList();
-        QVERIFY(points.size() > 3);
         QCOMPARE(QVariantList({points.first(), points.last()}),
                  QVariantList({point(Central), point(Tst)}));
-        QVERIFY(m_trip->switchOff());
-        m_trip->chooseEnd(Tst, u"TST"_s);
-        QCOMPARE(m_directions->requests().size(), 2);
+        QCOMPARE(points.size(), 11); // a point a second
+        QCOMPARE(m_directions->requests().size(), 3);
     }
 
     // A request a newer one replaced is no failure and ends nothing.
