@@ -53,6 +53,49 @@ Choose a place on the map and press “Add To →”.</source>
         <source>Done</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Import</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Import favorites from a GPX file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export favorites to a GPX file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Import favorites</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This GPX file cannot be used: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The favorites could not be saved.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export favorites</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>FileChoice</name>
+    <message>
+        <source>GPX files (*.gpx)</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>FlatSwitch</name>
@@ -510,6 +553,26 @@ Choose a place on the map and press “Add To →”.</source>
     </message>
     <message>
         <source>Done</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Load GPX…</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Load a GPX file as the route</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file holds no track or route.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This GPX file cannot be used: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unknow</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

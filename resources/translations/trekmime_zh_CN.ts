@@ -54,6 +54,49 @@ Choose a place on the map and press “Add To →”.</source>
         <source>Done</source>
         <translation>完成</translation>
     </message>
+    <message>
+        <source>Import</source>
+        <translation>导入</translation>
+    </message>
+    <message>
+        <source>Import favorites from a GPX file</source>
+        <translation>从 GPX 文件导入收藏</translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation>导出</translation>
+    </message>
+    <message>
+        <source>Export favorites to a GPX file</source>
+        <translation>将收藏导出为 GPX 文件</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Import favorites</source>
+        <translation>导入收藏</translation>
+    </message>
+    <message>
+        <source>This GPX file cannot be used: %1</source>
+        <translation>无法使用此 GPX 文件：%1</translation>
+    </message>
+    <message>
+        <source>The favorites could not be saved.</source>
+        <translation>无法保存收藏。</translation>
+    </message>
+    <message>
+        <source>Export favorites</source>
+        <translation>导出收藏</translation>
+    </message>
+</context>
+<context>
+    <name>FileChoice</name>
+    <message>
+        <source>GPX files (*.gpx)</source>
+        <translation>GPX 文件 (*.gpx)</translation>
+    </message>
 </context>
 <context>
     <name>FlatSwitch</name>
@@ -512,6 +555,26 @@ Choose a place on the map and press “Add To →”.</source>
     <message>
         <source>Done</source>
         <translation>完成</translation>
+    </message>
+    <message>
+        <source>Load GPX…</source>
+        <translation>载入 GPX…</translation>
+    </message>
+    <message>
+        <source>Load a GPX file as the route</source>
+        <translation>载入 GPX 文件作为路线</translation>
+    </message>
+    <message>
+        <source>The file holds no track or route.</source>
+        <translation>该文件没有轨迹或路线。</translation>
+    </message>
+    <message>
+        <source>This GPX file cannot be used: %1</source>
+        <translation>无法使用此 GPX 文件：%1</translation>
+    </message>
+    <message>
+        <source>Unknow</source>
+        <translation>未知</translation>
     </message>
 </context>
 <context>

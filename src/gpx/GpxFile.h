@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Coordinate.h"
 #include "settings/FavoriteEntry.h"
 #include "settings/RoutePoint.h"
 
@@ -18,11 +19,12 @@ constexpr qint64 MaxFileBytes = 64 * 1024 * 1024;
 constexpr qsizetype MaxPoints = 2'000'000;
 
 // What a file holds. `track` is the first track's points, every segment in
-// order, or, when the file has no track, the first route's points.
+// order, or, when the file has no track, the first route's points: places,
+// as a routing service answers them, for TripController::usePlannedPoints.
 struct Content
 {
     QList<FavoriteEntry> waypoints; // made with FavoriteEntry::make
-    QList<RoutePoint> track;
+    QList<Coordinate> track;
     QString error; // one line when the file was refused; then the lists are empty
 
     bool ok() const { return error.isEmpty(); }

@@ -57,6 +57,7 @@ bool TripController::chooseStart(const Coordinate &place, const QString &address
         return false;
     m_start = place;
     m_startAddress = address;
+    m_ownPoints = false;
     plan();
     return true;
 }
@@ -67,6 +68,7 @@ bool TripController::chooseEnd(const Coordinate &place, const QString &address)
         return false;
     m_end = place;
     m_endAddress = address;
+    m_ownPoints = false;
     plan();
     return true;
 }
@@ -91,7 +93,7 @@ QString TripController::workingRefusal()
 
 void TripController::plan()
 {
-    if (!m_start.isChosen() || !m_end.isChosen())
+    if (m_ownPoints || !m_start.isChosen() || !m_end.isChosen())
         return;
     planBetween(m_start, m_end);
 }
@@ -101,6 +103,7 @@ void TripController::planBetween(const Coordinate &from, const Coordinate &to)
     ++m_pendingPlans;
     emit planningStarted();
     m_routeError = false;
+    m_ownPoints = false;
     if (!m_directions) {
         answered(DirectionsAnswer::failure(tr("No route planning service.")), from, to);
         return;
@@ -116,6 +119,10 @@ void TripController::answered(const DirectionsAnswer &answer, const Coordinate &
     --m_pendingPlans;
     if (answer.replaced)
         return; // not a failure: the newer request's answer is still to come
+    if (m_ownPoints) {
+        emit planningFinished(); // asked before the route of one's own came
+        return;
+    }
     m_lastAnswer = answer;
     m_plannedFrom = from;
     m_plannedTo = to;
@@ -123,15 +130,38 @@ void TripController::answered(const DirectionsAnswer &answer, const Coordinate &
         // the user hears of it when switching on; the old points stay
         m_routeError = true;
     } else {
-        const QList<Coordinate> &route = answer.routes.first().coordinates;
-        m_points.clear();
-        m_points.reserve(route.size());
-        for (const Coordinate &c : route)
-            m_points.append(RoutePoint(c.latitude, c.longitude));
-        if (m_recordFollowsPoints)
-            m_record.setPoints(pointsToWrite());
+        takeRoute(answer.routes.first().coordinates);
     }
     emit planningFinished();
+}
+
+void TripController::takeRoute(const QList<Coordinate> &route)
+{
+    m_points.clear();
+    m_points.reserve(route.size());
+    for (const Coordinate &c : route)
+        m_points.append(RoutePoint(c.latitude, c.longitude));
+    if (m_recordFollowsPoints)
+        m_record.setPoints(pointsToWrite());
+}
+
+bool TripController::usePlannedPoints(const QList<Coordinate> &points)
+{
+    if (points.isEmpty())
+        return false;
+    m_ownPoints = true;
+    m_routeError = false;
+    m_start = m_plannedFrom = points.first();
+    m_end = m_plannedTo = points.last();
+    m_startAddress.clear();
+    m_endAddress.clear();
+    DirectionsRoute route;
+    route.coordinates = points;
+    route.distance = RoutePace::lengthMeters(points);
+    m_lastAnswer = DirectionsAnswer::found({route});
+    takeRoute(points);
+    emit planningFinished();
+    return true;
 }
 
 double TripController::routeLengthMeters() const

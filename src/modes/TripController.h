@@ -73,6 +73,14 @@ public:
     void setEvenPace(bool on) { m_evenPace = on; }
     bool evenPace() const { return m_evenPace; }
     bool isRouteError() const { return m_routeError; }
+    // A route of one's own (a GPX track, say) as the planned route, instead
+    // of the routing service's: the places become its first and last point
+    // (their addresses are the caller's to find), the last answer becomes
+    // one route of these points, and planningFinished() follows at once.
+    // From then on plan() and switchOn() ask for no route, and an answer
+    // still on its way is ignored, until a place is chosen or planBetween()
+    // asks again. An empty list is ignored (false).
+    bool usePlannedPoints(const QList<Coordinate> &points);
     // The last answer and the two places it was asked for.
     const DirectionsAnswer &lastAnswer() const { return m_lastAnswer; }
     Coordinate plannedFrom() const { return m_plannedFrom; }
@@ -114,6 +122,7 @@ signals:
 
 private:
     void answered(const DirectionsAnswer &answer, const Coordinate &from, const Coordinate &to);
+    void takeRoute(const QList<Coordinate> &route);
 
     TMPreferenceUtil &m_store;
     DirectionsService *m_directions;
@@ -134,6 +143,7 @@ private:
 
     QList<RoutePoint> m_points;
     bool m_evenPace = false;
+    bool m_ownPoints = false; // usePlannedPoints() chose the route
     bool m_routeError = false;
     int m_pendingPlans = 0;
     DirectionsAnswer m_lastAnswer;

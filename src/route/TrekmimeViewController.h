@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/BaseViewController.h"
+#include "app/FileChoice.h"
 #include "modes/TripController.h"
 #include "platform/Coordinate.h"
 #include "route/SelectAddressViewController.h"
@@ -99,6 +100,12 @@ public:
     void mineLocationButtonClicked();
     void showInfoView();
 
+    // "Load GPX…": a file's track (or route) becomes the planned route, its
+    // ends the places; the file is asked for through `setFileChoice` (the
+    // file dialog by default).
+    void loadGpx();
+    void setFileChoice(FileChoice::Function choose) { m_chooseFile = std::move(choose); }
+
     // the answers of the location service
     void locationSuccess(double latitude, double longitude);
     void locationFailed(const QString &error);
@@ -142,6 +149,8 @@ private:
     // names each choice row by its value and describes it by its caption
     void readRows();
     bool startLocating();
+    void buildGpxButton();
+    void lookUpAddress(QLabel *label, const Coordinate &place);
 
     const Needs m_needs;
     ApplicationShell &m_shell;
@@ -177,4 +186,6 @@ private:
     FlatSwitch *enableSwitch = nullptr;
     QLabel *lb_tip = nullptr;
     QList<QPushButton *> m_choiceRows;
+    QPushButton *btn_gpx = nullptr;
+    FileChoice::Function m_chooseFile = FileChoice::gpxDialog;
 };

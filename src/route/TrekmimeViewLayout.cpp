@@ -86,6 +86,7 @@ void TrekmimeViewController::buildViews()
     buildMineButton();
     buildPickerSheet();
     setTabOrders();
+    buildGpxButton();
 }
 
 void TrekmimeViewController::buildMap()
@@ -251,6 +252,8 @@ void TrekmimeViewController::layoutViews()
     strip->setGeometry(0, PanelHeight - StripHeight, w, StripHeight);
     btn_upDown->setGeometry(w - 16 - 34, (StripHeight - 34) / 2, 34, 34);
     btn_info->setGeometry(w - 16 - 34 - 12 - 34, (StripHeight - 34) / 2, 34, 34);
+    const int gpxWidth = btn_gpx->sizeHint().width();
+    btn_gpx->setGeometry(btn_info->x() - 12 - gpxWidth, (StripHeight - 34) / 2, gpxWidth, 34);
 
     // on tall screens the bar grows up from the bottom edge, over the home indicator
     const int bottomHeight = BottomHeight + (tall ? SafeArea::HomeIndicatorHeight : 0);

@@ -73,3 +73,20 @@ RoutePreview::Step RoutePreview::stepAt(const RouteRecord &record, qint32 now)
     }
     return step;
 }
+
+QList<qint64> RoutePreview::passingTimes(const RouteRecord &record)
+{
+    const qint64 start = record.startSeconds();
+    const qint64 count = record.pointCount();
+    // a trip that ends at or before its start shows the last point from the start on
+    const qint64 duration = std::max<qint64>(0, qint64(record.endSeconds()) - start);
+    QList<qint64> times;
+    times.reserve(count);
+    // the index at `start + e` is floor(e x count / duration), so point i
+    // shows from ceil(i x duration / count); split so the product stays small
+    const qint64 whole = count ? duration / count : 0;
+    const qint64 rest = count ? duration % count : 0;
+    for (qint64 i = 0; i < count; ++i)
+        times.append(start + i * whole + (i * rest + count - 1) / count);
+    return times;
+}

@@ -2,6 +2,7 @@
 
 #include "platform/Coordinate.h"
 
+#include <QList>
 #include <QtGlobal>
 
 class Clock;
@@ -36,4 +37,10 @@ public:
     // The preview step for the route record `record` at time `now`. A record
     // without points answers latitude 0, longitude 0.
     static Step stepAt(const RouteRecord &record, qint32 now);
+
+    // For each point of `record`, the second (since 1970) at which the trip
+    // passes it: the first second whose step shows that point or a later
+    // one. stepAt turned around, for trips short enough that its 32-bit
+    // product does not wrap; for longer ones, where the trip was meant to be.
+    static QList<qint64> passingTimes(const RouteRecord &record);
 };

@@ -37,7 +37,7 @@ inline SpotmimeViewController::Needs spot(const Services &services)
 
 inline FavoritesViewController::Needs favorites(const Services &services)
 {
-    return {*services.preferences, services.deviceMetrics};
+    return {*services.preferences, services.deviceMetrics, services.alerts};
 }
 
 inline WhitelistViewController::Needs whitelist(const Services &services)

@@ -2,7 +2,9 @@
 
 #include "app/ModalPresentation.h"
 #include "app/TopBar.h"
+#include "gpx/GpxFile.h"
 #include "modes/SpotController.h"
+#include "platform/AlertPresenter.h"
 #include "platform/gui/DeviceMetrics.h"
 #include "settings/FavoriteEntry.h"
 #include "settings/TMPreferenceUtil.h"
@@ -69,12 +71,20 @@ FavoritesViewController::FavoritesViewController(const Needs &needs, QWidget *pa
     titleTopLabel = new QLabel(bottomView);
     titleTopLabel->setObjectName(QStringLiteral("titleTopLabel"));
     titleTopLabel->setAlignment(Qt::AlignCenter);
+    importButton = new FlatButton(bottomView);
+    importButton->setObjectName(QStringLiteral("importButton"));
+    exportButton = new FlatButton(bottomView);
+    exportButton->setObjectName(QStringLiteral("exportButton"));
     auto *bottomRow = new QHBoxLayout(bottomView);
-    bottomRow->setContentsMargins(12, 0, 12, 0);
-    bottomRow->addWidget(titleTopLabel);
+    bottomRow->setContentsMargins(12, 4, 12, 4);
+    bottomRow->addWidget(importButton);
+    bottomRow->addWidget(titleTopLabel, 1);
+    bottomRow->addWidget(exportButton);
 
     connect(backButton, &QPushButton::clicked, this, &FavoritesViewController::done);
     connect(editButton, &QPushButton::clicked, this, &FavoritesViewController::edit);
+    connect(importButton, &QPushButton::clicked, this, &FavoritesViewController::importFavorites);
+    connect(exportButton, &QPushButton::clicked, this, &FavoritesViewController::exportFavorites);
     connect(mainTableView, &FavoritesTableView::rowSelected, this,
             &FavoritesViewController::didSelectRow);
     connect(mainTableView, &FavoritesTableView::deleteRequested, this,
@@ -89,17 +99,30 @@ void FavoritesViewController::viewDidLoad()
     editButton->setText(tr("Edit"));
     titleLabel->setText(tr("Favorites"));
     titleTopLabel->setText(tr("Favorites"));
-    styleFlatButton(backButton);
-    styleFlatButton(editButton);
+    importButton->setText(tr("Import"));
+    importButton->setAccessibleName(tr("Import favorites from a GPX file"));
+    exportButton->setText(tr("Export"));
+    exportButton->setAccessibleName(tr("Export favorites to a GPX file"));
+    for (FlatButton *button : {backButton, editButton, importButton, exportButton})
+        styleFlatButton(button);
 
-    m_favorites = m_needs.preferences.favoritePreference();
-    // never enabled again while the list is open, and not disabled again
-    // when its last row goes
+    loadRows();
+    // never enabled again while the list is open (unless an import fills
+    // it), and not disabled again when its last row goes
     if (m_favorites.isEmpty()) {
         editButton->setEnabled(false);
         ViewHelpers::setAlpha(editButton, 0.5);
     }
 
+    m_safeArea = SafeArea::of(m_needs.deviceMetrics);
+    TopBar{bgLabel, topView}.showStatusStrip(m_safeArea);
+    layoutViews();
+}
+
+void FavoritesViewController::loadRows()
+{
+    m_favorites = m_needs.preferences.favoritePreference();
+    mainTableView->clear();
     for (const FavoriteEntry &entry : std::as_const(m_favorites)) {
         QString name = entry.name();
         if (name.trimmed().isEmpty())
@@ -110,10 +133,45 @@ void FavoritesViewController::viewDidLoad()
     }
     if (!m_favorites.isEmpty())
         mainTableView->setCurrentRow(0);
+}
 
-    m_safeArea = SafeArea::of(m_needs.deviceMetrics);
-    TopBar{bgLabel, topView}.showStatusStrip(m_safeArea);
-    layoutViews();
+void FavoritesViewController::report(const QString &error)
+{
+    if (m_needs.alerts)
+        m_needs.alerts->showMessage(error, tr("OK"), this);
+}
+
+void FavoritesViewController::importFavorites()
+{
+    const QString path = m_chooseFile(this, FileChoice::Mode::Open, tr("Import favorites"));
+    if (path.isEmpty())
+        return;
+    // the whole file is read and checked before the first favourite is added
+    const Gpx::Content content = Gpx::read(path);
+    if (!content.ok())
+        return report(tr("This GPX file cannot be used: %1").arg(content.error));
+    for (const FavoriteEntry &waypoint : content.waypoints) {
+        // the name panel's append, one waypoint after the other
+        if (!m_needs.preferences.addFavorite(waypoint)) {
+            report(tr("The favorites could not be saved."));
+            break;
+        }
+    }
+    loadRows();
+    if (!m_favorites.isEmpty()) {
+        editButton->setEnabled(true);
+        ViewHelpers::setAlpha(editButton, 1.0);
+    }
+}
+
+void FavoritesViewController::exportFavorites()
+{
+    const QString path = m_chooseFile(this, FileChoice::Mode::Save, tr("Export favorites"));
+    if (path.isEmpty())
+        return;
+    const QString error = Gpx::write(path, m_favorites, {});
+    if (!error.isEmpty())
+        report(error);
 }
 
 void FavoritesViewController::setDelegate(FavoritesDelegate *delegate)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/FileChoice.h"
 #include "app/SafeArea.h"
 #include "settings/FavoriteEntry.h"
 
@@ -7,6 +8,7 @@
 #include <QPointer>
 #include <QWidget>
 
+class AlertPresenter;
 class FavoritesDelegate;
 class FavoritesTableView;
 class FlatButton;
@@ -22,17 +24,20 @@ class TMPreferenceUtil;
 // The list shows whatever the file holds: an entry without a name is shown
 // as "Unknow", one that is not a place at all is shown dimmed and cannot be
 // chosen, and deleting a row writes every other entry back as it was read.
+// Import appends a GPX file's waypoints; Export writes the places as one.
 class FavoritesViewController : public QWidget
 {
     Q_OBJECT
 
 public:
     // What the list uses of the outside world; not owned, kept alive by the
-    // caller. No device metrics: the default layout.
+    // caller. No device metrics: the default layout; no alerts: a GPX file
+    // that fails is not reported.
     struct Needs
     {
         TMPreferenceUtil &preferences;
         DeviceMetrics *deviceMetrics = nullptr;
+        AlertPresenter *alerts = nullptr;
     };
 
     explicit FavoritesViewController(const Needs &needs, QWidget *parent = nullptr);
@@ -49,6 +54,11 @@ public:
     void didSelectRow(int row);
     void commitDelete(int row);
 
+    // Where Import and Export ask for their file (the file dialog by default).
+    void setFileChoice(FileChoice::Function choose) { m_chooseFile = std::move(choose); }
+    void importFavorites();
+    void exportFavorites();
+
 public slots:
     void done();
     void edit();
@@ -60,15 +70,20 @@ protected:
 
 private:
     void viewDidLoad();
+    void loadRows();
     void layoutViews();
+    void report(const QString &error);
 
     const Needs m_needs;
     QList<FavoriteEntry> m_favorites;
     FavoritesDelegate *m_delegate = nullptr;
+    FileChoice::Function m_chooseFile = FileChoice::gpxDialog;
     QPointer<QObject> m_delegateLifetime;
 
     FlatButton *backButton = nullptr;
     FlatButton *editButton = nullptr;
+    FlatButton *importButton = nullptr;
+    FlatButton *exportButton = nullptr;
     FavoritesTableView *mainTableView = nullptr;
     QLabel *titleLabel = nullptr;
     QLabel *titleTopLabel = nullptr;

@@ -211,7 +211,8 @@ void SpotmimeViewController::showInfoView()
 
 void SpotmimeViewController::showFavoritesView()
 {
-    auto *favorites = new FavoritesViewController({m_needs.preferences, m_needs.deviceMetrics});
+    auto *favorites =
+        new FavoritesViewController({m_needs.preferences, m_needs.deviceMetrics, &m_needs.alerts});
     favorites->setDelegate(this);
     presentViewController(this, favorites, ModalTransition::CrossDissolve);
 }

@@ -102,6 +102,11 @@ void addRouteScreen(QString &sheet)
              "background: {turquoise};"},
             {"QPushButton#btn_upDown:focus, QPushButton#btn_info:focus",
              "border: 2px solid {turquoise};"},
+            {"QPushButton#btn_gpx",
+             "color: {clouds}; background: {wetAsphalt}; border: none; border-radius: 17px;"
+             " font-size: 14px; font-weight: 600; padding: 0 14px;"},
+            {"QPushButton#btn_gpx:pressed", "background: {turquoise};"},
+            {"QPushButton#btn_gpx:focus", "border: 2px solid {turquoise};"},
             {"QWidget#bottomView", "background: {white}; border-top: 1px solid {silver};"},
             {"QLabel#statusBacking", "background: {midnightBlue};"},
             {"QLabel#lb_tip", "color: {greenSea}; font-size: 13px; font-weight: 600;"},

@@ -1,5 +1,6 @@
 #include "CtlRun.h"
 #include "FileBytes.h"
+#include "GpxDocument.h"
 #include "NmeaLog.h"
 #include "RoutinoTown.h"
 #include "StubHttpServer.h"
@@ -42,19 +43,21 @@ private:
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<StubHttpServer> m_server;
 
-    Run ctl(const QStringList &arguments)
+    Run ctl(const QStringList &arguments, const QString &preferences = {})
     {
         const QString url = m_server->baseUrl().toString();
         return runCtl(m_dir->path(),
-                      QStringList{u"--preferences-dir"_s, m_dir->path(), u"--geocoding-url"_s, url,
-                                  u"--nominatim-url"_s, url, u"--routing-url"_s, url} +
+                      QStringList{u"--preferences-dir"_s,
+                                  preferences.isEmpty() ? m_dir->path() : preferences,
+                                  u"--geocoding-url"_s, url, u"--nominatim-url"_s, url,
+                                  u"--routing-url"_s, url} +
                           arguments,
                       {{u"LC_ALL"_s, u"C.UTF-8"_s}, {u"TZ"_s, u"UTC"_s}});
     }
-    QVariantMap routeFile() const
+    QVariantMap routeFile(const QString &preferences = {}) const
     {
-        return PropertyList::readDictionary(
-            m_dir->filePath(u"com.velmora.trekmimex.route.plist"_s));
+        return PropertyList::readDictionary((preferences.isEmpty() ? m_dir->path() : preferences) +
+                                            u"/com.velmora.trekmimex.route.plist"_s);
     }
 
 private slots:
@@ -199,22 +202,39 @@ private slots:
         QCOMPARE(points[1].toObject().value(u"lng"_s).toDouble(), 114.16);
     }
 
-    void routeOnWritesTheTrip()
+    // The trip as the route switch writes it; exported as a GPX track with
+    // the times the preview passes each point, it gives another folder the
+    // same route, asking the routing service nothing and looking up the
+    // places' addresses again.
+    void routeOnWritesTheTripThatTravelsAsGpx()
     {
         const Run run = ctl(words("route on 22.2846809 114.1588 22.2988 114.1722 --start "
                                   "2030-01-01T08:00 --end 1893488400"));
         QCOMPARE(run.status, 0);
         QVariantMap record = routeFile();
-        const QVariantList points = record.take(u"points"_s).toList();
+        const QVariant points = record.take(u"points"_s);
         // 2030-01-01 08:00 in UTC; the end's address is the same stub answer
         QCOMPARE(record, (QVariantMap{{u"enable"_s, u"1"_s},
                                       {u"start"_s, u"1893484800.000000"_s},
                                       {u"end"_s, u"1893488400.000000"_s},
                                       {u"s"_s, u"科技园路1号"_s},
                                       {u"e"_s, u"科技园路1号"_s}}));
-        QCOMPARE(points.size(), 3);
-        QCOMPARE(points[2].toMap().value(u"lng"_s).toDouble(), 114.1722);
+        QCOMPARE(points.toList().size(), 3);
+        QCOMPARE(points.toList()[2].toMap().value(u"lng"_s).toDouble(), 114.1722);
         QCOMPARE(ctl(words("where --at 1893486600")).out, u"22.290000 114.160000\n"_s);
+
+        const QString out = m_dir->filePath(u"out.gpx"_s);
+        QCOMPARE(ctl(words("route export") << out).status, 0);
+        QVERIFY(bytesOf(out).contains("<time>2030-01-01T08:20:00Z</time>")); // 3600 s / 3
+        const qsizetype asked = m_server->requests().size();
+        QTemporaryDir other;
+        QCOMPARE(ctl(words("route on --start 1893484800 --speed walk --gpx") << out, other.path())
+                     .status,
+                 0);
+        QCOMPARE(routeFile(other.path()).value(u"points"_s), points);
+        QCOMPARE(routeFile(other.path()).value(u"e"_s), QVariant(u"科技园路1号"_s));
+        for (qsizetype i = asked; i < m_server->requests().size(); ++i)
+            QVERIFY(!m_server->requests()[i].target.startsWith("/route/"));
     }
 
     void routeOnAtAPace()

@@ -1,4 +1,6 @@
 #include "CtlRun.h"
+#include "FileBytes.h"
+#include "GpxDocument.h"
 #include "TestMain.h"
 
 #include "settings/PreferenceFiles.h"
@@ -83,7 +85,8 @@ private slots:
         for (const char *arguments : {"route on 0 1 1 1 --start 0 --end 1 --speed 5",
                                       "route on 0 1 1 1 --start 0 --speed 0"})
             QTest::newRow(arguments) << words(arguments) << 2;
-        for (const char *arguments : {"favorites remove 0", "favorites remove -1"})
+        for (const char *arguments :
+             {"favorites remove 0", "favorites remove -1", "route export x"})
             QTest::newRow(arguments) << words(arguments) << 1;
     }
     void badInputWritesNothing()
@@ -96,6 +99,40 @@ private slots:
         if (!arguments.isEmpty()) // a missing command gets the usage listing
             QCOMPARE(run.err.count(u'\n'), 1);
         QCOMPARE(files(), QStringList());
+    }
+
+    // A GPX file that cannot be used is refused in one line, and neither the
+    // route nor the favourites are written.
+    void badGpxFilesWriteNothing_data()
+    {
+        QTest::addColumn<QByteArray>("xml"); // empty: a file over the size limit
+        QTest::addColumn<QString>("error");
+        QTest::newRow("not GPX") << QByteArray("<kml/>") << u"not a GPX file"_s;
+        QTest::newRow("no points") << gpxDocument("<trk/>") << u"holds no points"_s;
+        QTest::newRow("waypoints only") // refused as a route only
+            << gpxDocument(R"(<wpt lat="1" lon="2"/>)") << u"holds no track or route points"_s;
+        QTest::newRow("latitude out of range")
+            << gpxDocument(R"(<rte><rtept lat="1" lon="2"/><rtept lat="-90.5" lon="2"/></rte>)")
+            << u"latitude that is not a number from -90 to 90: \"-90.5\""_s;
+        QTest::newRow("too large") << QByteArray() << u"larger than 64 MB"_s;
+    }
+    void badGpxFilesWriteNothing()
+    {
+        QFETCH(QByteArray, xml);
+        QFETCH(QString, error);
+        const QString file = m_dir->filePath(u"bad.gpx"_s);
+        QVERIFY(writeBytes(file, xml) && (!xml.isEmpty() || QFile::resize(file, 64 << 20 | 1)));
+        for (const char *command :
+             {"route plan --gpx F", "route on --gpx F --start 0 --end 1",
+              "route on --gpx F --start 0 --speed walk", "favorites import F"}) {
+            const Run run = ctl(words(command).replaceInStrings(u"F"_s, file));
+            const bool refused = !error.startsWith(u"holds no track"_s) || command[0] == 'r';
+            QCOMPARE(run.status, refused ? 2 : 0);
+            QCOMPARE(run.out.isEmpty(), refused);
+            QVERIFY2(!refused || (run.err.contains(error) && run.err.count(u'\n') == 1),
+                     qPrintable(run.err));
+            QCOMPARE(files().size(), refused ? 1 : 2); // the favourites file only when not refused
+        }
     }
 
     void unusableConfigurationStopsBeforeTheFolderIsMade_data()

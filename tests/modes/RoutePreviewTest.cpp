@@ -79,6 +79,24 @@ private slots:
         QCOMPARE(RoutePreview::nowSeconds(3e9), std::numeric_limits<qint32>::max()); // after 2038
         QCOMPARE(RoutePreview::nowSeconds(std::nan("")), 0);
     }
+
+    // Each point's time is the first second at which the preview shows it
+    // (or, when points are closer than a second apart, one after it).
+    void passingTimesTurnTheStepAround()
+    {
+        for (const auto &[duration, count] :
+             {std::pair{100, 10}, {100, 3}, {7, 20}, {86400, 1000}, {1, 1}, {0, 4}, {-5, 3}}) {
+            const RouteRecord record = trip(duration, count);
+            const QList<qint64> times = RoutePreview::passingTimes(record);
+            QCOMPARE(times.size(), count);
+            QCOMPARE(times.first(), Start);
+            for (int i = 1; i < count; ++i)
+                QVERIFY2(
+                    RoutePreview::stepAt(record, qint32(times[i])).index >= i &&
+                        RoutePreview::stepAt(record, qint32(times[i] - 1)).index < i,
+                    qPrintable(u"%1 s, %2 points: point %3"_s.arg(duration).arg(count).arg(i)));
+        }
+    }
 };
 
 TREKMIME_TEST(RoutePreviewTest)

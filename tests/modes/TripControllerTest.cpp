@@ -4,6 +4,7 @@
 
 #include "fakes/FakeDirectionsService.h"
 #include "modes/TripController.h"
+#include "routing/RoutePace.h"
 #include "settings/PropertyList.h"
 
 #include <QSignalSpy>
@@ -173,6 +174,34 @@ private slots:
         QVERIFY(m_trip->switchOn(false).written); // an unknown address is no key, not ""
         QVERIFY(!bytesOf(m_world->files().routeFile()).contains("<key>s</key>"));
         QCOMPARE(stored().value(u"e"_s).toString(), u"TST"_s);
+    }
+
+    // A route of one's own (a GPX track) is the planned route as an answer
+    // would be: nothing is asked for, not even by the switch, an answer asked
+    // for before it is ignored, and choosing a place plans again.
+    void plannedPointsStandForTheAnswer()
+    {
+        m_directions->setHeld(true);
+        m_trip->planBetween(Central, Tst);
+        const QList<Coordinate> own{Central, {22.29, 114.16}, Tst};
+        QSignalSpy finished(m_trip.get(), &TripController::planningFinished);
+        QVERIFY(!m_trip->usePlannedPoints({}) && m_trip->usePlannedPoints(own));
+        QCOMPARE(finished.size(), 1);
+        QVERIFY(m_directions->release(0, DirectionsAnswer::found({DirectionsRoute{{}, 0, 0}})));
+        QVERIFY(!m_trip->isPlanning() && !m_trip->isRouteError());
+        QCOMPARE(m_trip->lastAnswer().routes.first().coordinates, own);
+        QCOMPARE(QList<Coordinate>({m_trip->start(), m_trip->end()}), QList({Central, Tst}));
+        QCOMPARE(m_trip->routeLengthMeters(), RoutePace::lengthMeters(own));
+        m_directions->setHeld(false);
+        choose(Central, Tst, Now + 60, Now + 70); // the places again: asks for a route
+        QVERIFY(m_trip->usePlannedPoints(own));
+        m_trip->setEvenPace(true);
+        QVERIFY(m_trip->switchOn().written);
+        const QVariantList points = stored().value(u"points"_s).toList();
+        QCOMPARE(QVariantList({points.first(), points.last()}),
+                 QVariantList({point(Central), point(Tst)}));
+        QCOMPARE(points.size(), 11); // a point a second
+        QCOMPARE(m_directions->requests().size(), 3);
     }
 
     // A request a newer one replaced is no failure and ends nothing.

@@ -1,3 +1,5 @@
+#include "FileBytes.h"
+#include "GpxDocument.h"
 #include "RouteTestWorld.h"
 #include "TestMain.h"
 
@@ -13,6 +15,7 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QWheelEvent>
 
 namespace {
@@ -117,6 +120,45 @@ private slots:
         QCOMPARE(m_world->shell.toLocation, 1);
         QTest::mouseClick(child<QPushButton>("btn_info"), Qt::LeftButton);
         QCOMPARE(m_world->shell.infoViews, 1);
+    }
+
+    // "Load GPX…", reached by Tab after the choices: a bad file is reported
+    // and changes nothing; a good one's track is the route, drawn and
+    // switched on without a routing request, its ends' addresses looked up.
+    void loadsAGpxTrackAsTheRoute()
+    {
+        TrekmimeViewController &screen = open();
+        m_world->geocoder.setAddress(Central, u"Central"_s);
+        QTemporaryDir dir;
+        const QString bad = dir.filePath(u"bad.gpx"_s), good = dir.filePath(u"good.gpx"_s);
+        QVERIFY(writeBytes(bad, gpxDocument(R"(<rte><rtept lat="95" lon="1"/></rte>)")));
+        QVERIFY(
+            writeBytes(good, gpxDocument(R"(<rte><rtept lat="22.2846809" lon="114.1588"/><rtept )"
+                                         R"(lat="22.29" lon="114.16"/><rtept lat="22.2988" )"
+                                         R"(lon="114.1722"/></rte>)")));
+        QString chosen = bad;
+        screen.setFileChoice([&](QWidget *, FileChoice::Mode, const QString &) { return chosen; });
+        QVERIFY(QTest::qWaitForWindowActive(&screen));
+        child<QPushButton>("row_endTime")->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        auto *load = child<QPushButton>("btn_gpx");
+        QCOMPARE(QApplication::focusWidget(), load);
+        QVERIFY(!QAccessible::queryAccessibleInterface(load)->text(QAccessible::Name).isEmpty());
+        QTest::keyClick(load, Qt::Key_Space);
+        QVERIFY(m_world->alerts.messages().last().contains(u"latitude"_s));
+        QVERIFY(screen.points().isEmpty());
+
+        chosen = good;
+        QTest::keyClick(load, Qt::Key_Space);
+        QCOMPARE(screen.mapView()->overlays().first()->pointCount(), 3);
+        QTRY_COMPARE(text("lb_start"), u"Central"_s);
+        QTRY_COMPARE(text("lb_end"), u"Unknow"_s); // the geocoder knows no address there
+        pickTime(&TrekmimeViewController::chooseStartTime, 1);
+        pickTime(&TrekmimeViewController::chooseEndTime, 3);
+        child<FlatSwitch>("enableSwitch")->toggle();
+        QCOMPARE(screen.preferences().pointCount(), 3);
+        QCOMPARE(screen.preferences().startAddress(), u"Central"_s);
+        QVERIFY(m_world->directions.requests().isEmpty());
     }
 
     void restoresARunningTrip()

@@ -1,7 +1,13 @@
+#include "FileBytes.h"
+#include "GpxDocument.h"
 #include "SpotWorld.h"
 #include "TestMain.h"
 
 #include "shell/ScreenNeeds.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QTemporaryDir>
 
 namespace {
 
@@ -44,6 +50,13 @@ private:
         m_window->show();
         return list;
     }
+    static QStringList rows(FavoritesViewController *list)
+    {
+        QStringList texts;
+        for (int i = 0; i < list->tableView()->count(); ++i)
+            texts << list->tableView()->item(i)->text();
+        return texts;
+    }
     static QPushButton *editButton(FavoritesViewController *list)
     {
         return list->findChild<QPushButton *>(u"editButton"_s);
@@ -72,10 +85,7 @@ private slots:
         QFETCH(QStringList, rows);
         QFETCH(bool, editable);
         FavoritesViewController *list = open(file);
-        QStringList texts;
-        for (int i = 0; i < list->tableView()->count(); ++i)
-            texts << list->tableView()->item(i)->text();
-        QCOMPARE(texts, rows);
+        QCOMPARE(FavoritesViewControllerTest::rows(list), rows);
         QCOMPARE(editButton(list)->isEnabled(), editable);
         QVERIFY(!list->tableView()->grab().isNull()); // every kind of row draws
     }
@@ -138,6 +148,38 @@ private slots:
                                                              {u"longitude"_s, u"114.160000"_s}}));
         QCOMPARE(delegate.selected, 1);
         QTRY_VERIFY(!alive);
+    }
+
+    // Import and Export, reached by Tab and named for screen readers, ask
+    // the file choice; what one exports the other appends, a bad file is
+    // reported and appends nothing.
+    void importAndExportGpx()
+    {
+        FavoritesViewController *list =
+            open(QVariantList{place(u"Home"_s, u"22.280000"_s, u"114.160000"_s)});
+        QTemporaryDir dir;
+        QString chosen = dir.filePath(u"places.gpx"_s);
+        list->setFileChoice([&](QWidget *, FileChoice::Mode, const QString &) { return chosen; });
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        list->tableView()->setFocus();
+        for (const char *name : {"importButton", "exportButton"}) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QWidget *button = QApplication::focusWidget();
+            QCOMPARE(button->objectName(), QLatin1String(name));
+            QVERIFY(
+                !QAccessible::queryAccessibleInterface(button)->text(QAccessible::Name).isEmpty());
+        }
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space); // export, then import it
+        QTest::mouseClick(list->findChild<QPushButton *>(u"importButton"_s), Qt::LeftButton);
+        QCOMPARE(rows(list), (QStringList{u"Home"_s, u"Home"_s}));
+
+        chosen = dir.filePath(u"bad.gpx"_s);
+        QVERIFY(
+            writeBytes(chosen, gpxDocument(R"(<wpt lat="1" lon="2"/><wpt lat="91" lon="2"/>)")));
+        QTest::mouseClick(list->findChild<QPushButton *>(u"importButton"_s), Qt::LeftButton);
+        QVERIFY(m_world->alerts.messages().last().contains(u"latitude"_s));
+        QCOMPARE(rows(list), (QStringList{u"Home"_s, u"Home"_s}));
+        QCOMPARE(SpotWorld::favorites(*m_world).size(), 2);
     }
 
     void delegateGoneBeforeAChoice()

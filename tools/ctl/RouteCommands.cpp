@@ -3,6 +3,7 @@
 #include "Ctl.h"
 #include "RecordJson.h"
 
+#include "gpx/GpxFile.h"
 #include "location/Location.h"
 #include "modes/TripController.h"
 #include "platform/Clock.h"
@@ -15,6 +16,7 @@
 #include <QEventLoop>
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QTimeZone>
 #include <QTimer>
 
 #include <functional>
@@ -89,6 +91,36 @@ std::optional<double> parseTime(const QString &text)
     return double(local.toSecsSinceEpoch());
 }
 
+// The points of a GPX file's first track (or route), or nothing after
+// saying why in one line.
+std::optional<QList<Coordinate>> gpxTrack(CtlContext &context, const QString &path)
+{
+    const Gpx::Content content = Gpx::read(path);
+    if (!content.ok() || content.track.isEmpty()) {
+        context.fail(CtlBadInput,
+                     content.ok() ? QStringLiteral("%1 holds no track or route points").arg(path)
+                                  : content.error);
+        return std::nullopt;
+    }
+    return content.track;
+}
+
+// Takes "--gpx FILE" out of `args`: no option, the file's name, or an empty
+// text after saying why (the option without a file).
+std::optional<QString> takeGpxOption(CtlContext &context, QStringList &args, const QString &usage)
+{
+    const qsizetype at = args.indexOf(QStringLiteral("--gpx"));
+    if (at < 0)
+        return std::nullopt;
+    if (at + 1 >= args.size()) {
+        context.fail(CtlBadInput, QStringLiteral("usage: %1").arg(usage));
+        return QString();
+    }
+    const QString path = args.takeAt(at + 1);
+    args.removeAt(at);
+    return path;
+}
+
 // "--json" may also follow the command's own arguments
 bool takeJsonFlag(QStringList &args)
 {
@@ -97,21 +129,34 @@ bool takeJsonFlag(QStringList &args)
 
 int routePlan(CtlContext &context, QStringList args)
 {
-    const QString usage = QStringLiteral("route plan FROM_LAT FROM_LNG TO_LAT TO_LNG");
+    const QString usage =
+        QStringLiteral("route plan FROM_LAT FROM_LNG TO_LAT TO_LNG | route plan --gpx FILE");
     const bool json = takeJsonFlag(args) || context.json;
-    if (!CtlArgs::count(context, args, 4, 4, usage))
+    const std::optional<QString> gpx = takeGpxOption(context, args, usage);
+    if (gpx && gpx->isEmpty())
         return CtlBadInput;
-    const auto fromLatitude = CtlArgs::latitude(context, args[0]);
-    const auto fromLongitude = fromLatitude ? CtlArgs::longitude(context, args[1]) : std::nullopt;
-    const auto toLatitude = fromLongitude ? CtlArgs::latitude(context, args[2]) : std::nullopt;
-    const auto toLongitude = toLatitude ? CtlArgs::longitude(context, args[3]) : std::nullopt;
-    if (!toLongitude)
+    const int places = gpx ? 0 : 4;
+    if (!CtlArgs::count(context, args, places, places, usage))
         return CtlBadInput;
-    if (!context.services.directions)
-        return context.fail(CtlFailed, QStringLiteral("no route planning service"));
     const auto planner = trip(context);
-    planner->planBetween({*fromLatitude, *fromLongitude}, {*toLatitude, *toLongitude});
-    waitForPlanning(*planner);
+    if (gpx) {
+        const auto track = gpxTrack(context, *gpx);
+        if (!track)
+            return CtlBadInput;
+        planner->usePlannedPoints(*track);
+    } else {
+        const auto fromLatitude = CtlArgs::latitude(context, args[0]);
+        const auto fromLongitude =
+            fromLatitude ? CtlArgs::longitude(context, args[1]) : std::nullopt;
+        const auto toLatitude = fromLongitude ? CtlArgs::latitude(context, args[2]) : std::nullopt;
+        const auto toLongitude = toLatitude ? CtlArgs::longitude(context, args[3]) : std::nullopt;
+        if (!toLongitude)
+            return CtlBadInput;
+        if (!context.services.directions)
+            return context.fail(CtlFailed, QStringLiteral("no route planning service"));
+        planner->planBetween({*fromLatitude, *fromLongitude}, {*toLatitude, *toLongitude});
+        waitForPlanning(*planner);
+    }
     const DirectionsAnswer &answer = planner->lastAnswer();
     if (answer.isError() || answer.routes.isEmpty())
         return context.fail(CtlFailed, answer.error.value_or(QStringLiteral("no route")));
@@ -134,10 +179,13 @@ int routePlan(CtlContext &context, QStringList args)
 int routeOn(CtlContext &context, QStringList args)
 {
     const QString usage =
-        QStringLiteral("route on FROM_LAT FROM_LNG TO_LAT TO_LNG --start TIME --end TIME|--speed "
-                       "walk|run|cycle|drive|KMH [--even-pace] [--from-address TEXT] "
+        QStringLiteral("route on FROM_LAT FROM_LNG TO_LAT TO_LNG|--gpx FILE --start TIME --end "
+                       "TIME|--speed walk|run|cycle|drive|KMH [--even-pace] [--from-address TEXT] "
                        "[--to-address TEXT]");
     const bool json = takeJsonFlag(args) || context.json;
+    const std::optional<QString> gpx = takeGpxOption(context, args, usage);
+    if (gpx && gpx->isEmpty())
+        return CtlBadInput;
     QStringList numbers;
     std::optional<QString> startText, endText, speedText, fromAddress, toAddress;
     const bool evenPace = args.removeAll(QStringLiteral("--even-pace")) > 0;
@@ -159,7 +207,7 @@ int routeOn(CtlContext &context, QStringList args)
     }
     if (endText && speedText)
         return context.fail(CtlBadInput, QStringLiteral("--speed and --end exclude each other"));
-    if (numbers.size() != 4 || !startText || !(endText || speedText))
+    if (numbers.size() != (gpx ? 0 : 4) || !startText || !(endText || speedText))
         return context.fail(CtlBadInput, QStringLiteral("usage: %1").arg(usage));
     const std::optional<double> kmh =
         speedText ? RoutePace::speedKmh(*speedText) : std::optional<double>();
@@ -170,13 +218,28 @@ int routeOn(CtlContext &context, QStringList args)
                                 .arg(*speedText));
     }
     const double speed = kmh.value_or(0.0);
-    const auto fromLatitude = CtlArgs::latitude(context, numbers[0]);
-    const auto fromLongitude =
-        fromLatitude ? CtlArgs::longitude(context, numbers[1]) : std::nullopt;
-    const auto toLatitude = fromLongitude ? CtlArgs::latitude(context, numbers[2]) : std::nullopt;
-    const auto toLongitude = toLatitude ? CtlArgs::longitude(context, numbers[3]) : std::nullopt;
-    if (!toLongitude)
-        return CtlBadInput;
+    // the route of a GPX file, or the two places to plan between
+    std::optional<QList<Coordinate>> track;
+    Coordinate from, to;
+    if (gpx) {
+        track = gpxTrack(context, *gpx);
+        if (!track)
+            return CtlBadInput;
+        from = track->first();
+        to = track->last();
+    } else {
+        const auto fromLatitude = CtlArgs::latitude(context, numbers[0]);
+        const auto fromLongitude =
+            fromLatitude ? CtlArgs::longitude(context, numbers[1]) : std::nullopt;
+        const auto toLatitude =
+            fromLongitude ? CtlArgs::latitude(context, numbers[2]) : std::nullopt;
+        const auto toLongitude =
+            toLatitude ? CtlArgs::longitude(context, numbers[3]) : std::nullopt;
+        if (!toLongitude)
+            return CtlBadInput;
+        from = {*fromLatitude, *fromLongitude};
+        to = {*toLatitude, *toLongitude};
+    }
     const auto startTime = parseTime(*startText);
     // with a speed, the end comes from the planned route's length below
     auto endTime = endText ? parseTime(*endText) : startTime;
@@ -203,12 +266,15 @@ int routeOn(CtlContext &context, QStringList args)
     if (routeTrip->isOn())
         return context.fail(CtlFailed, routeTrip->choiceRefusal());
 
-    // the screen's order: the places (the second one plans), then the times
-    const Coordinate from{*fromLatitude, *fromLongitude};
-    const Coordinate to{*toLatitude, *toLongitude};
-    routeTrip->chooseStart(from, QString());
-    routeTrip->chooseEnd(to, QString());
-    waitForPlanning(*routeTrip);
+    // the screen's order: the places (the second one plans) or the file's
+    // route, then the times
+    if (track) {
+        routeTrip->usePlannedPoints(*track);
+    } else {
+        routeTrip->chooseStart(from, QString());
+        routeTrip->chooseEnd(to, QString());
+        waitForPlanning(*routeTrip);
+    }
     if (speedText) {
         // a start within 32 bits, checked above: whole seconds
         const auto end =
@@ -242,11 +308,33 @@ int routeOn(CtlContext &context, QStringList args)
     return CtlOk;
 }
 
+// The route record's points as one GPX track, each with the time the trip
+// passes it, as the preview shows it.
+int routeExport(CtlContext &context, const QStringList &args)
+{
+    if (args.size() != 1)
+        return context.fail(CtlBadInput, QStringLiteral("usage: route export FILE"));
+    const RouteRecord record = context.services.preferences->routePreference();
+    if (record.pointCount() == 0)
+        return context.fail(CtlFailed, QStringLiteral("no route to export: there is no route "
+                                                      "record, or it has no points"));
+    const QList<qint64> seconds = RoutePreview::passingTimes(record);
+    QList<QDateTime> times;
+    times.reserve(seconds.size());
+    for (const qint64 second : seconds)
+        times.append(QDateTime::fromSecsSinceEpoch(second, QTimeZone::utc()));
+    const QString error = Gpx::write(args.first(), {}, record.points(), times);
+    if (!error.isEmpty())
+        return context.fail(CtlFailed, error);
+    context.out << RecordJson::describeRoute(record) << Qt::endl;
+    return CtlOk;
+}
+
 const QString RouteUsage =
-    QStringLiteral("route show | route off | route plan FROM_LAT FROM_LNG TO_LAT TO_LNG | "
-                   "route on FROM_LAT FROM_LNG TO_LAT TO_LNG --start TIME --end TIME|--speed "
-                   "walk|run|cycle|drive|KMH [--even-pace] [--from-address TEXT] "
-                   "[--to-address TEXT]");
+    QStringLiteral("route show | route off | route export FILE | route plan FROM_LAT FROM_LNG "
+                   "TO_LAT TO_LNG|--gpx FILE | route on FROM_LAT FROM_LNG TO_LAT TO_LNG|--gpx FILE "
+                   "--start TIME --end TIME|--speed walk|run|cycle|drive|KMH [--even-pace] "
+                   "[--from-address TEXT] [--to-address TEXT]");
 
 int route(CtlContext &context, const QStringList &args)
 {
@@ -255,6 +343,8 @@ int route(CtlContext &context, const QStringList &args)
         return routePlan(context, args.mid(1));
     if (!args.isEmpty() && args.first() == QLatin1String("on"))
         return routeOn(context, args.mid(1));
+    if (!args.isEmpty() && args.first() == QLatin1String("export"))
+        return routeExport(context, args.mid(1));
     if (!CtlArgs::count(context, args, 1, 1, usage))
         return CtlBadInput;
     TMPreferenceUtil &preferences = *context.services.preferences;
@@ -317,8 +407,9 @@ void addRouteCommands(CtlCommandTable &table)
 {
     table.append(
         {QStringLiteral("route"), RouteUsage,
-         QStringLiteral("Show the route record, plan a route, or switch the trip on or off as the "
-                        "route screen does."),
+         QStringLiteral("Show the route record, plan a route (or take a GPX file's track), switch "
+                        "the trip on or off as the route screen does, or write the route as a GPX "
+                        "track."),
          route});
     table.append({QStringLiteral("where"), QStringLiteral("where [--at EPOCH_SECONDS]"),
                   QStringLiteral("The point the route preview shows at that time (default now)."),
