@@ -103,7 +103,7 @@ void TrekmimeViewController::addStop()
     if (!guardChoice())
         return;
     if (m_trip->stops().size() >= MaxStops) {
-        showHUDHintText(tr("At most %n stops", nullptr, int(MaxStops)));
+        showHUDHintText(tr("At most %1 stops").arg(MaxStops));
         return;
     }
     chooseAddress(AddressFor::Stop);
