@@ -82,11 +82,10 @@ private slots:
                                       "apps list --all",
                                       "favorites import /nonexistent.gpx",
                                       "favorites export",
+                                      "route on 0 1 1 1 --start 0 --end 1 --speed 5",
+                                      "route on 0 1 1 1 --start 0 --speed 0",
                                       ""})
             QTest::newRow(*arguments ? arguments : "no command") << words(arguments) << 2;
-        for (const char *arguments : {"route on 0 1 1 1 --start 0 --end 1 --speed 5",
-                                      "route on 0 1 1 1 --start 0 --speed 0"})
-            QTest::newRow(arguments) << words(arguments) << 2;
         for (const char *arguments : {"favorites remove 0", "favorites remove -1"})
             QTest::newRow(arguments) << words(arguments) << 1;
     }

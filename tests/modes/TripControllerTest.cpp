@@ -163,9 +163,7 @@ private slots:
         QTRY_VERIFY(!m_trip->isPlanning());
         QCOMPARE(m_directions->requests().last(), (QList<Coordinate>{Central, a, b, Tst}));
         QCOMPARE(m_trip->plannedStops(), (QList<Coordinate>{a, b}));
-        QCOMPARE(m_trip->points().size(), 7); // through each place
         QVERIFY(m_trip->removeStop(0));
-        QCOMPARE(m_trip->stops().first().address, u"B"_s);
         QCOMPARE(m_directions->requests().last(), (QList<Coordinate>{Central, b, Tst}));
         QCOMPARE(m_directions->requests().size(), 4);
     }
