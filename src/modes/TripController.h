@@ -14,8 +14,8 @@ class TMPreferenceUtil;
 // The simulated trip of the route mode, as the route screen shows it and as
 // trekmime-ctl drives it for a script: the choices (start and end place with
 // their address texts, the stops on the way, start and end time), planning
-// the road route through the places, the switch with its checks and writes, and the
-// one-second preview of where the trip stands.
+// the road route through the places, the switch with its checks and writes,
+// and the one-second preview of where the trip stands.
 //
 // It keeps an in-memory copy of the route record, read from the route file
 // on `restore()` and `reload()`; the switch writes that copy back whole.

@@ -13,6 +13,8 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include <limits>
+
 namespace {
 
 // the pace choice's entries, by the names RoutePace knows
@@ -40,12 +42,12 @@ QLabel *partLabel(QWidget *parent, const char *name, const char *property)
 
 void TrekmimeViewController::buildStopControls()
 {
-    btn_addStop = new QPushButton(QStringLiteral("+  ") + tr("Add stop"), v_top);
-    btn_addStop->setObjectName(QStringLiteral("btn_addStop"));
-    btn_addStop->setAccessibleName(tr("Add stop"));
-    btn_addStop->setAccessibleDescription(tr("A place to pass between Start and End"));
-    btn_addStop->setCursor(Qt::PointingHandCursor);
-    connect(btn_addStop, &QPushButton::clicked, this, &TrekmimeViewController::addStop);
+    m_addStopButton = new QPushButton(QStringLiteral("+  ") + tr("Add stop"), v_top);
+    m_addStopButton->setObjectName(QStringLiteral("addStopButton"));
+    m_addStopButton->setAccessibleName(tr("Add stop"));
+    m_addStopButton->setAccessibleDescription(tr("A place to pass between Start and End"));
+    m_addStopButton->setCursor(Qt::PointingHandCursor);
+    connect(m_addStopButton, &QPushButton::clicked, this, &TrekmimeViewController::addStop);
 }
 
 void TrekmimeViewController::buildPaceControls()
@@ -115,7 +117,7 @@ void TrekmimeViewController::stopChosen(double latitude, double longitude, const
     if (!m_trip->addStop(m_trip->stops().size(), {latitude, longitude}, address))
         return; // a place on the equator or the prime meridian is not chosen
     showStops();
-    btn_addStop->setFocus();
+    m_addStopButton->setFocus();
 }
 
 void TrekmimeViewController::removeStop(qsizetype index)
@@ -123,7 +125,7 @@ void TrekmimeViewController::removeStop(qsizetype index)
     if (!guardChoice() || !m_trip->removeStop(index))
         return;
     showStops();
-    btn_addStop->setFocus();
+    m_addStopButton->setFocus();
 }
 
 void TrekmimeViewController::showStops()
@@ -147,7 +149,7 @@ void TrekmimeViewController::showStops()
         value->setText(stops[i].address);
         makeValueLabel(value, role);
         auto *remove = new QPushButton(QStringLiteral("\u2715"), row);
-        remove->setObjectName(QStringLiteral("btn_removeStop"));
+        remove->setObjectName(QStringLiteral("removeStopButton"));
         remove->setAccessibleName(tr("Remove stop %1").arg(i + 1));
         remove->setAccessibleDescription(stops[i].address);
         remove->setCursor(Qt::PointingHandCursor);
@@ -177,9 +179,11 @@ void TrekmimeViewController::choosePace(int index)
     if (m_trip->isPlanning() || m_trip->isRouteError() || m_trip->points().size() < 2)
         return refuse(tr("Choose Start and End first: the pace needs the planned route"));
     const std::optional<double> kmh = RoutePace::speedKmh(m_paceChoice->itemData(index).toString());
-    // the start is whole 32-bit seconds, as the time picker stores it
+    // the time picker stores whole seconds; past 32 bits no trip can end
+    const double start = m_trip->startTime();
     const std::optional<qint32> end =
-        kmh ? RoutePace::endTime(qint32(m_trip->startTime()), m_trip->routeLengthMeters(), *kmh)
+        kmh && start <= std::numeric_limits<qint32>::max()
+            ? RoutePace::endTime(qint32(start), m_trip->routeLengthMeters(), *kmh)
             : std::nullopt;
     if (!end)
         return refuse(tr("At this pace the trip would end too late"));

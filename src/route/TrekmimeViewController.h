@@ -205,7 +205,7 @@ private:
     FlatSwitch *enableSwitch = nullptr;
     QLabel *lb_tip = nullptr;
     QList<QPushButton *> m_choiceRows;
-    QPushButton *btn_addStop = nullptr;
+    QPushButton *m_addStopButton = nullptr;
     QList<QWidget *> m_stopRows;
     QWidget *m_paceRow = nullptr;
     QComboBox *m_paceChoice = nullptr;

@@ -229,9 +229,9 @@ void TrekmimeViewController::setTabOrders()
     QList<QWidget *> chain{m_choiceRows[0]};
     for (QWidget *row : std::as_const(m_stopRows))
         chain.append(row->findChild<QPushButton *>());
-    chain << btn_addStop << m_choiceRows[1] << m_choiceRows[2] << m_choiceRows[3] << m_paceChoice
-          << m_evenPaceSwitch << btn_info << btn_upDown << mv_main << btn_mine << enableSwitch
-          << btn_exchange;
+    chain << m_addStopButton << m_choiceRows[1] << m_choiceRows[2] << m_choiceRows[3]
+          << m_paceChoice << m_evenPaceSwitch << btn_info << btn_upDown << mv_main << btn_mine
+          << enableSwitch << btn_exchange;
     for (qsizetype i = 1; i < chain.size(); ++i)
         setTabOrder(chain[i - 1], chain[i]);
 }
@@ -272,7 +272,7 @@ void TrekmimeViewController::layoutPanel(int w)
         row->findChild<QPushButton *>()->setGeometry(w - 16 - 36, (StopRowHeight - 36) / 2, 36, 36);
         y += StopRowHeight;
     }
-    btn_addStop->setGeometry(0, y, w, AddStopHeight);
+    m_addStopButton->setGeometry(0, y, w, AddStopHeight);
     y += AddStopHeight;
     for (int i = 1; i < 4; ++i) {
         placeRow(m_choiceRows[i], y, w);

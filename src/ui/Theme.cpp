@@ -96,17 +96,17 @@ void addRouteScreen(QString &sheet)
             {"QWidget#stopRow, QWidget#paceRow, QWidget#evenPaceRow",
              "background: {white}; border-bottom: 1px solid {clouds};"},
             {"QLabel#stopAddress", "font-size: 15px;"},
-            {"QPushButton#btn_removeStop",
+            {"QPushButton#removeStopButton",
              "color: {concrete}; background: transparent; border: none; border-radius: 18px;"
              " font-size: 16px;"},
-            {"QPushButton#btn_removeStop:pressed", "background: {clouds};"},
-            {"QPushButton#btn_removeStop:focus", "background: {selection};"},
-            {"QPushButton#btn_addStop",
+            {"QPushButton#removeStopButton:pressed", "background: {clouds};"},
+            {"QPushButton#removeStopButton:focus", "background: {selection};"},
+            {"QPushButton#addStopButton",
              "color: {peterRiver}; background: {white}; border: none;"
              " border-bottom: 1px solid {clouds}; text-align: left; padding-left: 108px;"
              " font-size: 15px; font-weight: 600;"},
-            {"QPushButton#btn_addStop:pressed", "background: {clouds};"},
-            {"QPushButton#btn_addStop:focus", "background: {selection};"},
+            {"QPushButton#addStopButton:pressed", "background: {clouds};"},
+            {"QPushButton#addStopButton:focus", "background: {selection};"},
             {"QComboBox#paceChoice",
              "color: {midnightBlue}; background: {white}; border: 1px solid {silver};"
              " border-radius: 6px; padding: 0 8px; font-size: 14px;"},

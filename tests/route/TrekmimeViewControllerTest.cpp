@@ -142,7 +142,7 @@ private slots:
     {
         TrekmimeViewController &screen = open();
         choosePlaces();
-        QTest::mouseClick(child<QPushButton>("btn_addStop"), Qt::LeftButton);
+        QTest::mouseClick(child<QPushButton>("addStopButton"), Qt::LeftButton);
         QPointer<SelectAddressViewController> picker = screen.addressPicker();
         picker->mapView()->setCenterCoordinate({22.29, 114.16});
         m_world->settlePicker(*picker, u"Admiralty"_s);
@@ -170,12 +170,12 @@ private slots:
                                      u"Please choose Start Time"_s, u"Please choose End Time"_s,
                                      u"Pace"_s, u"Even pace"_s}));
         QAccessibleInterface *remove =
-            QAccessible::queryAccessibleInterface(child<QPushButton>("btn_removeStop"));
+            QAccessible::queryAccessibleInterface(child<QPushButton>("removeStopButton"));
         QCOMPARE(remove->text(QAccessible::Description), u"Admiralty"_s);
         remove->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         QTRY_VERIFY(screen.trip().stops().isEmpty());
         QCOMPARE(m_world->directions.requests().last(), (QList<Coordinate>{Central, Tst}));
-        QTRY_VERIFY(!child<QPushButton>("btn_removeStop"));
+        QTRY_VERIFY(!child<QPushButton>("removeStopButton"));
     }
 
     // A pace fills the end time from the start time and the route's length;
