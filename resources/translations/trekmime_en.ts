@@ -575,6 +575,70 @@ Choose a place on the map and press “Add To →”.</source>
         <source>Unknow</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Walk</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Run</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cycle</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Drive</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add stop</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A place to pass between Start and End</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pace</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose a pace</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fills the end time from the route&apos;s length</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Even pace</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Equal steps along the road</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>At most %1 stops</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove stop %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose Start and End first: the pace needs the planned route</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>At this pace the trip would end too late</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>TripController</name>

@@ -576,6 +576,70 @@ Choose a place on the map and press “Add To →”.</source>
         <source>Unknow</source>
         <translation>未知</translation>
     </message>
+    <message>
+        <source>Walk</source>
+        <translation>步行</translation>
+    </message>
+    <message>
+        <source>Run</source>
+        <translation>跑步</translation>
+    </message>
+    <message>
+        <source>Cycle</source>
+        <translation>骑行</translation>
+    </message>
+    <message>
+        <source>Drive</source>
+        <translation>驾车</translation>
+    </message>
+    <message>
+        <source>Add stop</source>
+        <translation>添加途经点</translation>
+    </message>
+    <message>
+        <source>A place to pass between Start and End</source>
+        <translation>起点和终点之间经过的地点</translation>
+    </message>
+    <message>
+        <source>Pace</source>
+        <translation>速度</translation>
+    </message>
+    <message>
+        <source>Choose a pace</source>
+        <translation>选择速度</translation>
+    </message>
+    <message>
+        <source>Fills the end time from the route&apos;s length</source>
+        <translation>根据路线长度填写结束时间</translation>
+    </message>
+    <message>
+        <source>Even pace</source>
+        <translation>匀速</translation>
+    </message>
+    <message>
+        <source>Equal steps along the road</source>
+        <translation>沿路等距前进</translation>
+    </message>
+    <message>
+        <source>At most %1 stops</source>
+        <translation>最多 %1 个途经点</translation>
+    </message>
+    <message>
+        <source>Stop %1</source>
+        <translation>途经点 %1</translation>
+    </message>
+    <message>
+        <source>Remove stop %1</source>
+        <translation>删除途经点 %1</translation>
+    </message>
+    <message>
+        <source>Choose Start and End first: the pace needs the planned route</source>
+        <translation>请先选择起点和终点：速度需要规划好的路线</translation>
+    </message>
+    <message>
+        <source>At this pace the trip would end too late</source>
+        <translation>按这个速度，行程结束得太晚了</translation>
+    </message>
 </context>
 <context>
     <name>TripController</name>

@@ -41,6 +41,7 @@ void TripController::restore()
     m_end = m_points.isEmpty() ? Coordinate{} : pointCoordinate(m_points.last());
     m_startAddress = m_record.startAddress();
     m_endAddress = m_record.endAddress();
+    m_stops.clear(); // the record's points do not tell which of them were stops
 }
 
 void TripController::reload()
@@ -73,6 +74,24 @@ bool TripController::chooseEnd(const Coordinate &place, const QString &address)
     return true;
 }
 
+bool TripController::addStop(qsizetype index, const Coordinate &place, const QString &address)
+{
+    if (!place.isChosen() || index < 0 || index > m_stops.size())
+        return false;
+    m_stops.insert(index, Stop{place, address});
+    plan();
+    return true;
+}
+
+bool TripController::removeStop(qsizetype index)
+{
+    if (index < 0 || index >= m_stops.size())
+        return false;
+    m_stops.removeAt(index);
+    plan();
+    return true;
+}
+
 void TripController::setAddresses(const QString &start, const QString &end)
 {
     m_startAddress = start;
@@ -95,26 +114,35 @@ void TripController::plan()
 {
     if (m_ownPoints || !m_start.isChosen() || !m_end.isChosen())
         return;
-    planBetween(m_start, m_end);
+    QList<Coordinate> waypoints{m_start};
+    for (const Stop &stop : std::as_const(m_stops))
+        waypoints.append(stop.place);
+    waypoints.append(m_end);
+    planThrough(waypoints);
 }
 
-void TripController::planBetween(const Coordinate &from, const Coordinate &to)
+void TripController::planThrough(const QList<Coordinate> &waypoints)
 {
     ++m_pendingPlans;
     emit planningStarted();
     m_routeError = false;
     m_ownPoints = false;
+    const Coordinate from = waypoints.value(0);
+    const Coordinate to = waypoints.value(waypoints.size() - 1);
+    const QList<Coordinate> stops =
+        waypoints.size() > 2 ? waypoints.mid(1, waypoints.size() - 2) : QList<Coordinate>();
     if (!m_directions) {
-        answered(DirectionsAnswer::failure(tr("No route planning service.")), from, to);
+        answered(DirectionsAnswer::failure(tr("No route planning service.")), from, to, stops);
         return;
     }
-    m_directions->calculateDirections(
-        {from, to}, this,
-        [this, from, to](const DirectionsAnswer &answer) { answered(answer, from, to); });
+    m_directions->calculateDirections(waypoints, this,
+                                      [this, from, to, stops](const DirectionsAnswer &answer) {
+                                          answered(answer, from, to, stops);
+                                      });
 }
 
 void TripController::answered(const DirectionsAnswer &answer, const Coordinate &from,
-                              const Coordinate &to)
+                              const Coordinate &to, const QList<Coordinate> &stops)
 {
     --m_pendingPlans;
     if (answer.replaced)
@@ -126,6 +154,7 @@ void TripController::answered(const DirectionsAnswer &answer, const Coordinate &
     m_lastAnswer = answer;
     m_plannedFrom = from;
     m_plannedTo = to;
+    m_plannedStops = stops;
     if (answer.isError() || answer.routes.isEmpty()) {
         // the user hears of it when switching on; the old points stay
         m_routeError = true;
@@ -151,6 +180,8 @@ bool TripController::usePlannedPoints(const QList<Coordinate> &points)
         return false;
     m_ownPoints = true;
     m_routeError = false;
+    m_stops.clear(); // the track goes where it goes
+    m_plannedStops.clear();
     m_start = m_plannedFrom = points.first();
     m_end = m_plannedTo = points.last();
     m_startAddress.clear();

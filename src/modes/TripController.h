@@ -12,10 +12,10 @@ class ClockTimer;
 class TMPreferenceUtil;
 
 // The simulated trip of the route mode, as the route screen shows it and as
-// trekmime-ctl drives it for a script: the four choices (start and end
-// place with their address texts, start and end time), planning the road
-// route between the places, the switch with its checks and writes, and the
-// one-second preview of where the trip stands.
+// trekmime-ctl drives it for a script: the choices (start and end place with
+// their address texts, the stops on the way, start and end time), planning
+// the road route through the places, the switch with its checks and writes,
+// and the one-second preview of where the trip stands.
 //
 // It keeps an in-memory copy of the route record, read from the route file
 // on `restore()` and `reload()`; the switch writes that copy back whole.
@@ -32,8 +32,9 @@ public:
     ~TripController() override;
 
     // Reads the route record. When it is on, the times, addresses and
-    // points come from it, and the places from the first and last point;
-    // planning and the preview are the caller's to start.
+    // points come from it, the places from the first and last point, and
+    // there are no stops (the record keeps only points); planning and the
+    // preview are the caller's to start.
     void restore();
     // Reads the route record again, leaving the choices as they are.
     void reload();
@@ -53,17 +54,31 @@ public:
     QString endAddress() const { return m_endAddress; }
     double startTime() const { return m_startTime; }
     double endTime() const { return m_endTime; }
+    // The stops on the way, in travel order between the start and the end.
+    // A stop is a place like the start and the end: one on the equator or
+    // the prime meridian is refused (false), as is an index outside 0 to
+    // stops().size(); a change plans the route again.
+    struct Stop
+    {
+        Coordinate place;
+        QString address;
+    };
+    bool addStop(qsizetype index, const Coordinate &place, const QString &address);
+    bool removeStop(qsizetype index);
+    const QList<Stop> &stops() const { return m_stops; }
     // The refusal to show when a choice is made while the trip is on, or
     // an empty text when choosing is allowed.
     QString choiceRefusal() const;
 
-    // --- planning. `plan()` asks for a route when both places are chosen;
-    // `planBetween()` asks in any case. Every request ends in exactly one
+    // --- planning. `plan()` asks for a route through the start, the stops
+    // and the end when both places are chosen; `planBetween()` and
+    // `planThrough()` ask in any case. Every request ends in exactly one
     // planningFinished(), later, unless this object is gone by then or a
     // newer request replaced it before it was sent (the newer one's answer
     // then stands for both).
     void plan();
-    void planBetween(const Coordinate &from, const Coordinate &to);
+    void planBetween(const Coordinate &from, const Coordinate &to) { planThrough({from, to}); }
+    void planThrough(const QList<Coordinate> &waypoints);
     bool isPlanning() const { return m_pendingPlans > 0; }
     const QList<RoutePoint> &points() const { return m_points; }
     // The planned route's length along its points, in metres.
@@ -72,6 +87,9 @@ public:
     // they are; on, respaced evenly for the trip's duration (RoutePace).
     void setEvenPace(bool on) { m_evenPace = on; }
     bool evenPace() const { return m_evenPace; }
+    // The points the record gets at a switch-on: the planned ones, respaced
+    // when even pace is on.
+    QList<RoutePoint> pointsToWrite() const;
     bool isRouteError() const { return m_routeError; }
     // A route of one's own (a GPX track, say) as the planned route, instead
     // of the routing service's: the places become its first and last point
@@ -81,10 +99,12 @@ public:
     // still on its way is ignored, until a place is chosen or planBetween()
     // asks again. An empty list is ignored (false).
     bool usePlannedPoints(const QList<Coordinate> &points);
-    // The last answer and the two places it was asked for.
+    // The last answer and the places it was asked for: its two ends and the
+    // stops between them in travel order.
     const DirectionsAnswer &lastAnswer() const { return m_lastAnswer; }
     Coordinate plannedFrom() const { return m_plannedFrom; }
     Coordinate plannedTo() const { return m_plannedTo; }
+    const QList<Coordinate> &plannedStops() const { return m_plannedStops; }
 
     // --- the switch
     struct SwitchResult
@@ -121,7 +141,8 @@ signals:
     void previewAt(const Coordinate &coordinate);
 
 private:
-    void answered(const DirectionsAnswer &answer, const Coordinate &from, const Coordinate &to);
+    void answered(const DirectionsAnswer &answer, const Coordinate &from, const Coordinate &to,
+                  const QList<Coordinate> &stops = {});
     void takeRoute(const QList<Coordinate> &route);
 
     TMPreferenceUtil &m_store;
@@ -136,10 +157,9 @@ private:
     Coordinate m_end;
     QString m_startAddress;
     QString m_endAddress;
+    QList<Stop> m_stops;
     double m_startTime = 0.0;
     double m_endTime = 0.0;
-
-    QList<RoutePoint> pointsToWrite() const;
 
     QList<RoutePoint> m_points;
     bool m_evenPace = false;
@@ -149,6 +169,7 @@ private:
     DirectionsAnswer m_lastAnswer;
     Coordinate m_plannedFrom;
     Coordinate m_plannedTo;
+    QList<Coordinate> m_plannedStops;
 
     ClockTimer *m_timer = nullptr;
 };

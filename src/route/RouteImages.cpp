@@ -41,6 +41,8 @@ QImage RouteImages::named(const QString &name, qreal ratio)
     if (name == QLatin1String("icon_end"))
         return pin(ColorPalette::alizarinColor(), ColorPalette::pomegranateColor(), {28, 40},
                    ratio);
+    if (name == QLatin1String("icon_stop")) // smaller: a place passed, not an end
+        return pin(ColorPalette::carrotColor(), ColorPalette::pumpkinColor(), {20, 29}, ratio);
     return {};
 }
 

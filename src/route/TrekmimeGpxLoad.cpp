@@ -18,8 +18,6 @@ void TrekmimeViewController::buildGpxButton()
     btn_gpx->setAccessibleName(tr("Load a GPX file as the route"));
     btn_gpx->setCursor(Qt::PointingHandCursor);
     connect(btn_gpx, &QPushButton::clicked, this, &TrekmimeViewController::loadGpx);
-    // reached by Tab right after the choices, before the strip's other buttons
-    setTabOrder(m_choiceRows.last(), btn_gpx);
 }
 
 void TrekmimeViewController::loadGpx()

@@ -1,4 +1,5 @@
-// The route screen's map: the planned route's line and its two markers.
+// The route screen's map: the planned route's line, its start and end
+// markers and the markers of the stops on the way.
 
 #include "route/TrekmimeViewController.h"
 
@@ -19,22 +20,30 @@ Coordinate pointCoordinate(const RoutePoint &point)
 void TrekmimeViewController::routeAnswered()
 {
     hideHUDView();
+    forgetPace(); // a new route: a pace chosen before no longer holds
     cleanStart();
+    cleanStops();
     cleanEnd();
     cleanPath();
     if (m_trip->isRouteError())
         return; // the user hears of it when switching on
+    // drawn in this order: the stops over the start, the end over them all
     buildStart();
+    buildStops();
     buildEnd();
     mv_main->addOverlay(
         std::make_shared<MapPolyline>(m_trip->lastAnswer().routes.first().coordinates));
 
-    // framed on the two chosen places, not on the route's own bounds
+    // framed on the chosen places, not on the route's own bounds
     const Coordinate from = m_trip->plannedFrom();
-    const Coordinate to = m_trip->plannedTo();
+    double south = from.latitude, north = south, west = from.longitude, east = west;
+    for (const Coordinate &c : m_trip->plannedStops() + QList<Coordinate>{m_trip->plannedTo()}) {
+        south = std::min(south, c.latitude), north = std::max(north, c.latitude);
+        west = std::min(west, c.longitude), east = std::max(east, c.longitude);
+    }
     CoordinateRegion region;
-    region.center = {(from.latitude + to.latitude) / 2, (from.longitude + to.longitude) / 2};
-    region.span = {std::abs(from.latitude - to.latitude), std::abs(from.longitude - to.longitude)};
+    region.center = {(south + north) / 2, (west + east) / 2};
+    region.span = {north - south, east - west};
     mv_main->setRegion(mv_main->regionThatFits(region), true);
 }
 
@@ -69,6 +78,22 @@ void TrekmimeViewController::cleanEnd()
     removeFirstWithTag(mv_main, RouteEndAnnotationTag);
 }
 
+void TrekmimeViewController::cleanStops()
+{
+    const QList<MapAnnotationPtr> annotations = mv_main->annotations();
+    for (const MapAnnotationPtr &annotation : annotations) {
+        if (annotation->tag() == RouteStopAnnotationTag)
+            mv_main->removeAnnotation(annotation);
+    }
+}
+
+void TrekmimeViewController::buildStops()
+{
+    // at the places the route was asked through
+    for (const Coordinate &stop : m_trip->plannedStops())
+        mv_main->addAnnotation(std::make_shared<MapPointAnnotation>(stop, RouteStopAnnotationTag));
+}
+
 void TrekmimeViewController::buildStart()
 {
     // the start marker stands at the route's last point: kept as it has always been
@@ -90,6 +115,8 @@ QImage TrekmimeViewController::viewForAnnotation(MapView *, const MapPointAnnota
         return RouteImages::named(QStringLiteral("icon_end"));
     if (annotation.tag() == RouteStartAnnotationTag)
         return RouteImages::named(QStringLiteral("icon_start"));
+    if (annotation.tag() == RouteStopAnnotationTag)
+        return RouteImages::named(QStringLiteral("icon_stop"));
     return {};
 }
 

@@ -100,6 +100,7 @@ void TrekmimeViewController::restore()
         setTip(QString());
         startLocating();
     }
+    showStops(); // a restored trip has none
     readRows();
 }
 
@@ -151,6 +152,7 @@ void TrekmimeViewController::setEnable(bool on)
         down();
         cleanPath();
         cleanStart();
+        cleanStops();
         cleanEnd();
         m_trip->switchOff();
     }
@@ -190,28 +192,30 @@ bool TrekmimeViewController::guardChoice()
 void TrekmimeViewController::chooseStart()
 {
     if (guardChoice())
-        chooseAddress(true);
+        chooseAddress(AddressFor::Start);
 }
 
 void TrekmimeViewController::chooseEnd()
 {
     if (guardChoice())
-        chooseAddress(false);
+        chooseAddress(AddressFor::End);
 }
 
-void TrekmimeViewController::chooseAddress(bool start)
+void TrekmimeViewController::chooseAddress(AddressFor target)
 {
     QPointer<TrekmimeViewController> self(this);
     const SelectAddressViewController::Needs pickerNeeds{
         m_needs.clock, m_needs.alerts, m_needs.location, m_needs.deviceMetrics, m_needs.map};
     auto *picker = new SelectAddressViewController(
-        pickerNeeds, [self, start](double latitude, double longitude, const QString &address) {
+        pickerNeeds, [self, target](double latitude, double longitude, const QString &address) {
             if (!self)
                 return;
-            if (start)
+            if (target == AddressFor::Start)
                 self->startChosen(latitude, longitude, address);
-            else
+            else if (target == AddressFor::End)
                 self->endChosen(latitude, longitude, address);
+            else
+                self->stopChosen(latitude, longitude, address);
         });
     m_picker = picker;
     picker->loadViewIfNeeded();
@@ -352,6 +356,7 @@ void TrekmimeViewController::pickerValueChanged()
         lb_endTime->setText(text);
         m_trip->setEndTime(seconds);
     }
+    forgetPace(); // a time set by hand: the chosen pace no longer holds
     readRows();
 }
 

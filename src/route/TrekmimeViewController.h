@@ -20,13 +20,15 @@ class DirectionsService;
 class FlatSwitch;
 class Location;
 class MapView;
+class QComboBox;
 class QLabel;
 class QPushButton;
 class QVariantAnimation;
 class TMPreferenceUtil;
 
 // The screen of the route mode: a full-screen map under a choice panel
-// (start and end place, start and end time) that slides up out of the way
+// (start place, stops on the way, end place, start and end time with a pace
+// that fills the end, an even-pace switch) that slides up out of the way
 // while the trip runs, a bottom bar with the on/off switch and the mode
 // button, and a date-and-time picker that slides up over a dimmed backdrop.
 //
@@ -68,7 +70,9 @@ public:
     void cleanPath();
     void cleanStart();
     void cleanEnd();
+    void cleanStops();
     void buildStart();
+    void buildStops();
     void buildEnd();
 
     // the switch and the preview
@@ -83,6 +87,20 @@ public:
     // what the address picker hands back for the start or the end
     void startChosen(double latitude, double longitude, const QString &address);
     void endChosen(double latitude, double longitude, const QString &address);
+
+    // Stops on the way: added before the end through the address picker,
+    // removed with their row's button; guarded like the other choices.
+    void addStop();
+    void stopChosen(double latitude, double longitude, const QString &address);
+    void removeStop(qsizetype index);
+    // The pace choice (an index into the choice's list): fills the end time
+    // from the start time and the planned route's length; the end time
+    // stays editable.
+    void choosePace(int index);
+    // the even-pace switch, handed to the trip
+    void setEvenPace(bool on);
+    // the most stops the panel has room for on a phone
+    static constexpr qsizetype MaxStops = 5;
 
     // the date picker
     void showDatePicker();
@@ -143,7 +161,17 @@ private:
     void routeAnswered();
     void showPreview(const Coordinate &coordinate);
     void movePanel(int top, bool animated);
-    void chooseAddress(bool start);
+    enum class AddressFor { Start, End, Stop };
+    void chooseAddress(AddressFor target);
+    // the controls between the places and below the times
+    void buildStopControls();
+    void buildPaceControls();
+    // the stops' rows, made again from the trip's list
+    void showStops();
+    // the pace choice back to its title, once the end time no longer follows it
+    void forgetPace();
+    int panelHeight() const;
+    void layoutPanel(int width);
     void setTip(const QString &text);
     void restore();
     // names each choice row by its value and describes it by its caption
@@ -188,4 +216,10 @@ private:
     QList<QPushButton *> m_choiceRows;
     QPushButton *btn_gpx = nullptr;
     FileChoice::Function m_chooseFile = FileChoice::gpxDialog;
+    QPushButton *m_addStopButton = nullptr;
+    QList<QWidget *> m_stopRows;
+    QWidget *m_paceRow = nullptr;
+    QComboBox *m_paceChoice = nullptr;
+    QWidget *m_evenPaceRow = nullptr;
+    FlatSwitch *m_evenPaceSwitch = nullptr;
 };

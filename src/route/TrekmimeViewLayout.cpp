@@ -12,6 +12,7 @@
 #include "ui/FlatSwitch.h"
 #include "ui/MapView.h"
 
+#include <QComboBox>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
@@ -21,8 +22,10 @@ namespace {
 // the panel always leaves room for a status bar
 constexpr int StatusHeight = SafeArea::StatusBarHeight;
 constexpr int RowHeight = 56;
+constexpr int StopRowHeight = 44;
+constexpr int AddStopHeight = 40;
+constexpr int OptionHeight = 44; // the pace and even-pace rows
 constexpr int StripHeight = 54;
-constexpr int PanelHeight = StatusHeight + 4 * RowHeight + StripHeight;
 constexpr int BottomHeight = 70;
 constexpr int SheetHeight = 44 + 216;
 
@@ -85,8 +88,8 @@ void TrekmimeViewController::buildViews()
     buildBottomBar();
     buildMineButton();
     buildPickerSheet();
-    setTabOrders();
     buildGpxButton();
+    setTabOrders();
 }
 
 void TrekmimeViewController::buildMap()
@@ -104,7 +107,7 @@ void TrekmimeViewController::buildChoicePanel()
     v_top = new QWidget(this);
     v_top->setObjectName(QStringLiteral("v_top"));
     v_top->setAttribute(Qt::WA_StyledBackground);
-    v_top->setFixedHeight(PanelHeight);
+    v_top->setFixedHeight(panelHeight());
     QLabel *backing = label(v_top, "statusBacking", QString());
     backing->setGeometry(0, 0, 4096, StatusHeight);
     setDecorative(backing);
@@ -133,6 +136,8 @@ void TrekmimeViewController::buildChoicePanel()
         connect(row, &QPushButton::clicked, this, spec.choose);
         m_choiceRows.append(row);
     }
+    buildStopControls();
+    buildPaceControls();
     buildPanelStrip();
 }
 
@@ -219,14 +224,71 @@ void TrekmimeViewController::buildPickerSheet()
     setTabOrder(dp_drive, done);
 }
 
+// top to bottom, as the panel shows them; made again when the stops change
 void TrekmimeViewController::setTabOrders()
 {
-    setTabOrder(m_choiceRows.last(), btn_info);
-    setTabOrder(btn_info, btn_upDown);
-    setTabOrder(btn_upDown, mv_main);
-    setTabOrder(mv_main, btn_mine);
-    setTabOrder(btn_mine, enableSwitch);
-    setTabOrder(enableSwitch, btn_exchange);
+    QList<QWidget *> chain{m_choiceRows[0]};
+    for (QWidget *row : std::as_const(m_stopRows))
+        chain.append(row->findChild<QPushButton *>());
+    chain << m_addStopButton << m_choiceRows[1] << m_choiceRows[2] << m_choiceRows[3]
+          << m_paceChoice << m_evenPaceSwitch << btn_gpx << btn_info << btn_upDown << mv_main << btn_mine
+          << enableSwitch << btn_exchange;
+    for (qsizetype i = 1; i < chain.size(); ++i)
+        setTabOrder(chain[i - 1], chain[i]);
+}
+
+int TrekmimeViewController::panelHeight() const
+{
+    return StatusHeight + 4 * RowHeight + int(m_stopRows.size()) * StopRowHeight + AddStopHeight +
+           2 * OptionHeight + StripHeight;
+}
+
+// The panel's rows from the top: start, the stops, adding a stop, end, the
+// two times, the pace that fills the end time, and the even-pace switch.
+void TrekmimeViewController::layoutPanel(int w)
+{
+    const auto placeRow = [](QPushButton *row, int y, int rowWidth) {
+        row->setGeometry(0, y, rowWidth, RowHeight);
+        const auto labels = row->findChildren<QLabel *>();
+        for (QLabel *part : labels) {
+            if (part->property("caption").toBool())
+                part->setGeometry(16, 0, 92, RowHeight);
+            else if (part->property("value").toBool())
+                part->setGeometry(108, 0, std::max(0, rowWidth - 108 - 36), RowHeight);
+            else
+                part->setGeometry(rowWidth - 30, 0, 16, RowHeight);
+        }
+    };
+    int y = StatusHeight;
+    placeRow(m_choiceRows[0], y, w);
+    y += RowHeight;
+    for (QWidget *row : std::as_const(m_stopRows)) {
+        row->setGeometry(0, y, w, StopRowHeight);
+        for (QLabel *part : row->findChildren<QLabel *>()) {
+            if (part->property("caption").toBool())
+                part->setGeometry(16, 0, 92, StopRowHeight);
+            else
+                part->setGeometry(108, 0, std::max(0, w - 108 - 56), StopRowHeight);
+        }
+        row->findChild<QPushButton *>()->setGeometry(w - 16 - 36, (StopRowHeight - 36) / 2, 36, 36);
+        y += StopRowHeight;
+    }
+    m_addStopButton->setGeometry(0, y, w, AddStopHeight);
+    y += AddStopHeight;
+    for (int i = 1; i < 4; ++i) {
+        placeRow(m_choiceRows[i], y, w);
+        y += RowHeight;
+    }
+    m_paceRow->setGeometry(0, y, w, OptionHeight);
+    m_paceRow->findChild<QLabel *>(QStringLiteral("lb_pace"))->setGeometry(16, 0, 92, OptionHeight);
+    const int paceWidth = std::min(170, std::max(0, w - 124));
+    m_paceChoice->setGeometry(108, (OptionHeight - 32) / 2, paceWidth, 32);
+    m_paceRow->findChild<QLabel *>(QStringLiteral("paceArrow"))
+        ->setGeometry(108 + paceWidth - 24, 0, 16, OptionHeight);
+    y += OptionHeight;
+    m_evenPaceRow->setGeometry(0, y, w, OptionHeight);
+    m_evenPaceRow->findChild<QLabel *>()->setGeometry(16, 0, 200, OptionHeight);
+    m_evenPaceSwitch->setGeometry(w - 16 - 64, (OptionHeight - 28) / 2, 64, 28);
 }
 
 void TrekmimeViewController::layoutViews()
@@ -234,22 +296,12 @@ void TrekmimeViewController::layoutViews()
     const int w = width();
     const int h = height();
     const bool tall = SafeArea::of(m_needs.deviceMetrics).tallScreen;
-    v_top->setGeometry(0, m_panelTop, w, PanelHeight);
-    for (int i = 0; i < m_choiceRows.size(); ++i) {
-        QPushButton *row = m_choiceRows[i];
-        row->setGeometry(0, StatusHeight + i * RowHeight, w, RowHeight);
-        const auto labels = row->findChildren<QLabel *>();
-        for (QLabel *part : labels) {
-            if (part->property("caption").toBool())
-                part->setGeometry(16, 0, 92, RowHeight);
-            else if (part->property("value").toBool())
-                part->setGeometry(108, 0, std::max(0, w - 108 - 36), RowHeight);
-            else
-                part->setGeometry(w - 30, 0, 16, RowHeight);
-        }
-    }
+    const int panel = panelHeight();
+    v_top->setFixedHeight(panel);
+    v_top->setGeometry(0, m_panelTop, w, panel);
+    layoutPanel(w);
     QWidget *strip = btn_upDown->parentWidget();
-    strip->setGeometry(0, PanelHeight - StripHeight, w, StripHeight);
+    strip->setGeometry(0, panel - StripHeight, w, StripHeight);
     btn_upDown->setGeometry(w - 16 - 34, (StripHeight - 34) / 2, 34, 34);
     btn_info->setGeometry(w - 16 - 34 - 12 - 34, (StripHeight - 34) / 2, 34, 34);
     const int gpxWidth = btn_gpx->sizeHint().width();

@@ -6,9 +6,10 @@
 
 #include <memory>
 
-// The tags of the route's two markers.
+// The tags of the route's start, end and stop markers.
 constexpr int RouteStartAnnotationTag = 111111;
 constexpr int RouteEndAnnotationTag = 222222;
+constexpr int RouteStopAnnotationTag = 333333;
 
 // A marked place on the map. The tag lets a screen find its own markers
 // again among the map's annotations (the route screen marks its start and

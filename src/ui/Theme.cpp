@@ -93,6 +93,26 @@ void addRouteScreen(QString &sheet)
             {"QLabel[caption=\"true\"]", "color: {concrete}; font-size: 13px;"},
             {"QLabel[value=\"true\"]", "color: {midnightBlue}; font-size: 16px; font-weight: 600;"},
             {"QLabel#chevron", "color: {silver}; font-size: 18px;"},
+            {"QWidget#stopRow, QWidget#paceRow, QWidget#evenPaceRow",
+             "background: {white}; border-bottom: 1px solid {clouds};"},
+            {"QLabel#stopAddress", "font-size: 15px;"},
+            {"QPushButton#removeStopButton",
+             "color: {concrete}; background: transparent; border: none; border-radius: 18px;"
+             " font-size: 16px;"},
+            {"QPushButton#removeStopButton:pressed", "background: {clouds};"},
+            {"QPushButton#removeStopButton:focus", "background: {selection};"},
+            {"QPushButton#addStopButton",
+             "color: {peterRiver}; background: {white}; border: none;"
+             " border-bottom: 1px solid {clouds}; text-align: left; padding-left: 108px;"
+             " font-size: 15px; font-weight: 600;"},
+            {"QPushButton#addStopButton:pressed", "background: {clouds};"},
+            {"QPushButton#addStopButton:focus", "background: {selection};"},
+            {"QComboBox#paceChoice",
+             "color: {midnightBlue}; background: {white}; border: 1px solid {silver};"
+             " border-radius: 6px; padding: 0 8px; font-size: 14px;"},
+            {"QComboBox#paceChoice:focus", "border: 2px solid {turquoise};"},
+            {"QComboBox#paceChoice::drop-down", "border: none; width: 24px;"},
+            {"QLabel#paceArrow", "color: {concrete}; font-size: 14px;"},
             {"QWidget#strip", "background: {midnightBlue};"},
             {"QLabel#titleLabel", "color: {clouds}; font-size: 19px; font-weight: 700;"},
             {"QPushButton#btn_upDown, QPushButton#btn_info",

@@ -142,6 +142,11 @@ private slots:
             "--router routino --routino-data MAP route plan 51 7 51.004 7.003", 0,
             "50.999998 7.000000\n50.999998 7.003000\n51.001999 7.003000\n51.004000 7.003000\n", "",
             "");
+        row("route plan through stops, in order",
+            "route plan 22.2846809 114.1588 22.2988 114.1722 --via 22.29,114.16 --via -33.9,151.2",
+            0, "22.284681 114.158800\n22.290000 114.160000\n22.298800 114.172200\n", "",
+            "/route/v1/driving/114.1588,22.2846809;114.16,22.29;151.2,-33.9;114.1722,22.2988"
+            "?alternatives=true&overview=full&steps=false&geometries=polyline6");
         row("route plan, no route", "route plan 22.28 114.15 22.29 114.17", 1, "",
             "Impossible route between points", "*");
         row("route on, refused",
@@ -200,6 +205,14 @@ private slots:
         const QJsonArray points = route.value(u"points"_s).toArray();
         QCOMPARE(points.size(), 3);
         QCOMPARE(points[1].toObject().value(u"lng"_s).toDouble(), 114.16);
+        // respaced (RoutePaceTest checks how) for the service's 301.2 s: a point a second
+        const QJsonArray even =
+            json("route plan 22.2846809 114.1588 22.2988 114.1722 --even-pace --json")
+                .object()
+                .value(u"points"_s)
+                .toArray();
+        QCOMPARE(even.size(), 303);
+        QCOMPARE(even.last().toObject().value(u"lat"_s).toDouble(), 22.2988);
     }
 
     // The trip as the route switch writes it; exported as a GPX track with

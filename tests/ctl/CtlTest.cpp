@@ -75,16 +75,20 @@ private slots:
                                       "route on",
                                       "route on 0 1 1 1 --start 5000000000 --end 1",
                                       "route on 0 1 1 1 --start 0 --end -1",
+                                      "route on 1 1 2 2 --start 0 --end 1 --via",
+                                      "route plan 1 1 2 2 --via 1;2",
+                                      "route plan 1 1 2 2 --via 91,2",
+                                      "route plan 1 1 2 2 --via 1,north",
+                                      "route plan --gpx t.gpx --via 1,2",
                                       "where --at soon",
                                       "apps",
                                       "apps list --all",
                                       "favorites import /nonexistent.gpx",
                                       "favorites export",
+                                      "route on 0 1 1 1 --start 0 --end 1 --speed 5",
+                                      "route on 0 1 1 1 --start 0 --speed 0",
                                       ""})
             QTest::newRow(*arguments ? arguments : "no command") << words(arguments) << 2;
-        for (const char *arguments : {"route on 0 1 1 1 --start 0 --end 1 --speed 5",
-                                      "route on 0 1 1 1 --start 0 --speed 0"})
-            QTest::newRow(arguments) << words(arguments) << 2;
         for (const char *arguments :
              {"favorites remove 0", "favorites remove -1", "route export x"})
             QTest::newRow(arguments) << words(arguments) << 1;

@@ -150,6 +150,25 @@ private slots:
         QCOMPARE(m_trip->choiceRefusal(), QString());
     }
 
+    // Stops go between the start and the end where asked; each change plans
+    // once through every place in travel order.
+    void plansThroughStopsInOrder()
+    {
+        const Coordinate a{22.29, 114.16}, b{22.295, 114.17};
+        choose(Central, Tst, 0, 0);
+        QVERIFY(m_trip->addStop(0, b, u"B"_s));
+        QVERIFY(m_trip->addStop(0, a, u"A"_s));
+        QVERIFY(!m_trip->addStop(3, a, {}) && !m_trip->addStop(-1, a, {}));
+        QVERIFY(!m_trip->addStop(1, {0, 114.1}, {}) && !m_trip->addStop(1, {22.3, 0}, {}));
+        QVERIFY(!m_trip->removeStop(2));
+        QTRY_VERIFY(!m_trip->isPlanning());
+        QCOMPARE(m_directions->requests().last(), (QList<Coordinate>{Central, a, b, Tst}));
+        QCOMPARE(m_trip->plannedStops(), (QList<Coordinate>{a, b}));
+        QVERIFY(m_trip->removeStop(0));
+        QCOMPARE(m_directions->requests().last(), (QList<Coordinate>{Central, b, Tst}));
+        QCOMPARE(m_directions->requests().size(), 4);
+    }
+
     // A restored trip plans again, but switching off writes the stored points.
     void restoredTripReplannedAndSwitchedOff()
     {
@@ -159,14 +178,16 @@ private slots:
                            {u"e"_s, u"TST"_s},
                            {u"points"_s, QVariantList{point({22.28, 114.15}), u"odd entry"_s,
                                                       point({22.3, 114.17})}}};
+        m_trip->addStop(0, Central, {}); // not the restored trip's
         writeRoute(record);
-        QVERIFY(m_trip->isOn());
+        QVERIFY(m_trip->isOn() && m_trip->stops().isEmpty());
         QCOMPARE(m_trip->start(), (Coordinate{22.28, 114.15}));
         QCOMPARE(m_trip->startTime(), 1699999000.0);
         QCOMPARE(m_trip->choiceRefusal(), Busy);
         m_trip->plan();
         QTRY_VERIFY(!m_trip->isPlanning());
-        QCOMPARE(m_directions->requests().size(), 1);
+        QCOMPARE(m_directions->requests(),
+                 (QList<QList<Coordinate>>{{{22.28, 114.15}, {22.3, 114.17}}}));
         QVERIFY(m_trip->points().at(1).latitude() != 0.0); // the new route's corner
         QVERIFY(m_trip->switchOff());
         record.insert(u"enable"_s, u"0"_s);

@@ -12,6 +12,7 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QComboBox>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPushButton>
@@ -49,6 +50,12 @@ private:
         return m_screen->findChild<T *>(QLatin1String(name));
     }
     QString text(const char *label) { return child<QLabel>(label)->text(); }
+    // Central to Tsim Sha Tsui, as the address picker hands them over
+    void choosePlaces()
+    {
+        m_screen->startChosen(Central.latitude, Central.longitude, u"Central"_s);
+        m_screen->endChosen(Tst.latitude, Tst.longitude, u"Tsim Sha Tsui"_s);
+    }
     void pickTime(void (TrekmimeViewController::*choose)(), int minutes)
     {
         (m_screen.get()->*choose)();
@@ -68,10 +75,10 @@ private slots:
     {
         TrekmimeViewController &screen = open();
         m_world->directions.setHeld(true);
-        screen.startChosen(Central.latitude, Central.longitude, u"Central"_s);
-        screen.endChosen(Tst.latitude, Tst.longitude, u"Tsim Sha Tsui"_s);
+        choosePlaces();
         QVERIFY(screen.HUD()->isVisible() && !screen.HUD()->isFinished());
-        QVERIFY(m_world->directions.release(0, FakeDirectionsService::defaultAnswer({Central, Tst})));
+        QVERIFY(
+            m_world->directions.release(0, FakeDirectionsService::defaultAnswer({Central, Tst})));
         QTRY_VERIFY(screen.HUD()->isFinished());
         MapView *map = screen.mapView();
         QCOMPARE(map->annotations().size(), 2);
@@ -93,22 +100,32 @@ private slots:
         QCOMPARE(m_world->alerts.alerts().last().message, u"Please choose Start"_s);
         QVERIFY(!enable->isOn());
 
-        screen.startChosen(Central.latitude, Central.longitude, u"Central"_s);
-        screen.endChosen(Tst.latitude, Tst.longitude, u"Tsim Sha Tsui"_s);
+        choosePlaces();
         QTRY_COMPARE(screen.points().size(), 3);
         pickTime(&TrekmimeViewController::chooseStartTime, 1);
         pickTime(&TrekmimeViewController::chooseEndTime, 3);
+        QVERIFY(!child<FlatSwitch>("evenPaceSwitch")->isOn());
+        QTest::keyClick(child<FlatSwitch>("evenPaceSwitch"), Qt::Key_Space);
         QTest::keyClick(enable, Qt::Key_Space);
         QCOMPARE(text("lb_tip"), u"Trekmime is working"_s);
+        // even pace: a point a second of the two-minute trip, not the route's three
+        QCOMPARE(screen.preferences().pointCount(), 121);
         m_world->clock.advance(180000);
         QTRY_VERIFY(std::abs(screen.mapView()->centerCoordinate().latitude - Tst.latitude) < 1e-6);
 
         for (auto choose :
              {&TrekmimeViewController::chooseStart, &TrekmimeViewController::chooseEnd,
-              &TrekmimeViewController::chooseStartTime, &TrekmimeViewController::chooseEndTime}) {
+              &TrekmimeViewController::chooseStartTime, &TrekmimeViewController::chooseEndTime,
+              &TrekmimeViewController::addStop}) {
             (screen.*choose)();
             QVERIFY(m_world->hintShown(&screen, Busy));
         }
+        // the even-pace switch and the pace are choices too
+        child<FlatSwitch>("evenPaceSwitch")->toggle();
+        QVERIFY(child<FlatSwitch>("evenPaceSwitch")->isOn() && screen.trip().evenPace());
+        const double end = screen.trip().endTime();
+        screen.choosePace(0);
+        QCOMPARE(screen.trip().endTime(), end);
         QVERIFY(!screen.addressPicker() && !child<QWidget>("v_picker")->isVisible());
         QTest::mouseClick(child<QPushButton>("btn_exchange"), Qt::LeftButton);
         QCOMPARE(m_world->alerts.alerts().last().message, Busy);
@@ -122,7 +139,7 @@ private slots:
         QCOMPARE(m_world->shell.infoViews, 1);
     }
 
-    // "Load GPX…", reached by Tab after the choices: a bad file is reported
+    // "Load GPX…", reached by Tab after the last choice: a bad file is reported
     // and changes nothing; a good one's track is the route, drawn and
     // switched on without a routing request, its ends' addresses looked up.
     void loadsAGpxTrackAsTheRoute()
@@ -139,7 +156,7 @@ private slots:
         QString chosen = bad;
         screen.setFileChoice([&](QWidget *, FileChoice::Mode, const QString &) { return chosen; });
         QVERIFY(QTest::qWaitForWindowActive(&screen));
-        child<QPushButton>("row_endTime")->setFocus();
+        child<FlatSwitch>("evenPaceSwitch")->setFocus();
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         auto *load = child<QPushButton>("btn_gpx");
         QCOMPARE(QApplication::focusWidget(), load);
@@ -159,6 +176,97 @@ private slots:
         QCOMPARE(screen.preferences().pointCount(), 3);
         QCOMPARE(screen.preferences().startAddress(), u"Central"_s);
         QVERIFY(m_world->directions.requests().isEmpty());
+    }
+
+    // A stop is chosen with the address picker, planned through, marked
+    // between the start and end markers, reached by Tab, and removed.
+    void addAndRemoveAStop()
+    {
+        TrekmimeViewController &screen = open();
+        choosePlaces();
+        QTest::mouseClick(child<QPushButton>("addStopButton"), Qt::LeftButton);
+        QPointer<SelectAddressViewController> picker = screen.addressPicker();
+        picker->mapView()->setCenterCoordinate({22.29, 114.16});
+        m_world->settlePicker(*picker, u"Admiralty"_s);
+        QTRY_VERIFY(!picker->isLoading());
+        picker->okButtonClicked();
+        const Coordinate stop = screen.trip().stops().value(0).place;
+        QVERIFY(std::abs(stop.latitude - 22.29) < 1e-6);
+        QTRY_COMPARE(m_world->directions.requests().last(),
+                     (QList<Coordinate>{Central, stop, Tst}));
+        QTRY_VERIFY(!screen.trip().isPlanning());
+        QList<int> tags;
+        for (const MapAnnotationPtr &annotation : screen.mapView()->annotations())
+            tags.append(annotation->tag());
+        QCOMPARE(tags, (QList<int>{RouteStartAnnotationTag, RouteStopAnnotationTag,
+                                   RouteEndAnnotationTag}));
+
+        QVERIFY(QTest::qWaitForWindowActive(&screen));
+        child<QWidget>("row_start")->setFocus();
+        QStringList order;
+        for (int i = 0; i < 7; ++i) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            order.append(QApplication::focusWidget()->accessibleName());
+        }
+        QCOMPARE(order, (QStringList{u"Remove stop 1"_s, u"Add stop"_s, u"Tsim Sha Tsui"_s,
+                                     u"Please choose Start Time"_s, u"Please choose End Time"_s,
+                                     u"Pace"_s, u"Even pace"_s}));
+        QAccessibleInterface *remove =
+            QAccessible::queryAccessibleInterface(child<QPushButton>("removeStopButton"));
+        QCOMPARE(remove->text(QAccessible::Description), u"Admiralty"_s);
+        remove->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QTRY_VERIFY(screen.trip().stops().isEmpty());
+        QCOMPARE(m_world->directions.requests().last(), (QList<Coordinate>{Central, Tst}));
+        QTRY_VERIFY(!child<QPushButton>("removeStopButton"));
+    }
+
+    // A pace fills the end time from the start time and the route's length;
+    // without both it says what is missing and leaves the end time alone.
+    void paceFillsTheEndTime_data()
+    {
+        QTest::addColumn<bool>("places");
+        QTest::addColumn<bool>("startTime");
+        QTest::addColumn<int>("downs"); // presses of Down on the choice: 1 walk ... 4 drive
+        QTest::addColumn<double>("kmh");
+        QTest::addColumn<QString>("refusal");
+        QTest::newRow("walk") << true << true << 1 << 5.0 << QString();
+        QTest::newRow("drive") << true << true << 4 << 50.0 << QString();
+        QTest::newRow("no start time")
+            << true << false << 1 << 0.0 << u"Please choose Start Time"_s;
+        QTest::newRow("no route")
+            << false << true << 1 << 0.0
+            << u"Choose Start and End first: the pace needs the planned route"_s;
+    }
+    void paceFillsTheEndTime()
+    {
+        QFETCH(bool, places);
+        QFETCH(bool, startTime);
+        QFETCH(int, downs);
+        QFETCH(double, kmh);
+        QFETCH(QString, refusal);
+        TrekmimeViewController &screen = open();
+        if (places)
+            choosePlaces();
+        QTRY_VERIFY(!screen.trip().isPlanning());
+        if (startTime)
+            pickTime(&TrekmimeViewController::chooseStartTime, 1);
+        const QString endBefore = text("lb_endTime");
+        auto *pace = child<QComboBox>("paceChoice");
+        for (int i = 0; i < downs; ++i)
+            QTest::keyClick(pace, Qt::Key_Down);
+        if (!refusal.isEmpty()) {
+            QVERIFY(m_world->hintShown(&screen, refusal));
+            QCOMPARE(text("lb_endTime"), endBefore);
+            return;
+        }
+        // the trip's length at that speed, rounded up to a whole second
+        const double meters = screen.trip().routeLengthMeters();
+        const double end = screen.trip().startTime() + std::ceil(meters * 3.6 / kmh);
+        QCOMPARE(screen.trip().endTime(), end);
+        QCOMPARE(text("lb_endTime"),
+                 QDateTime::fromSecsSinceEpoch(qint64(end)).toString(u"MM-dd HH:mm"_s));
+        pickTime(&TrekmimeViewController::chooseEndTime, 3); // still editable
+        QVERIFY(screen.trip().endTime() != end && pace->currentIndex() == -1);
     }
 
     void restoresARunningTrip()

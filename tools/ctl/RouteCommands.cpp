@@ -127,14 +127,53 @@ bool takeJsonFlag(QStringList &args)
     return args.removeAll(QStringLiteral("--json")) > 0;
 }
 
+// Takes every "--via LAT,LNG" out of `args`, in their order: the stops on
+// the way. Nothing (after one line on the error stream) when one is missing
+// or is not a place.
+std::optional<QList<Coordinate>> takeStops(CtlContext &context, QStringList &args,
+                                           const QString &usage)
+{
+    QList<Coordinate> stops;
+    for (qsizetype i = 0; i < args.size();) {
+        if (args[i] != QLatin1String("--via")) {
+            ++i;
+            continue;
+        }
+        if (i + 1 >= args.size()) {
+            context.fail(CtlBadInput, QStringLiteral("usage: %1").arg(usage));
+            return std::nullopt;
+        }
+        const QStringList parts = args[i + 1].split(u',');
+        if (parts.size() != 2) {
+            context.fail(CtlBadInput,
+                         QStringLiteral("stop \"%1\" is not LAT,LNG").arg(args[i + 1]));
+            return std::nullopt;
+        }
+        const auto latitude = CtlArgs::latitude(context, parts[0]);
+        const auto longitude = latitude ? CtlArgs::longitude(context, parts[1]) : std::nullopt;
+        if (!longitude)
+            return std::nullopt;
+        stops.append({*latitude, *longitude});
+        args.remove(i, 2);
+    }
+    return stops;
+}
+
 int routePlan(CtlContext &context, QStringList args)
 {
     const QString usage =
-        QStringLiteral("route plan FROM_LAT FROM_LNG TO_LAT TO_LNG | route plan --gpx FILE");
+        QStringLiteral("route plan FROM_LAT FROM_LNG TO_LAT TO_LNG [--via LAT,LNG]... | route plan "
+                       "--gpx FILE, [--even-pace]");
     const bool json = takeJsonFlag(args) || context.json;
+    const bool evenPace = args.removeAll(QStringLiteral("--even-pace")) > 0;
     const std::optional<QString> gpx = takeGpxOption(context, args, usage);
     if (gpx && gpx->isEmpty())
         return CtlBadInput;
+    const auto stops = takeStops(context, args, usage);
+    if (!stops)
+        return CtlBadInput;
+    if (gpx && !stops->isEmpty())
+        return context.fail(CtlBadInput, QStringLiteral("--via and --gpx exclude each other"));
     const int places = gpx ? 0 : 4;
     if (!CtlArgs::count(context, args, places, places, usage))
         return CtlBadInput;
@@ -154,24 +193,29 @@ int routePlan(CtlContext &context, QStringList args)
             return CtlBadInput;
         if (!context.services.directions)
             return context.fail(CtlFailed, QStringLiteral("no route planning service"));
-        planner->planBetween({*fromLatitude, *fromLongitude}, {*toLatitude, *toLongitude});
+        planner->planThrough(QList<Coordinate>{{*fromLatitude, *fromLongitude}} + *stops +
+                             QList<Coordinate>{{*toLatitude, *toLongitude}});
         waitForPlanning(*planner);
     }
     const DirectionsAnswer &answer = planner->lastAnswer();
     if (answer.isError() || answer.routes.isEmpty())
         return context.fail(CtlFailed, answer.error.value_or(QStringLiteral("no route")));
     const DirectionsRoute &route = answer.routes.first();
+    // with no trip times, an even pace is for the service's own travel time
+    planner->setEvenPace(evenPace);
+    planner->setEndTime(route.duration);
+    const QList<RoutePoint> planned = planner->pointsToWrite();
     if (json) {
         QJsonArray points;
-        for (const Coordinate &c : route.coordinates)
-            points.append(QJsonObject{{QStringLiteral("lat"), c.latitude},
-                                      {QStringLiteral("lng"), c.longitude}});
+        for (const RoutePoint &p : planned)
+            points.append(QJsonObject{{QStringLiteral("lat"), p.latitude()},
+                                      {QStringLiteral("lng"), p.longitude()}});
         context.printJson(QJsonObject{{QStringLiteral("points"), points},
                                       {QStringLiteral("distance"), route.distance},
                                       {QStringLiteral("duration"), route.duration}});
     } else {
-        for (const Coordinate &c : route.coordinates)
-            context.out << QString::asprintf("%.6f %.6f\n", c.latitude, c.longitude);
+        for (const RoutePoint &p : planned)
+            context.out << QString::asprintf("%.6f %.6f\n", p.latitude(), p.longitude());
     }
     return CtlOk;
 }
@@ -179,13 +223,18 @@ int routePlan(CtlContext &context, QStringList args)
 int routeOn(CtlContext &context, QStringList args)
 {
     const QString usage =
-        QStringLiteral("route on FROM_LAT FROM_LNG TO_LAT TO_LNG|--gpx FILE --start TIME --end "
-                       "TIME|--speed walk|run|cycle|drive|KMH [--even-pace] [--from-address TEXT] "
-                       "[--to-address TEXT]");
+        QStringLiteral("route on FROM_LAT FROM_LNG TO_LAT TO_LNG [--via LAT,LNG]...|--gpx FILE "
+                       "--start TIME --end TIME|--speed walk|run|cycle|drive|KMH [--even-pace] "
+                       "[--from-address TEXT] [--to-address TEXT]");
     const bool json = takeJsonFlag(args) || context.json;
     const std::optional<QString> gpx = takeGpxOption(context, args, usage);
     if (gpx && gpx->isEmpty())
         return CtlBadInput;
+    const auto stops = takeStops(context, args, usage);
+    if (!stops)
+        return CtlBadInput;
+    if (gpx && !stops->isEmpty())
+        return context.fail(CtlBadInput, QStringLiteral("--via and --gpx exclude each other"));
     QStringList numbers;
     std::optional<QString> startText, endText, speedText, fromAddress, toAddress;
     const bool evenPace = args.removeAll(QStringLiteral("--even-pace")) > 0;
@@ -266,12 +315,21 @@ int routeOn(CtlContext &context, QStringList args)
     if (routeTrip->isOn())
         return context.fail(CtlFailed, routeTrip->choiceRefusal());
 
-    // the screen's order: the places (the second one plans) or the file's
-    // route, then the times
+    // the screen's order: the places (the end plans, through the stops)
+    // or the file's route, then the times
     if (track) {
         routeTrip->usePlannedPoints(*track);
     } else {
         routeTrip->chooseStart(from, QString());
+        for (const Coordinate &stop : *stops) {
+            if (!routeTrip->addStop(routeTrip->stops().size(), stop, QString())) {
+                return context.fail(CtlFailed,
+                                    QStringLiteral("a stop on the equator or the prime meridian "
+                                                   "(%1,%2) is not chosen")
+                                        .arg(stop.latitude)
+                                        .arg(stop.longitude));
+            }
+        }
         routeTrip->chooseEnd(to, QString());
         waitForPlanning(*routeTrip);
     }
@@ -332,9 +390,10 @@ int routeExport(CtlContext &context, const QStringList &args)
 
 const QString RouteUsage =
     QStringLiteral("route show | route off | route export FILE | route plan FROM_LAT FROM_LNG "
-                   "TO_LAT TO_LNG|--gpx FILE | route on FROM_LAT FROM_LNG TO_LAT TO_LNG|--gpx FILE "
-                   "--start TIME --end TIME|--speed walk|run|cycle|drive|KMH [--even-pace] "
-                   "[--from-address TEXT] [--to-address TEXT]");
+                   "TO_LAT TO_LNG [--via LAT,LNG]...|--gpx FILE [--even-pace] | route on FROM_LAT "
+                   "FROM_LNG TO_LAT TO_LNG [--via LAT,LNG]...|--gpx FILE --start TIME --end "
+                   "TIME|--speed walk|run|cycle|drive|KMH [--even-pace] [--from-address TEXT] "
+                   "[--to-address TEXT]");
 
 int route(CtlContext &context, const QStringList &args)
 {

@@ -1,5 +1,6 @@
-// The route screen: empty, with a planned route, choosing a time, running,
-// and its address picker while it looks an address up and once it has.
+// The route screen: empty, with a planned route, with stops and a pace,
+// choosing a time, running, and its address picker while it looks an address
+// up and once it has.
 
 #include "Scene.h"
 #include "ScreenshotWorld.h"
@@ -13,6 +14,7 @@
 #include "ui/FlatSwitch.h"
 #include "ui/MapView.h"
 
+#include <QComboBox>
 #include <QTimer>
 #include <QWidget>
 
@@ -84,6 +86,19 @@ SelectAddressViewController *openPicker(QWidget *window)
 TREKMIME_SCENE(QStringLiteral("route-empty"), routeWindow)
 TREKMIME_SCENE(QStringLiteral("route-planned"), routeWindow,
                [](ScreenshotWorld &, QWidget *window) { planRoute(window); })
+// two stops on the way and a pace chosen for the end time
+TREKMIME_SCENE(QStringLiteral("route-stops"), routeWindow, [](ScreenshotWorld &, QWidget *window) {
+    TrekmimeViewController *screen = screenIn(window);
+    planRoute(window);
+    screen->stopChosen(22.2829, 114.1650, QStringLiteral("Admiralty Centre"));
+    screen->stopChosen(22.2940, 114.1731, QStringLiteral("Hong Kong Cultural Centre"));
+    chooseTimes(screen);
+    QTimer::singleShot(300, screen, [screen] {
+        auto *pace = screen->findChild<QComboBox *>(QStringLiteral("paceChoice"));
+        pace->setCurrentIndex(0);
+        screen->choosePace(0);
+    });
+})
 TREKMIME_SCENE(QStringLiteral("route-date-picker"), routeWindow,
                [](ScreenshotWorld &, QWidget *window) {
                    planRoute(window);
