@@ -5,6 +5,8 @@
 #include "routing/RoutePreview.h"
 #include "settings/TMPreferenceUtil.h"
 
+#include <algorithm>
+
 namespace {
 Coordinate pointCoordinate(const RoutePoint &point)
 {
@@ -18,6 +20,14 @@ QList<Coordinate> pointCoordinates(const QList<RoutePoint> &points)
     for (const RoutePoint &p : points)
         coordinates.append(pointCoordinate(p));
     return coordinates;
+}
+
+// Whatever the source (a routing service, an offline router, a file), a
+// route with a point that is no place on the globe is no route.
+bool allPlaces(const QList<Coordinate> &route)
+{
+    return std::all_of(route.cbegin(), route.cend(),
+                       [](const Coordinate &c) { return c.isValid(); });
 }
 } // namespace
 
@@ -37,6 +47,11 @@ void TripController::restore()
     m_startTime = m_record.startSeconds();
     m_endTime = m_record.endSeconds();
     m_points = m_record.points();
+    // a point no place can be (a damaged or hostile file) makes the whole
+    // route unusable: shown as a route without points, the file left alone
+    if (!std::all_of(m_points.cbegin(), m_points.cend(),
+                     [](const RoutePoint &p) { return p.isUsable(); }))
+        m_points.clear();
     m_start = m_points.isEmpty() ? Coordinate{} : pointCoordinate(m_points.first());
     m_end = m_points.isEmpty() ? Coordinate{} : pointCoordinate(m_points.last());
     m_startAddress = m_record.startAddress();
@@ -155,7 +170,8 @@ void TripController::answered(const DirectionsAnswer &answer, const Coordinate &
     m_plannedFrom = from;
     m_plannedTo = to;
     m_plannedStops = stops;
-    if (answer.isError() || answer.routes.isEmpty()) {
+    if (answer.isError() || answer.routes.isEmpty() ||
+        !allPlaces(answer.routes.first().coordinates)) {
         // the user hears of it when switching on; the old points stay
         m_routeError = true;
     } else {
@@ -176,7 +192,7 @@ void TripController::takeRoute(const QList<Coordinate> &route)
 
 bool TripController::usePlannedPoints(const QList<Coordinate> &points)
 {
-    if (points.isEmpty())
+    if (points.isEmpty() || !allPlaces(points))
         return false;
     m_ownPoints = true;
     m_routeError = false;
@@ -296,7 +312,7 @@ void TripController::previewNow()
 {
     const RoutePreview::Step step =
         RoutePreview::stepAt(m_record, RoutePreview::nowSeconds(m_clock));
-    if (!step.inRange)
-        return; // the 32-bit index left the list: nothing sensible to show
+    if (!step.inRange || !step.coordinate.isValid())
+        return; // the 32-bit index left the list, or the point is no place
     emit previewAt(step.coordinate);
 }

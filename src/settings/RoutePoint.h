@@ -24,6 +24,14 @@ public:
 
     double latitude() const { return m_latitude; }
     double longitude() const { return m_longitude; }
+    // Whether it is a place on the globe: finite, latitude within ±90 and
+    // longitude within ±180. A file may hold anything else; such a point
+    // must never reach the map or the screen.
+    bool isUsable() const
+    {
+        return m_latitude >= -90.0 && m_latitude <= 90.0 && m_longitude >= -180.0 &&
+               m_longitude <= 180.0;
+    }
 
 private:
     RoutePoint(double latitude, double longitude, const QVariant &stored);

@@ -15,6 +15,8 @@
 
 #include <memory>
 
+#include <limits>
+
 namespace {
 QVariantMap routeRecord(qint64 start, qint64 end, int count)
 {
@@ -254,6 +256,16 @@ private slots:
         const Run run = ctl("where --at 1000000");
         QCOMPARE(run.status, 1);
         QVERIFY(run.err.contains(u"outside"_s));
+        // a point that is no place is named, not printed
+        QVariantMap record = routeRecord(0, 10, 1);
+        record.insert(u"points"_s,
+                      QVariantList{QVariantMap{{u"lat"_s, std::numeric_limits<double>::infinity()},
+                                               {u"lng"_s, 1.0}}});
+        PropertyList::write(prefs().routeFile(), record);
+        const Run bad = ctl("where --at 5");
+        QCOMPARE(bad.status, 1);
+        QCOMPARE(bad.out, QString());
+        QVERIFY2(bad.err.contains(u"route point 0 is unusable"_s), qPrintable(bad.err));
     }
 };
 

@@ -9,6 +9,9 @@
 
 #include <QSignalSpy>
 
+#include <limits>
+#include <tuple>
+
 namespace {
 const Coordinate Central{22.2846809, 114.1588}, Tst{22.2988, 114.1722};
 const double Now = 1700000000; // the test clock's start
@@ -64,6 +67,53 @@ private slots:
                                                   m_world->clock);
     }
     void cleanup() { m_trip.reset(), m_directions.reset(), m_world.reset(); }
+
+    // A point no place can be makes the stored route one without points;
+    // the preview never goes to it, and the file stays as it was.
+    void impossiblePointsNeverReachTheScreen_data()
+    {
+        QTest::addColumn<int>("at"); // which point is impossible; -1: all
+        QTest::addColumn<double>("latitude");
+        const double nan = std::numeric_limits<double>::quiet_NaN();
+        const double inf = std::numeric_limits<double>::infinity();
+        for (const auto &[name, at, latitude] : {std::tuple{"first NaN", 0, nan},
+                                                 {"middle infinite", 1, inf},
+                                                 {"last 91", 2, 91.0},
+                                                 {"all -infinite", -1, -inf}})
+            QTest::newRow(name) << at << latitude;
+    }
+    void impossiblePointsNeverReachTheScreen()
+    {
+        QFETCH(int, at);
+        QFETCH(double, latitude);
+        QVariantList points;
+        for (int i = 0; i < 3; ++i)
+            points << point({at == i || at < 0 ? latitude : 22.3 + i * 0.01, 114.1});
+        // from before the start to after the end: each point's turn comes
+        const QVariantMap record{{u"enable"_s, u"1"_s},
+                                 {u"start"_s, QString::number(Now + 1, 'f', 0)},
+                                 {u"end"_s, QString::number(Now + 4, 'f', 0)},
+                                 {u"points"_s, points}};
+        writeRoute(record);
+        const QByteArray file = bytesOf(m_world->files().routeFile());
+        QVERIFY(m_trip->points().isEmpty() && !m_trip->start().isChosen());
+        QSignalSpy previews(m_trip.get(), &TripController::previewAt);
+        for (int second = 0; second < 6; ++second, m_world->clock.advance(1000))
+            m_trip->previewNow();
+        for (const QList<QVariant> &preview : std::as_const(previews))
+            QVERIFY(preview.first().value<Coordinate>().isValid());
+        // each point has its seconds in these six; the bad one's are skipped
+        QVERIFY(at < 0 ? previews.isEmpty() : previews.size() > 0 && previews.size() < 6);
+        QCOMPARE(bytesOf(m_world->files().routeFile()), file);
+        // nor is a planned route with such a point taken, from any source
+        const QList<Coordinate> route{Central, {latitude, 114.1}, Tst};
+        QVERIFY(!m_trip->usePlannedPoints(route));
+        m_directions->setAnswer(DirectionsAnswer::found({DirectionsRoute{route, 1.0, 1.0}}));
+        m_trip->switchOff();
+        m_trip->planBetween(Central, Tst);
+        QTRY_VERIFY(!m_trip->isPlanning());
+        QVERIFY(m_trip->isRouteError() && m_trip->points().isEmpty());
+    }
 
     // A refused switch-on leaves the route file exactly as it was.
     void checksInOrder_data()

@@ -444,6 +444,13 @@ int where(CtlContext &context, const QStringList &args)
                                 .arg(step.index)
                                 .arg(record.pointCount()));
     }
+    if (!step.coordinate.isValid()) {
+        return context.fail(CtlFailed, QStringLiteral("route point %1 is unusable: %2, %3 is no "
+                                                      "place on the globe")
+                                           .arg(step.index)
+                                           .arg(step.coordinate.latitude)
+                                           .arg(step.coordinate.longitude));
+    }
     if (context.json) {
         static const char *const picks[] = {"first", "proportional", "last"};
         context.printJson(QJsonObject{
