@@ -149,6 +149,10 @@ private slots:
             "?alternatives=true&overview=full&steps=false&geometries=polyline6");
         row("route plan, no route", "route plan 22.28 114.15 22.29 114.17", 1, "",
             "Impossible route between points", "*");
+        row("route on, no route",
+            "route on 22.28 114.15 22.29 114.17 --start 1893484800 --end 1893488400", 1, "",
+            "Path planning failure, rechoose Start/End please: Impossible route between points",
+            "*");
         row("route on, refused",
             "route on 0 114.1588 22.2988 114.1722 --start 1893484800 --end 1893488400", 1, "",
             "Please choose Start", "*");

@@ -349,8 +349,14 @@ int routeOn(CtlContext &context, QStringList args)
     routeTrip->setStartTime(*startTime);
     routeTrip->setEndTime(*endTime);
     const QString failure = routeTrip->check();
-    if (!failure.isEmpty())
-        return context.fail(CtlFailed, failure);
+    if (!failure.isEmpty()) {
+        // the screen's words, then why, when the routing service said
+        const std::optional<QString> reason =
+            routeTrip->isRouteError() ? routeTrip->lastAnswer().error : std::nullopt;
+        return context.fail(CtlFailed, reason && !reason->isEmpty()
+                                           ? QStringLiteral("%1: %2").arg(failure, *reason)
+                                           : failure);
+    }
 
     // looked up only once the choices pass: the lookups go over the network
     const QString startAddress = fromAddress ? *fromAddress : addressOf(context, from);
