@@ -122,25 +122,20 @@ private slots:
 
     void failures_data()
     {
-        QTest::addColumn<int>("kind");
+        QTest::addColumn<Failure>("kind");
         QTest::addColumn<int>("code");
         QTest::addColumn<QString>("description");
         QTest::addColumn<QString>("alert");
-        const auto row = [](const char *name, Failure kind, int code, const char *text,
-                            const char *alert) {
-            QTest::newRow(name) << int(kind) << code << QString::fromUtf8(text)
-                                << QString::fromUtf8(alert);
-        };
-        row("negative accuracy", InvalidFix, 0, nullptr, "");
-        row("access denied", SourceError, 1, "Access denied.",
-            "定位失败|请开启定位以保证程序正常运行|确定");
-        row("other error", SourceError, 2, "No fix", "");
-        row("services off", ServicesOff, 0, nullptr, "|定位服务未开启|确定");
-        row("no sources", NoSources, 0, nullptr, "|定位服务未开启|确定");
+        addRow("negative accuracy", InvalidFix, 0, QString(), "");
+        addRow("access denied", SourceError, 1, "Access denied.",
+               "定位失败|请开启定位以保证程序正常运行|确定");
+        addRow("other error", SourceError, 2, "No fix", "");
+        addRow("services off", ServicesOff, 0, QString(), "|定位服务未开启|确定");
+        addRow("no sources", NoSources, 0, QString(), "|定位服务未开启|确定");
     }
     void failures()
     {
-        QFETCH(int, kind);
+        QFETCH(Failure, kind);
         QFETCH(int, code);
         QFETCH(QString, description);
         QFETCH(QString, alert);
@@ -212,16 +207,16 @@ private slots:
 
     void goneReceiverGetsNothing_data()
     {
-        QTest::addColumn<int>("request");
+        QTest::addColumn<Request>("request");
         QTest::addColumn<bool>("serviceGoes"); // the service itself goes, not the receiver
-        QTest::newRow("address of a coordinate") << int(ReverseLookup) << false;
-        QTest::newRow("position") << int(PositionRequest) << false;
-        QTest::newRow("own address") << int(OwnAddress) << false;
-        QTest::newRow("own address, service gone") << int(OwnAddress) << true;
+        addRow("address of a coordinate", ReverseLookup, false);
+        addRow("position", PositionRequest, false);
+        addRow("own address", OwnAddress, false);
+        addRow("own address, service gone", OwnAddress, true);
     }
     void goneReceiverGetsNothing()
     {
-        QFETCH(int, request);
+        QFETCH(Request, request);
         QFETCH(bool, serviceGoes);
         m_geocoder->setAddress(Coordinate{0.0, 0.0}, u"Null Island"_s);
         store(0.0, 0.0);

@@ -168,7 +168,7 @@ private slots:
         }
     }
 
-    void classOperationAnswersLaterAndDeletesItself()
+    void classOperationsAnswerLaterAndDeleteThemselves()
     {
         Outcome outcome;
         QPointer<WebGeocoder> operation = WebGeocoder::reverseGeocode(
@@ -176,15 +176,10 @@ private slots:
         QVERIFY(operation && operation->isExecuting() && !outcome.calls);
         QTRY_VERIFY_WITH_TIMEOUT(operation.isNull(), 1000);
         QCOMPARE(outcome.placemarks->size(), 2);
-    }
-
-    void goneCallerGetsNothing()
-    {
         m_answer.status = 0; // held until the caller is gone
         Outcome gone;
         auto caller = std::make_unique<QObject>();
-        QPointer<WebGeocoder> operation =
-            WebGeocoder::geocode(endpoint(), u"x"_s, caller.get(), gone.completion());
+        operation = WebGeocoder::geocode(endpoint(), u"x"_s, caller.get(), gone.completion());
         caller.reset();
         QTRY_VERIFY_WITH_TIMEOUT(operation.isNull(), 1000); // cancelled itself and went
         m_clock.advance(20000); // a watchdog left behind would answer now
