@@ -74,10 +74,10 @@ private slots:
         QTest::addColumn<QList<int>>("statuses"); // the server's answer to each ask in turn
         QTest::addColumn<int>("requests");
         const QList<int> twoFine{200, 200};
-        QTest::newRow("fresh for an hour") << QByteArray("max-age=3600") << twoFine << 1;
-        QTest::newRow("already expired: asked again") << QByteArray("max-age=0") << twoFine << 2;
-        QTest::newRow("errors fail, yet an old tile serves")
-            << QByteArray("max-age=0") << QList<int>{404, 200, 500} << 3;
+        addRow("fresh for an hour", QByteArray("max-age=3600"), twoFine, 1);
+        addRow("already expired: asked again", QByteArray("max-age=0"), twoFine, 2);
+        addRow("errors fail, yet an old tile serves", QByteArray("max-age=0"),
+               QList<int>{404, 200, 500}, 3);
     }
     void fetchesThenServesFromTheCache()
     {
@@ -86,10 +86,8 @@ private slots:
         QFETCH(int, requests);
         qsizetype ask = 0;
         StubHttpServer server([&, png = pngOf(Qt::red)](const StubHttpServer::Request &) {
-            StubHttpServer::Response response{statuses.value(ask), "image/png", png, {}};
-            if (!cacheControl.isEmpty())
-                response.extraHeaders.append({"Cache-Control", cacheControl});
-            return response;
+            return StubHttpServer::Response{
+                statuses.value(ask), "image/png", png, {{"Cache-Control", cacheControl}}};
         });
         QVERIFY(server.listen());
         // each ask by a new source over one cache; once the server fails, an old copy serves
