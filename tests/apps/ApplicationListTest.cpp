@@ -56,11 +56,11 @@ private slots:
     {
         QTest::addColumn<QStringList>("hideList");
         QTest::addColumn<QStringList>("expected");
-        QTest::newRow("no hide list") << QStringList() << ids("org.gnome.Maps com.apple.Maps Chat");
-        QTest::newRow("installed hidden ones appended, in the file's order")
-            << ids("Hidden AHidden") << ids("org.gnome.Maps com.apple.Maps Chat AHidden Hidden");
-        QTest::newRow("already listed, not installed, no name: skipped")
-            << ids("Chat Gone Nameless Hidden") << ids("org.gnome.Maps com.apple.Maps Chat Hidden");
+        addRow("no hide list", QStringList(), ids("org.gnome.Maps com.apple.Maps Chat"));
+        addRow("installed hidden ones appended, in the file's order", ids("Hidden AHidden"),
+               ids("org.gnome.Maps com.apple.Maps Chat AHidden Hidden"));
+        addRow("already listed, not installed, no name: skipped", ids("Chat Gone Nameless Hidden"),
+               ids("org.gnome.Maps com.apple.Maps Chat Hidden"));
     }
     void hideListCompletesThePlatformsList()
     {
