@@ -6,7 +6,6 @@
 
 #include <QDateTime>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <QStandardPaths>
 #include <QTcpServer>
 #include <QTemporaryDir>
@@ -57,19 +56,13 @@ private slots:
                "");
         addRow("spot off", "spot off", "--once", 1, ",V,", "");
         const char *const taken = "trekmime-feed: cannot listen on ";
-        const struct
-        {
-            const char *name, *arguments, *err;
-        } refused[] = {
-            {"folder missing", "--preferences-dir /nonexistent/prefs",
-             "trekmime-feed: no preferences folder /nonexistent/prefs"},
-            {"port in use", "--listen 127.0.0.1:PORT", taken},
-            {"socket not writable", "--socket /proc/trekmime.sock", taken},
-            {"not a socket", "--socket FILE", "trekmime-feed: FILE exists and is not a socket"},
-            {"not an address", "--listen localhost", "trekmime-feed: --listen"},
-        };
-        for (const auto &row : refused)
-            QTest::newRow(row.name) << "status" << row.arguments << 2 << "" << row.err;
+        addRow("folder missing", "status", "--preferences-dir /nonexistent/prefs", 2, "",
+               "trekmime-feed: no preferences folder /nonexistent/prefs");
+        addRow("port in use", "status", "--listen 127.0.0.1:PORT", 2, "", taken);
+        addRow("socket not writable", "status", "--socket /proc/trekmime.sock", 2, "", taken);
+        addRow("not a socket", "status", "--socket FILE", 2, "",
+               "trekmime-feed: FILE exists and is not a socket");
+        addRow("not an address", "status", "--listen localhost", 2, "", "trekmime-feed: --listen");
     }
     void once()
     {

@@ -22,12 +22,12 @@ private slots:
         QTest::addColumn<qint64>("msecs");
         QTest::addColumn<std::optional<FeedFix>>("fix");
         QTest::addColumn<QByteArray>("expected");
-        QTest::newRow("fixed place") // 2026-11-22 12:35:19.5 UTC
-            << qint64(1795350919500) << std::optional(FeedFix{{22.5431, 114.0579}})
-            << QByteArray(
+        // 2026-11-22 12:35:19.5 UTC
+        addRow("fixed place", qint64(1795350919500), std::optional(FeedFix{{22.5431, 114.0579}}),
+               QByteArray(
                    "$GPGGA,123519.50,2232.586000,N,11403.474000,E,1,08,1.0,0.0,M,0.0,M,,*57\r\n"
                    "$GPRMC,123519.50,A,2232.586000,N,11403.474000,E,0.000,0.00,221126,,,A*68\r\n"
-                   "$GPVTG,0.00,T,,M,0.000,N,0.000,K,A*3D\r\n");
+                   "$GPVTG,0.00,T,,M,0.000,N,0.000,K,A*3D\r\n"));
         // the last millisecond of a leap day; minutes that round up to 60
         // carry into the degrees
         addRow("south-west, moving", qint64(951868799999),
