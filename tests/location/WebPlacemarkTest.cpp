@@ -29,7 +29,7 @@ QJsonObject resultWith(const QString &components, const char *rest = "")
 
 } // namespace
 
-// The placemark: which component fills which field, the name and the description.
+// The placemark: which component fills which field, its name, description and unescaping.
 class WebPlacemarkTest : public QObject
 {
     Q_OBJECT
@@ -101,14 +101,8 @@ private slots:
         QCOMPARE(placemark.region.latitudeDelta + placemark.region.longitudeDelta, 0.0);
         QCOMPARE(placemark.description(), u"{\n}"_s);
     }
-};
 
-// The unescaping of backslash-u texts.
-class ReplaceUnicodeTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
+    // backslash-u texts, as the service's texts and a description have them
     void replaceUnicode_data()
     {
         QTest::addColumn<QString>("text");
@@ -145,5 +139,4 @@ private slots:
 };
 
 TREKMIME_TEST(WebPlacemarkTest)
-TREKMIME_TEST(ReplaceUnicodeTest)
 #include "WebPlacemarkTest.moc"
