@@ -271,6 +271,10 @@ Choose a place on the map and press “Add To →”.</source>
         <source>not a property list</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>changed while it was read</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>PropertyListGuard</name>

@@ -272,6 +272,10 @@ Choose a place on the map and press “Add To →”.</source>
         <source>not a property list</source>
         <translation>不是属性列表</translation>
     </message>
+    <message>
+        <source>changed while it was read</source>
+        <translation>读取期间被修改</translation>
+    </message>
 </context>
 <context>
     <name>PropertyListGuard</name>

@@ -298,11 +298,12 @@ PropertyList::Loaded PropertyList::load(const QString &path)
             QCoreApplication::translate("PropertyList", "larger than any settings file"));
     // not mapped: a tool that rewrites the file in place would crash a
     // mapped reader, where a copy merely reads as malformed. One byte more
-    // than allowed tells a file that grew meanwhile.
-    const QByteArray data = file.read(PropertyListGuard::MaxFileBytes + 1);
-    if (data.size() > PropertyListGuard::MaxFileBytes)
+    // than the size found tells a file that grew meanwhile; asking for no
+    // more than that keeps the buffer the file's size.
+    const QByteArray data = file.read(qint64(info.st_size) + 1);
+    if (data.size() > info.st_size)
         return unreadable(
-            QCoreApplication::translate("PropertyList", "larger than any settings file"));
+            QCoreApplication::translate("PropertyList", "changed while it was read"));
     if (const QString problem = PropertyListGuard::refusal(data); !problem.isEmpty())
         return unreadable(problem);
     QVariant root = parse(data.constData(), data.size(), true);
