@@ -229,13 +229,11 @@ private slots:
         QTest::addColumn<int>("downs"); // presses of Down on the choice: 1 walk ... 4 drive
         QTest::addColumn<double>("kmh");
         QTest::addColumn<QString>("refusal");
-        QTest::newRow("walk") << true << true << 1 << 5.0 << QString();
-        QTest::newRow("drive") << true << true << 4 << 50.0 << QString();
-        QTest::newRow("no start time")
-            << true << false << 1 << 0.0 << u"Please choose Start Time"_s;
-        QTest::newRow("no route")
-            << false << true << 1 << 0.0
-            << u"Choose Start and End first: the pace needs the planned route"_s;
+        addRow("walk", true, true, 1, 5.0, QString());
+        addRow("drive", true, true, 4, 50.0, QString());
+        addRow("no start time", true, false, 1, 0.0, u"Please choose Start Time"_s);
+        addRow("no route", false, true, 1, 0.0,
+               u"Choose Start and End first: the pace needs the planned route"_s);
     }
     void paceFillsTheEndTime()
     {
