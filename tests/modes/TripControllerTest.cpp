@@ -192,8 +192,7 @@ private slots:
         m_world->clock.advance(61000);
         QCOMPARE(shown.last().first().value<Coordinate>(), Tst);
 
-        QVERIFY(m_trip->switchOff());
-        QVERIFY(!m_trip->previewTimer());
+        QVERIFY(m_trip->switchOff() && !m_trip->previewTimer());
         on.insert(u"enable"_s, u"0"_s);
         on.insert(u"points"_s, QVariantList{point(Central), point(b), point(c), point(Tst)});
         QCOMPARE(stored(), on);
@@ -206,8 +205,7 @@ private slots:
     {
         const Coordinate a{22.29, 114.16}, b{22.295, 114.17};
         choose(Central, Tst, 0, 0);
-        QVERIFY(m_trip->addStop(0, b, u"B"_s));
-        QVERIFY(m_trip->addStop(0, a, u"A"_s));
+        QVERIFY(m_trip->addStop(0, b, u"B"_s) && m_trip->addStop(0, a, u"A"_s));
         QVERIFY(!m_trip->addStop(3, a, {}) && !m_trip->addStop(-1, a, {}));
         QVERIFY(!m_trip->addStop(1, {0, 114.1}, {}) && !m_trip->addStop(1, {22.3, 0}, {}));
         QVERIFY(!m_trip->removeStop(2));
@@ -292,8 +290,7 @@ private slots:
             1, DirectionsAnswer::found({DirectionsRoute{{{1, 1}, {2, 2}}, 0, 0}})));
         QVERIFY(m_trip->isPlanning());
         QVERIFY(m_directions->release(0, DirectionsAnswer::failure(u"x"_s)));
-        QVERIFY(!m_trip->isPlanning());
-        QVERIFY(m_trip->isRouteError());
+        QVERIFY(!m_trip->isPlanning() && m_trip->isRouteError());
         QCOMPARE(m_trip->points().size(), 2);
         m_trip->setStartTime(Now + 60);
         m_trip->setEndTime(Now + 120);
