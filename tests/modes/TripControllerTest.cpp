@@ -90,11 +90,10 @@ private slots:
         for (int i = 0; i < 3; ++i)
             points << point({at == i || at < 0 ? latitude : 22.3 + i * 0.01, 114.1});
         // from before the start to after the end: each point's turn comes
-        const QVariantMap record{{u"enable"_s, u"1"_s},
-                                 {u"start"_s, QString::number(Now + 1, 'f', 0)},
-                                 {u"end"_s, QString::number(Now + 4, 'f', 0)},
-                                 {u"points"_s, points}};
-        writeRoute(record);
+        writeRoute({{u"enable"_s, u"1"_s},
+                    {u"start"_s, QString::number(Now + 1, 'f', 0)},
+                    {u"end"_s, QString::number(Now + 4, 'f', 0)},
+                    {u"points"_s, points}});
         const QByteArray file = bytesOf(m_world->files().routeFile());
         QVERIFY(m_trip->points().isEmpty() && !m_trip->start().isChosen());
         QSignalSpy previews(m_trip.get(), &TripController::previewAt);

@@ -215,8 +215,7 @@ private slots:
             QAccessible::queryAccessibleInterface(child<QPushButton>("removeStopButton"));
         QCOMPARE(remove->text(QAccessible::Description), u"Admiralty"_s);
         remove->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-        QTRY_VERIFY(screen.trip().stops().isEmpty());
-        QCOMPARE(m_world->directions.requests().last(), (QList<Coordinate>{Central, Tst}));
+        QTRY_VERIFY(screen.trip().stops().isEmpty()); // the trip plans again (TripControllerTest)
         QTRY_VERIFY(!child<QPushButton>("removeStopButton"));
     }
 
