@@ -20,10 +20,7 @@ Places placesOf(const QList<Coordinate> &points)
     return places;
 }
 
-QByteArray gpx(const char *body)
-{
-    return gpxDocument(body);
-}
+const auto gpx = gpxDocument;
 
 } // namespace
 
@@ -71,12 +68,10 @@ private slots:
                Places{{1, 2}, {-1, -2}}, QStringList());
         addRow("route points", gpx(route), Places{{3, 4}, {5, 6}}, QStringList());
         addRow("a track before a route",
-               gpx((QByteArray(route) + R"(<trk><trkseg><trkpt lat="7" lon="8"/></trkseg></trk>)"
-                                        R"(<trk><trkseg><trkpt lat="9" lon="9"/></trkseg></trk>)")
-                       .constData()),
+               gpx(QByteArray(route) + R"(<trk><trkseg><trkpt lat="7" lon="8"/></trkseg></trk>)"
+                                       R"(<trk><trkseg><trkpt lat="9" lon="9"/></trkseg></trk>)"),
                Places{{7, 8}}, QStringList());
-        addRow("an empty track, then a route",
-               gpx((QByteArray("<trk><trkseg/></trk>") + route).constData()),
+        addRow("an empty track, then a route", gpx(QByteArray("<trk><trkseg/></trk>") + route),
                Places{{3, 4}, {5, 6}}, QStringList());
         addRow("waypoints only",
                gpx(R"(<wpt lat="1.5" lon="2.5"><ele>3</ele><name> Home </name></wpt>)"
@@ -118,8 +113,7 @@ private slots:
         addRow("longitude -180.1", gpx(R"(<wpt lat="0" lon="-180.1"/>)"), u"longitude"_s);
         addRow("longitude inf", gpx(R"(<rte><rtept lat="0" lon="inf"/></rte>)"), u"longitude"_s);
         addRow("longitude text", gpx(R"(<wpt lat="0" lon="1,5"/>)"), u"longitude"_s);
-        addRow("too many points",
-               gpx((QByteArray(point) + R"(<wpt lat="1" lon="1"/>)").constData()),
+        addRow("too many points", gpx(QByteArray(point) + R"(<wpt lat="1" lon="1"/>)"),
                u"more than 2 points"_s);
     }
     void badFilesAreRefusedWithOneLine()

@@ -47,11 +47,10 @@ private slots:
         QTest::addColumn<QString>("profile");
         QTest::addColumn<QList<int>>("places");
         QTest::addColumn<double>("fastest"); // km/h on the whole, at most
-        QTest::newRow("driving across") << u"driving"_s << QList<int>{0, 8} << 130.0;
-        QTest::newRow("walking along one street") << u"walking"_s << QList<int>{6, 8} << 7.0;
-        QTest::newRow("cycling through a stop") << u"cycling"_s << QList<int>{0, 8, 2} << 30.0;
-        QTest::newRow("driving back through two")
-            << u"driving"_s << QList<int>{8, 3, 1, 6} << 130.0;
+        addRow("driving across", u"driving"_s, QList<int>{0, 8}, 130.0);
+        addRow("walking along one street", u"walking"_s, QList<int>{6, 8}, 7.0);
+        addRow("cycling through a stop", u"cycling"_s, QList<int>{0, 8, 2}, 30.0);
+        addRow("driving back through two", u"driving"_s, QList<int>{8, 3, 1, 6}, 130.0);
     }
     void followsTheStreets()
     {
@@ -97,23 +96,21 @@ private slots:
         QTest::addColumn<QString>("error");
         const Coordinate far{51.1, 7.0};
         const QList<Coordinate> across{corner(0, 0), corner(2, 2)};
-        QTest::newRow("end off the map")
-            << QString() << u"driving"_s << QList<Coordinate>{corner(0, 0), far}
-            << u"The end is too far from any road on the offline map."_s;
-        QTest::newRow("stop off the map")
-            << QString() << u"walking"_s << QList<Coordinate>{corner(0, 0), far, corner(1, 1)}
-            << u"Stop 1 is too far from any road on the offline map."_s;
-        QTest::newRow("no road to a stop")
-            << QString() << u"driving"_s
-            << QList<Coordinate>{corner(0, 0), RoutinoTown::lone(1), corner(2, 2)}
-            << u"The offline map has no road route to stop 1."_s;
-        QTest::newRow("unknown profile")
-            << QString() << u"flying"_s << across
-            << u"Offline routing plans for driving, walking or cycling, not \"flying\"."_s;
-        QTest::newRow("one place")
-            << QString() << u"driving"_s << across.mid(1) << u"A route needs a start and an end."_s;
-        QTest::newRow("no database") << u"/nonexistent"_s << u"driving"_s << across
-                                     << u"No offline map can be read in /nonexistent."_s;
+        const auto row = [&](const char *name, const char *profile, const QList<Coordinate> &at,
+                             const char *error, const QString &database = {}) {
+            addRow(name, database, QString::fromUtf8(profile), at, QString::fromUtf8(error));
+        };
+        row("end off the map", "driving", {corner(0, 0), far},
+            "The end is too far from any road on the offline map.");
+        row("stop off the map", "walking", {corner(0, 0), far, corner(1, 1)},
+            "Stop 1 is too far from any road on the offline map.");
+        row("no road to a stop", "driving", {corner(0, 0), RoutinoTown::lone(1), corner(2, 2)},
+            "The offline map has no road route to stop 1.");
+        row("unknown profile", "flying", across,
+            "Offline routing plans for driving, walking or cycling, not \"flying\".");
+        row("one place", "driving", across.mid(1), "A route needs a start and an end.");
+        row("no database", "driving", across, "No offline map can be read in /nonexistent.",
+            u"/nonexistent"_s);
     }
     void refusals()
     {

@@ -215,8 +215,7 @@ private slots:
             QAccessible::queryAccessibleInterface(child<QPushButton>("removeStopButton"));
         QCOMPARE(remove->text(QAccessible::Description), u"Admiralty"_s);
         remove->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-        QTRY_VERIFY(screen.trip().stops().isEmpty());
-        QCOMPARE(m_world->directions.requests().last(), (QList<Coordinate>{Central, Tst}));
+        QTRY_VERIFY(screen.trip().stops().isEmpty()); // the trip plans again (TripControllerTest)
         QTRY_VERIFY(!child<QPushButton>("removeStopButton"));
     }
 
@@ -229,13 +228,11 @@ private slots:
         QTest::addColumn<int>("downs"); // presses of Down on the choice: 1 walk ... 4 drive
         QTest::addColumn<double>("kmh");
         QTest::addColumn<QString>("refusal");
-        QTest::newRow("walk") << true << true << 1 << 5.0 << QString();
-        QTest::newRow("drive") << true << true << 4 << 50.0 << QString();
-        QTest::newRow("no start time")
-            << true << false << 1 << 0.0 << u"Please choose Start Time"_s;
-        QTest::newRow("no route")
-            << false << true << 1 << 0.0
-            << u"Choose Start and End first: the pace needs the planned route"_s;
+        addRow("walk", true, true, 1, 5.0, QString());
+        addRow("drive", true, true, 4, 50.0, QString());
+        addRow("no start time", true, false, 1, 0.0, u"Please choose Start Time"_s);
+        addRow("no route", false, true, 1, 0.0,
+               u"Choose Start and End first: the pace needs the planned route"_s);
     }
     void paceFillsTheEndTime()
     {

@@ -163,31 +163,24 @@ private slots:
             QVERIFY(after.isSymLink() || !after.isFile());
     }
 
-    // The map coming to rest puts back what was read; nothing was.
-    void restingMapLeavesAnUnreadableLocationFile()
-    {
-        const PreferenceFiles files(m_dir.path());
-        TMPreferenceUtil store{files};
-        store.setUnreadableHandler([](const QString &, const QString &) {});
-        writeBytes(files.locationFile(), xmlNesting(70));
-        QVERIFY(!store.setLocationLatitude(22.3, 114.2));
-        QCOMPARE(bytesOf(files.locationFile()), xmlNesting(70));
-    }
-
-    // Reported again only after the file was fine in between.
-    void toldAgainAfterARepair()
+    // The map coming to rest puts back what was read, and nothing was; the
+    // file is reported again only after it was fine in between.
+    void unreadableUntilRepaired()
     {
         const PreferenceFiles files(m_dir.path());
         TMPreferenceUtil store{files};
         int told = 0;
         store.setUnreadableHandler([&](const QString &, const QString &) { ++told; });
+        writeBytes(files.locationFile(), xmlNesting(70));
+        QVERIFY(!store.setLocationLatitude(22.3, 114.2));
+        QCOMPARE(bytesOf(files.locationFile()), xmlNesting(70));
         writeBytes(files.masterFile(), xmlNesting(70));
         store.mode();
         QVERIFY(store.writeMode(MasterRecord::Mode(1)));
         QCOMPARE(store.mode(), 1);
         writeBytes(files.masterFile(), "not a property list");
         store.mode();
-        QCOMPARE(told, 2);
+        QCOMPARE(told, 3);
     }
 };
 

@@ -110,13 +110,9 @@ private slots:
 
     void nothingStoredReadsAsOff()
     {
-        QVERIFY(!m_store->isLocationEnable());
-        QVERIFY(!m_store->isRouteEnable());
-        QCOMPARE(m_store->locationLatitude(), 0.0);
-        QVERIFY(m_store->favoritePreference().isEmpty());
-        QVERIFY(m_store->routePreference().isEmpty());
-        QCOMPARE(m_store->whitePreference().size(), 0);
-        QCOMPARE(m_store->mode(), 0);
+        QVERIFY(!m_store->isLocationEnable() && !m_store->isRouteEnable() && m_store->mode() == 0);
+        QVERIFY(m_store->favoritePreference().isEmpty() && m_store->routePreference().isEmpty());
+        QVERIFY(m_store->locationLatitude() == 0.0 && m_store->whitePreference().size() == 0);
         // reading never creates a file
         QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files), QStringList());
     }
@@ -147,8 +143,7 @@ private slots:
         QVariantMap expected = routeRecord();
         expected.insert(u"enable"_s, u"0"_s);
         QCOMPARE(m_store->locationPreference().toPropertyList(), expected);
-        QVERIFY(m_store->isRouteEnable());
-        QVERIFY(!m_store->isLocationEnable());
+        QVERIFY(m_store->isRouteEnable() && !m_store->isLocationEnable());
     }
 
     void nonFiniteCoordinatesAreNeverWritten()
@@ -197,8 +192,8 @@ private slots:
         PropertyList::write(files().whitelistFile(), QVariantMap{{u"a.stored.text"_s, u"1"_s}});
         WhitelistRecord record = m_store->whitePreference();
         QVERIFY(record.isWhitelisted(u"a.stored.text"_s));
-        QVERIFY(m_store->toggleWhitelist(record, u"a.stored.text"_s));
-        QVERIFY(m_store->toggleWhitelist(record, u"new.app"_s));
+        QVERIFY(m_store->toggleWhitelist(record, u"a.stored.text"_s) &&
+                m_store->toggleWhitelist(record, u"new.app"_s));
         QCOMPARE(m_store->whitePreference().toPropertyList(),
                  (QVariantMap{{u"a.stored.text"_s, false}, {u"new.app"_s, true}}));
         QVERIFY(!record.isWhitelisted(u"never.tapped"_s));
@@ -211,12 +206,10 @@ private slots:
         const QByteArray before = bytesOf(files().favoritesFile());
         QList<FavoriteEntry> favorites = m_store->favoritePreference();
         // out of range: nothing changes, nothing is written
-        QVERIFY(!m_store->removeFavorite(favorites, 4));
-        QVERIFY(!m_store->removeFavorite(favorites, -1));
+        QVERIFY(!m_store->removeFavorite(favorites, 4) && !m_store->removeFavorite(favorites, -1));
         QCOMPARE(favorites.size(), 4);
         QCOMPARE(bytesOf(files().favoritesFile()), before);
-        QVERIFY(m_store->removeFavorite(favorites, 0));
-        QVERIFY(m_store->removeFavorite(favorites, 2));
+        QVERIFY(m_store->removeFavorite(favorites, 0) && m_store->removeFavorite(favorites, 2));
         QStringList names;
         for (const FavoriteEntry &entry : m_store->favoritePreference())
             names.append(entry.name());
@@ -251,8 +244,7 @@ private slots:
             favoritesFile,
             QVariantList{u"a text"_s, QVariantMap{{u"name"_s, qint64(5)}}, qint64(7)});
         QList<FavoriteEntry> favorites = m_store->favoritePreference();
-        QVERIFY(!favorites.at(0).isPlace());
-        QVERIFY(favorites.at(1).isPlace());
+        QVERIFY(!favorites.at(0).isPlace() && favorites.at(1).isPlace());
         QCOMPARE(favorites.at(1).name(), QString()); // only a text is a name
         QVERIFY(m_store->removeFavorite(favorites, 1));
         QCOMPARE(PropertyList::readArray(favoritesFile), (QVariantList{u"a text"_s, qint64(7)}));
