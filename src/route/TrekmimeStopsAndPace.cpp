@@ -36,6 +36,20 @@ QLabel *partLabel(QWidget *parent, const char *name, const char *property)
     return label;
 }
 
+// A row of the panel with its caption; the control in it carries the same
+// name, so the caption is left out of the accessible tree.
+QWidget *captionedRow(QWidget *panel, const char *rowName, const char *captionName,
+                      const QString &caption)
+{
+    auto *row = new QWidget(panel);
+    row->setObjectName(QString::fromLatin1(rowName));
+    row->setAttribute(Qt::WA_StyledBackground);
+    QLabel *label = partLabel(row, captionName, "caption");
+    label->setText(caption);
+    setDecorative(label);
+    return row;
+}
+
 } // namespace
 
 // --- building ---------------------------------------------------------------
@@ -52,12 +66,7 @@ void TrekmimeViewController::buildStopControls()
 
 void TrekmimeViewController::buildPaceControls()
 {
-    m_paceRow = new QWidget(v_top);
-    m_paceRow->setObjectName(QStringLiteral("paceRow"));
-    m_paceRow->setAttribute(Qt::WA_StyledBackground);
-    QLabel *paceCaption = partLabel(m_paceRow, "lb_pace", "caption");
-    paceCaption->setText(tr("Pace"));
-    setDecorative(paceCaption); // the choice carries the same name
+    m_paceRow = captionedRow(v_top, "paceRow", "lb_pace", tr("Pace"));
     m_paceChoice = new QComboBox(m_paceRow);
     m_paceChoice->setObjectName(QStringLiteral("paceChoice"));
     for (const Pace &pace : Paces) {
@@ -78,12 +87,7 @@ void TrekmimeViewController::buildPaceControls()
     arrow->setAttribute(Qt::WA_TransparentForMouseEvents);
     setDecorative(arrow);
 
-    m_evenPaceRow = new QWidget(v_top);
-    m_evenPaceRow->setObjectName(QStringLiteral("evenPaceRow"));
-    m_evenPaceRow->setAttribute(Qt::WA_StyledBackground);
-    QLabel *caption = partLabel(m_evenPaceRow, "lb_evenPace", "caption");
-    caption->setText(tr("Even pace"));
-    setDecorative(caption); // the switch carries the same name
+    m_evenPaceRow = captionedRow(v_top, "evenPaceRow", "lb_evenPace", tr("Even pace"));
     m_evenPaceSwitch = new FlatSwitch(m_evenPaceRow);
     m_evenPaceSwitch->setObjectName(QStringLiteral("evenPaceSwitch"));
     m_evenPaceSwitch->setAccessibleName(tr("Even pace"));

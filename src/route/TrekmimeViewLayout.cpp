@@ -231,8 +231,8 @@ void TrekmimeViewController::setTabOrders()
     for (QWidget *row : std::as_const(m_stopRows))
         chain.append(row->findChild<QPushButton *>());
     chain << m_addStopButton << m_choiceRows[1] << m_choiceRows[2] << m_choiceRows[3]
-          << m_paceChoice << m_evenPaceSwitch << btn_gpx << btn_info << btn_upDown << mv_main << btn_mine
-          << enableSwitch << btn_exchange;
+          << m_paceChoice << m_evenPaceSwitch << btn_gpx << btn_info << btn_upDown << mv_main
+          << btn_mine << enableSwitch << btn_exchange;
     for (qsizetype i = 1; i < chain.size(); ++i)
         setTabOrder(chain[i - 1], chain[i]);
 }

@@ -3,6 +3,7 @@
 #include "platform/Coordinate.h"
 
 #include <QList>
+#include <QPointer>
 #include <QString>
 
 #include <functional>
@@ -51,4 +52,16 @@ public:
     // `waypoints` holds at least two places; with fewer the answer is an error.
     virtual void calculateDirections(const QList<Coordinate> &waypoints, QObject *receiver,
                                      Completion completion) = 0;
+
+protected:
+    // `completion`, called only while `receiver` exists; a null receiver
+    // asks for an unguarded answer.
+    static Completion guarded(QObject *receiver, Completion completion)
+    {
+        return [watching = receiver != nullptr, guard = QPointer<QObject>(receiver),
+                completion = std::move(completion)](const DirectionsAnswer &answer) {
+            if (!watching || guard)
+                completion(answer);
+        };
+    }
 };

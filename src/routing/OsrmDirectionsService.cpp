@@ -81,14 +81,8 @@ QUrl OsrmDirectionsService::requestUrl(const QList<Coordinate> &waypoints) const
 void OsrmDirectionsService::calculateDirections(const QList<Coordinate> &waypoints,
                                                 QObject *receiver, Completion completion)
 {
-    // a null receiver asks for an unguarded answer
-    const bool guarded = receiver != nullptr;
-    QPointer<QObject> guard(receiver);
-    Deliver deliver = [guarded, guard,
-                       completion = std::move(completion)](const DirectionsAnswer &answer) {
-        if (!guarded || guard)
-            completion(answer);
-    };
+    const bool watching = receiver != nullptr;
+    Deliver deliver = DirectionsService::guarded(receiver, std::move(completion));
 
     if (waypoints.size() < 2) {
         QTimer::singleShot(0, this, [deliver] {
@@ -101,7 +95,7 @@ void OsrmDirectionsService::calculateDirections(const QList<Coordinate> &waypoin
             0, this, [deliver] { deliver(DirectionsAnswer::failure(tr("No network access."))); });
         return;
     }
-    Request request{requestUrl(waypoints), guarded, guard, std::move(deliver)};
+    Request request{requestUrl(waypoints), watching, receiver, std::move(deliver)};
     if (m_waiting) {
         // its turn is already booked: the newer request takes it
         QTimer::singleShot(0, this, [replaced = std::move(m_waiting->deliver)] {

@@ -267,14 +267,7 @@ QString RoutinoDirectionsService::transportFor(const QString &profile)
 void RoutinoDirectionsService::calculateDirections(const QList<Coordinate> &waypoints,
                                                    QObject *receiver, Completion completion)
 {
-    // a null receiver asks for an unguarded answer
-    const bool guarded = receiver != nullptr;
-    QPointer<QObject> guard(receiver);
-    Deliver deliver = [guarded, guard,
-                       completion = std::move(completion)](const DirectionsAnswer &answer) {
-        if (!guarded || guard)
-            completion(answer);
-    };
+    Deliver deliver = DirectionsService::guarded(receiver, std::move(completion));
 
     QString refusal;
     if (waypoints.size() < 2)

@@ -302,8 +302,7 @@ PropertyList::Loaded PropertyList::load(const QString &path)
     // more than that keeps the buffer the file's size.
     const QByteArray data = file.read(qint64(info.st_size) + 1);
     if (data.size() > info.st_size)
-        return unreadable(
-            QCoreApplication::translate("PropertyList", "changed while it was read"));
+        return unreadable(QCoreApplication::translate("PropertyList", "changed while it was read"));
     if (const QString problem = PropertyListGuard::refusal(data); !problem.isEmpty())
         return unreadable(problem);
     QVariant root = parse(data.constData(), data.size(), true);

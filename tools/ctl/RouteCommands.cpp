@@ -23,6 +23,8 @@
 #include <limits>
 #include <memory>
 #include <optional>
+#include <tuple>
+#include <utility>
 
 namespace {
 
@@ -159,6 +161,45 @@ std::optional<QList<Coordinate>> takeStops(CtlContext &context, QStringList &arg
     return stops;
 }
 
+// The two places of "FROM_LAT FROM_LNG TO_LAT TO_LNG", or nothing (after
+// one line on the error stream) when one is not a place.
+std::optional<std::pair<Coordinate, Coordinate>> takePlaces(CtlContext &context,
+                                                            const QStringList &numbers)
+{
+    const auto fromLatitude = CtlArgs::latitude(context, numbers[0]);
+    const auto fromLongitude =
+        fromLatitude ? CtlArgs::longitude(context, numbers[1]) : std::nullopt;
+    const auto toLatitude = fromLongitude ? CtlArgs::latitude(context, numbers[2]) : std::nullopt;
+    const auto toLongitude = toLatitude ? CtlArgs::longitude(context, numbers[3]) : std::nullopt;
+    if (!toLongitude)
+        return std::nullopt;
+    return std::pair{Coordinate{*fromLatitude, *fromLongitude},
+                     Coordinate{*toLatitude, *toLongitude}};
+}
+
+// Where a route comes from: a GPX file (--gpx) or stops on the way (--via),
+// not both. Nothing (after one line on the error stream) for bad options.
+struct RouteSource
+{
+    std::optional<QString> gpx;
+    QList<Coordinate> stops;
+};
+std::optional<RouteSource> takeRouteSource(CtlContext &context, QStringList &args,
+                                           const QString &usage)
+{
+    const std::optional<QString> gpx = takeGpxOption(context, args, usage);
+    if (gpx && gpx->isEmpty())
+        return std::nullopt;
+    const auto stops = takeStops(context, args, usage);
+    if (!stops)
+        return std::nullopt;
+    if (gpx && !stops->isEmpty()) {
+        context.fail(CtlBadInput, QStringLiteral("--via and --gpx exclude each other"));
+        return std::nullopt;
+    }
+    return RouteSource{gpx, *stops};
+}
+
 int routePlan(CtlContext &context, QStringList args)
 {
     const QString usage =
@@ -166,14 +207,10 @@ int routePlan(CtlContext &context, QStringList args)
                        "--gpx FILE, [--even-pace]");
     const bool json = takeJsonFlag(args) || context.json;
     const bool evenPace = args.removeAll(QStringLiteral("--even-pace")) > 0;
-    const std::optional<QString> gpx = takeGpxOption(context, args, usage);
-    if (gpx && gpx->isEmpty())
+    const auto source = takeRouteSource(context, args, usage);
+    if (!source)
         return CtlBadInput;
-    const auto stops = takeStops(context, args, usage);
-    if (!stops)
-        return CtlBadInput;
-    if (gpx && !stops->isEmpty())
-        return context.fail(CtlBadInput, QStringLiteral("--via and --gpx exclude each other"));
+    const std::optional<QString> &gpx = source->gpx;
     const int places = gpx ? 0 : 4;
     if (!CtlArgs::count(context, args, places, places, usage))
         return CtlBadInput;
@@ -184,17 +221,13 @@ int routePlan(CtlContext &context, QStringList args)
             return CtlBadInput;
         planner->usePlannedPoints(*track);
     } else {
-        const auto fromLatitude = CtlArgs::latitude(context, args[0]);
-        const auto fromLongitude =
-            fromLatitude ? CtlArgs::longitude(context, args[1]) : std::nullopt;
-        const auto toLatitude = fromLongitude ? CtlArgs::latitude(context, args[2]) : std::nullopt;
-        const auto toLongitude = toLatitude ? CtlArgs::longitude(context, args[3]) : std::nullopt;
-        if (!toLongitude)
+        const auto places = takePlaces(context, args);
+        if (!places)
             return CtlBadInput;
         if (!context.services.directions)
             return context.fail(CtlFailed, QStringLiteral("no route planning service"));
-        planner->planThrough(QList<Coordinate>{{*fromLatitude, *fromLongitude}} + *stops +
-                             QList<Coordinate>{{*toLatitude, *toLongitude}});
+        planner->planThrough(QList<Coordinate>{places->first} + source->stops +
+                             QList<Coordinate>{places->second});
         waitForPlanning(*planner);
     }
     const DirectionsAnswer &answer = planner->lastAnswer();
@@ -227,14 +260,10 @@ int routeOn(CtlContext &context, QStringList args)
                        "--start TIME --end TIME|--speed walk|run|cycle|drive|KMH [--even-pace] "
                        "[--from-address TEXT] [--to-address TEXT]");
     const bool json = takeJsonFlag(args) || context.json;
-    const std::optional<QString> gpx = takeGpxOption(context, args, usage);
-    if (gpx && gpx->isEmpty())
+    const auto source = takeRouteSource(context, args, usage);
+    if (!source)
         return CtlBadInput;
-    const auto stops = takeStops(context, args, usage);
-    if (!stops)
-        return CtlBadInput;
-    if (gpx && !stops->isEmpty())
-        return context.fail(CtlBadInput, QStringLiteral("--via and --gpx exclude each other"));
+    const std::optional<QString> &gpx = source->gpx;
     QStringList numbers;
     std::optional<QString> startText, endText, speedText, fromAddress, toAddress;
     const bool evenPace = args.removeAll(QStringLiteral("--even-pace")) > 0;
@@ -277,17 +306,10 @@ int routeOn(CtlContext &context, QStringList args)
         from = track->first();
         to = track->last();
     } else {
-        const auto fromLatitude = CtlArgs::latitude(context, numbers[0]);
-        const auto fromLongitude =
-            fromLatitude ? CtlArgs::longitude(context, numbers[1]) : std::nullopt;
-        const auto toLatitude =
-            fromLongitude ? CtlArgs::latitude(context, numbers[2]) : std::nullopt;
-        const auto toLongitude =
-            toLatitude ? CtlArgs::longitude(context, numbers[3]) : std::nullopt;
-        if (!toLongitude)
+        const auto places = takePlaces(context, numbers);
+        if (!places)
             return CtlBadInput;
-        from = {*fromLatitude, *fromLongitude};
-        to = {*toLatitude, *toLongitude};
+        std::tie(from, to) = *places;
     }
     const auto startTime = parseTime(*startText);
     // with a speed, the end comes from the planned route's length below
@@ -321,7 +343,7 @@ int routeOn(CtlContext &context, QStringList args)
         routeTrip->usePlannedPoints(*track);
     } else {
         routeTrip->chooseStart(from, QString());
-        for (const Coordinate &stop : *stops) {
+        for (const Coordinate &stop : source->stops) {
             if (!routeTrip->addStop(routeTrip->stops().size(), stop, QString())) {
                 return context.fail(CtlFailed,
                                     QStringLiteral("a stop on the equator or the prime meridian "
