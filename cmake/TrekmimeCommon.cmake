@@ -16,6 +16,14 @@ if(TREKMIME_SANITIZE)
   target_link_options(trekmime_common INTERFACE -fsanitize=address,undefined)
 endif()
 
+# Coverage feedback for libFuzzer in every library, with the address and
+# undefined-behaviour checks; only the harnesses link the fuzzer's main.
+if(TREKMIME_FUZZ)
+  target_compile_options(trekmime_common INTERFACE
+    -fsanitize=fuzzer-no-link,address,undefined -fno-omit-frame-pointer)
+  target_link_options(trekmime_common INTERFACE -fsanitize=address,undefined)
+endif()
+
 # Line-count instrumentation for scripts/coverage; meant for an unoptimised
 # (Debug) build so that each source line maps to the code that ran.
 if(TREKMIME_COVERAGE)

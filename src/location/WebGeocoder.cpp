@@ -298,19 +298,12 @@ void WebGeocoder::keepResponse(QNetworkReply *reply)
                             contentType.section(QLatin1Char(';'), 0, 0).trimmed().toLower()};
 }
 
-void WebGeocoder::finishedLoading()
+WebGeocoder::Parsed WebGeocoder::parseResponseData(const QByteArray &data)
 {
-    if (!m_operationURLResponse ||
-        m_operationURLResponse->mimeType != QLatin1String("application/json") ||
-        m_operationData.isEmpty()) {
-        callCompletionBlockWithResponse(std::nullopt, std::nullopt);
-        return;
-    }
-
     // a bare value at the top is accepted too; it simply has no results
     std::optional<WebGeocoderError> parseError;
     QJsonParseError jsonError;
-    const QJsonDocument document = QJsonDocument::fromJson('[' + m_operationData + ']', &jsonError);
+    const QJsonDocument document = QJsonDocument::fromJson('[' + data + ']', &jsonError);
     QJsonObject top;
     if (jsonError.error != QJsonParseError::NoError || document.array().size() != 1) {
         parseError = WebGeocoderError{QStringLiteral("QJsonParseError"), int(jsonError.error),
@@ -332,16 +325,26 @@ void WebGeocoder::finishedLoading()
         placemarks->reserve(entries.size());
         for (const QJsonValue &entry : entries)
             placemarks->append(WebPlacemark(entry.toObject()));
-        callCompletionBlockWithResponse(placemarks, parseError);
-        return;
+        return {placemarks, parseError};
     }
     const int code = serviceErrorCode(status);
     if (code)
-        callCompletionBlockWithResponse(
-            placemarks,
-            WebGeocoderError{ErrorDomain, code, serviceErrorText(code), QUrl(), QString()});
-    else
-        callCompletionBlockWithResponse(placemarks, parseError);
+        return {placemarks,
+                WebGeocoderError{ErrorDomain, code, serviceErrorText(code), QUrl(), QString()}};
+    return {placemarks, parseError};
+}
+
+void WebGeocoder::finishedLoading()
+{
+    if (!m_operationURLResponse ||
+        m_operationURLResponse->mimeType != QLatin1String("application/json") ||
+        m_operationData.isEmpty()) {
+        callCompletionBlockWithResponse(std::nullopt, std::nullopt);
+        return;
+    }
+
+    const Parsed parsed = parseResponseData(m_operationData);
+    callCompletionBlockWithResponse(parsed.placemarks, parsed.error);
 }
 
 void WebGeocoder::failWithError(const WebGeocoderError &error)

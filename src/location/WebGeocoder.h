@@ -144,6 +144,14 @@ public:
     // The "bounds" value for a region: south-west and north-east corners of
     // a box whose height and width equal the radius.
     static QString boundsText(const CircularRegion &region);
+    // What the body of a JSON response means: the places found (absent when
+    // the answer has no "results" list) and the error it reports, if any.
+    struct Parsed
+    {
+        std::optional<PlacemarkList> placemarks;
+        std::optional<WebGeocoderError> error;
+    };
+    static Parsed parseResponseData(const QByteArray &data);
     static void setParameter(Parameters &parameters, const QString &key, const QVariant &value);
     static QByteArray queryText(const Parameters &parameters);
 
