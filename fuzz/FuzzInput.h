@@ -23,11 +23,14 @@ inline QVariant settingsRoot(const uint8_t *data, size_t size, QMetaType::Type k
     return root.metaType().id() == kind ? root : QVariant();
 }
 
-// What the program writes back after a change must read again as the same
-// document: the written text, read and written once more, is unchanged.
+// What the program writes back after a change must read again, as the same
+// kind of root. The first write may change text XML cannot hold (and so the
+// order of keys); a second round must change nothing more.
 inline void checkWrittenBack(const QVariant &root)
 {
-    const QByteArray written = PropertyList::toXml(root);
-    if (PropertyList::toXml(PropertyList::fromData(written)) != written)
+    const QVariant reread = PropertyList::fromData(PropertyList::toXml(root));
+    const QByteArray written = PropertyList::toXml(reread);
+    if (reread.metaType() != root.metaType() ||
+        PropertyList::toXml(PropertyList::fromData(written)) != written)
         __builtin_trap();
 }
