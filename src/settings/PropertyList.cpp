@@ -1,6 +1,7 @@
 #include "settings/PropertyList.h"
 
 #include "settings/PropertyListGuard.h"
+#include "settings/PropertyListXml.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -131,120 +132,6 @@ QVariant toVariant(plist_t node, KeyCache &keys)
     }
 }
 
-// XML 1.0 cannot hold most control characters (not even escaped) nor
-// U+FFFE and U+FFFF, and libplist takes C strings, so a NUL would cut the
-// text short. Each such character is written as U+FFFD: the file always
-// parses, and the text keeps its length and shows where something was.
-QByteArray xmlSafeUtf8(const QString &text)
-{
-    const auto unfit = [](QChar c) {
-        const char16_t u = c.unicode();
-        return (u < 0x20 && u != u'\t' && u != u'\n' && u != u'\r') || u == 0xFFFE || u == 0xFFFF;
-    };
-    if (std::none_of(text.cbegin(), text.cend(), unfit))
-        return text.toUtf8();
-    QString clean = text;
-    for (QChar &c : clean) {
-        if (unfit(c))
-            c = QChar::ReplacementCharacter;
-    }
-    return clean.toUtf8();
-}
-
-// The write-side twin of KeyCache: the UTF-8 form of the few keys that
-// repeat in every route point.
-class Utf8Cache
-{
-public:
-    const QByteArray &utf8(const QString &key)
-    {
-        for (const auto &entry : m_entries) {
-            if (entry.first == key)
-                return entry.second;
-        }
-        m_scratch = xmlSafeUtf8(key);
-        if (key.size() <= 8 && m_entries.size() < 32) {
-            m_entries.emplace_back(key, m_scratch);
-            return m_entries.back().second;
-        }
-        return m_scratch;
-    }
-
-private:
-    std::vector<std::pair<QString, QByteArray>> m_entries;
-    QByteArray m_scratch;
-};
-
-plist_t fromVariant(const QVariant &value, Utf8Cache &keys);
-
-plist_t dictFromPairs(const QVariantMap &map, Utf8Cache &keys)
-{
-    plist_t dict = plist_new_dict();
-    // QVariantMap iterates in key order, which is the order the platform's
-    // own writer uses for dictionary keys.
-    for (auto it = map.cbegin(); it != map.cend(); ++it) {
-        if (plist_t item = fromVariant(it.value(), keys))
-            plist_dict_set_item(dict, keys.utf8(it.key()).constData(), item);
-    }
-    return dict;
-}
-
-plist_t fromVariant(const QVariant &value, Utf8Cache &keys)
-{
-    switch (value.metaType().id()) {
-    case QMetaType::UnknownType:
-        return nullptr;
-    case QMetaType::QVariantMap:
-        return dictFromPairs(*static_cast<const QVariantMap *>(value.constData()), keys);
-    case QMetaType::QVariantHash: {
-        const QVariantHash hash = value.toHash();
-        QVariantMap map;
-        for (auto it = hash.cbegin(); it != hash.cend(); ++it)
-            map.insert(it.key(), it.value());
-        return dictFromPairs(map, keys);
-    }
-    case QMetaType::QVariantList:
-    case QMetaType::QStringList: {
-        const QVariantList list = value.toList();
-        plist_t array = plist_new_array();
-        for (const QVariant &item : list) {
-            if (plist_t node = fromVariant(item, keys))
-                plist_array_append_item(array, node);
-        }
-        return array;
-    }
-    case QMetaType::Bool:
-        return plist_new_bool(value.toBool() ? 1 : 0);
-    case QMetaType::Int:
-    case QMetaType::Long:
-    case QMetaType::LongLong:
-    case QMetaType::Short:
-    case QMetaType::Char:
-    case QMetaType::SChar:
-        return plist_new_uint(uint64_t(value.toLongLong()));
-    case QMetaType::UInt:
-    case QMetaType::ULong:
-    case QMetaType::ULongLong:
-    case QMetaType::UShort:
-    case QMetaType::UChar:
-        return plist_new_uint(value.toULongLong());
-    case QMetaType::Double:
-    case QMetaType::Float:
-        return plist_new_real(value.toDouble());
-    case QMetaType::QByteArray: {
-        const QByteArray bytes = value.toByteArray();
-        return plist_new_data(bytes.constData(), uint64_t(bytes.size()));
-    }
-    case QMetaType::QDateTime: {
-        const qint64 ms = referenceDate().msecsTo(value.toDateTime());
-        const qint64 sec = ms >= 0 ? ms / 1000 : -((-ms + 999) / 1000);
-        return plist_new_date(int32_t(sec), int32_t((ms - sec * 1000) * 1000));
-    }
-    default:
-        return plist_new_string(xmlSafeUtf8(value.toString()).constData());
-    }
-}
-
 } // namespace
 
 namespace {
@@ -255,8 +142,12 @@ QVariant parse(const char *data, qint64 size, bool checked = false)
         return {};
     if (!checked && !PropertyListGuard::refusal(QByteArrayView(data, size)).isEmpty())
         return {};
+    // the binary form is rare (a file some tool converted); the XML form
+    // is what every writer here and the hooking component use
+    if (!QByteArrayView(data, size).startsWith("bplist00"))
+        return PropertyListXml::read(QByteArrayView(data, size), PropertyListGuard::MaxDepth);
     plist_t root = nullptr;
-    plist_from_memory(data, uint32_t(size), &root);
+    plist_from_bin(data, uint32_t(size), &root);
     if (!root)
         return {};
     PlistPtr owner(root);
@@ -328,43 +219,21 @@ QVariantList PropertyList::readArray(const QString &path)
     return root.metaType().id() == QMetaType::QVariantList ? root.toList() : QVariantList();
 }
 
-namespace {
-struct XmlText
-{
-    char *data = nullptr;
-    uint32_t length = 0;
-    ~XmlText() { plist_to_xml_free(data); }
-};
-
-bool renderXml(const QVariant &root, XmlText &text)
-{
-    Utf8Cache keys;
-    PlistPtr node(fromVariant(root, keys));
-    if (!node)
-        return false;
-    plist_to_xml(static_cast<plist_t>(node.get()), &text.data, &text.length);
-    return text.data && text.length > 0;
-}
-} // namespace
-
 QByteArray PropertyList::toXml(const QVariant &root)
 {
-    XmlText text;
-    if (!renderXml(root, text))
-        return {};
-    return QByteArray(text.data, qsizetype(text.length));
+    return PropertyListXml::write(root);
 }
 
 bool PropertyList::write(const QString &path, const QVariant &root)
 {
-    XmlText text;
-    if (!renderXml(root, text))
+    const QByteArray text = PropertyListXml::write(root);
+    if (text.isEmpty())
         return false;
     // the hooking component reads this file at any moment: replace it whole
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return false;
-    if (file.write(text.data, text.length) != qint64(text.length)) {
+    if (file.write(text) != text.size()) {
         file.cancelWriting();
         file.commit();
         return false;

@@ -27,6 +27,23 @@ inline QByteArray toBinary(const QByteArray &xml)
     return result;
 }
 
+// The same document parsed and written again by libplist, the reference the
+// XML writer must match byte for byte.
+inline QByteArray throughLibplist(const QByteArray &xml)
+{
+    plist_t root = nullptr;
+    plist_from_xml(xml.constData(), uint32_t(xml.size()), &root);
+    if (!root)
+        return {};
+    char *text = nullptr;
+    uint32_t length = 0;
+    plist_to_xml(root, &text, &length);
+    QByteArray result(text, qsizetype(length));
+    plist_to_xml_free(text);
+    plist_free(root);
+    return result;
+}
+
 // Compares a file with its reference under tests/settings/golden. On a
 // difference it writes the actual bytes beside the reference (NAME.actual)
 // and prints a unified diff.
