@@ -27,12 +27,13 @@ inline QByteArray toBinary(const QByteArray &xml)
     return result;
 }
 
-// The same document parsed and written again by libplist, the reference the
-// XML writer must match byte for byte.
-inline QByteArray throughLibplist(const QByteArray &xml)
+// The document (either form) parsed by libplist and written by it as XML,
+// the reference the reader and the writer must match; empty when libplist
+// refuses it.
+inline QByteArray throughLibplist(const QByteArray &document)
 {
     plist_t root = nullptr;
-    plist_from_xml(xml.constData(), uint32_t(xml.size()), &root);
+    plist_from_memory(document.constData(), uint32_t(document.size()), &root);
     if (!root)
         return {};
     char *text = nullptr;
