@@ -1,5 +1,7 @@
 #include "settings/PropertyListBinary.h"
 
+#include "settings/BinaryPropertyListTable.h"
+
 #include <QDateTime>
 #include <QTimeZone>
 
@@ -10,43 +12,21 @@
 
 namespace {
 
-quint64 bigEndian(const uchar *bytes, int size)
-{
-    quint64 value = 0;
-    for (int i = 0; i < size; ++i)
-        value = (value << 8) | bytes[i];
-    return value;
-}
+using BinaryPropertyList::bigEndian;
 
-// A header, the objects, a table of their offsets and a 32-byte trailer
-// naming the sizes, the object count and the root. An object is a marker
-// byte (kind in the high half, a size or count in the low half) and its
-// bytes; a container's are the indexes of its children.
 class Reader
 {
 public:
-    Reader(QByteArrayView document, int maxDepth, qint64 maxValues)
-        : m_data(reinterpret_cast<const uchar *>(document.data())),
-          m_size(quint64(document.size())), m_maxDepth(maxDepth), m_valuesLeft(maxValues)
+    Reader(const BinaryPropertyList::Table &table, int maxDepth, qint64 maxValues)
+        : m_data(table.data), m_table(table), m_tableAt(table.tableAt), m_refSize(table.refSize),
+          m_maxDepth(maxDepth), m_valuesLeft(maxValues)
     {
     }
 
     QVariant document()
     {
-        if (m_size < 8 + 32 || std::memcmp(m_data, "bplist00", 8) != 0)
-            return {};
-        const uchar *trailer = m_data + m_size - 32;
-        m_offsetSize = trailer[6];
-        m_refSize = trailer[7];
-        m_count = bigEndian(trailer + 8, 8);
-        const quint64 top = bigEndian(trailer + 16, 8);
-        m_tableAt = bigEndian(trailer + 24, 8);
-        if (m_offsetSize < 1 || m_offsetSize > 8 || m_refSize < 1 || m_refSize > 8 ||
-            m_tableAt < 8 || m_tableAt > m_size - 32 ||
-            m_count > (m_size - 32 - m_tableAt) / quint64(m_offsetSize))
-            return {};
         QVariant root;
-        if (!object(top, 0, root))
+        if (!object(m_table.top, 0, root))
             return {};
         return root;
     }
@@ -77,10 +57,9 @@ private:
 
     bool object(quint64 index, int depth, QVariant &out)
     {
-        if (index >= m_count || --m_valuesLeft < 0)
+        if (index >= m_table.count || --m_valuesLeft < 0)
             return false;
-        const quint64 at =
-            bigEndian(m_data + m_tableAt + index * quint64(m_offsetSize), m_offsetSize);
+        const quint64 at = m_table.offsetOf(index);
         if (at < 8 || !inside(at, 1))
             return false;
         const int kind = m_data[at] >> 4;
@@ -230,18 +209,17 @@ private:
     }
 
     const uchar *m_data;
-    quint64 m_size;
+    BinaryPropertyList::Table m_table;
+    quint64 m_tableAt;
+    int m_refSize;
     int m_maxDepth;
     qint64 m_valuesLeft;
-    int m_offsetSize = 0;
-    int m_refSize = 0;
-    quint64 m_count = 0;
-    quint64 m_tableAt = 0;
 };
 
 } // namespace
 
 QVariant PropertyListBinary::read(QByteArrayView document, int maxDepth, qint64 maxValues)
 {
-    return Reader(document, maxDepth, maxValues).document();
+    const std::optional<BinaryPropertyList::Table> table = BinaryPropertyList::readTable(document);
+    return table ? Reader(*table, maxDepth, maxValues).document() : QVariant();
 }
