@@ -6,8 +6,8 @@
 
 // Reads and writes property-list files. Values map to Qt types as follows:
 // dictionary <-> QVariantMap, array <-> QVariantList, string <-> QString,
-// real <-> double, integer <-> qint64, boolean <-> bool, data <-> QByteArray,
-// date <-> QDateTime (UTC).
+// real <-> double, integer <-> qint64 (quint64 above 2^63 - 1), boolean <->
+// bool, data <-> QByteArray, date <-> QDateTime (UTC).
 //
 // Reading accepts both the XML and the binary form, since a file the system
 // converted to binary still holds the user's data. Writing always produces the

@@ -1,5 +1,7 @@
 #include "settings/PropertyListGuard.h"
 
+#include "settings/BinaryPropertyListTable.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -20,13 +22,7 @@ QString malformedBinary()
                                        "not a well-formed binary property list");
 }
 
-quint64 bigEndian(const uchar *bytes, int size)
-{
-    quint64 value = 0;
-    for (int i = 0; i < size; ++i)
-        value = (value << 8) | bytes[i];
-    return value;
-}
+using BinaryPropertyList::bigEndian;
 
 // The binary form: a header, the objects, a table of their offsets and a
 // 32-byte trailer naming the sizes, the object count and the root. A
@@ -42,23 +38,20 @@ quint64 bigEndian(const uchar *bytes, int size)
 class BinaryWalk
 {
 public:
-    BinaryWalk(const uchar *data, quint64 size) : m_data(data), m_size(size) {}
+    explicit BinaryWalk(QByteArrayView data) : m_bytes(data) {}
 
     QString refusal()
     {
-        if (m_size < 8 + 32)
+        const std::optional<BinaryPropertyList::Table> table =
+            BinaryPropertyList::readTable(m_bytes);
+        if (!table)
             return malformedBinary();
-        const uchar *trailer = m_data + m_size - 32;
-        m_offsetSize = trailer[6];
-        m_refSize = trailer[7];
-        m_count = bigEndian(trailer + 8, 8);
-        const quint64 top = bigEndian(trailer + 16, 8);
-        m_tableAt = bigEndian(trailer + 24, 8);
-        const quint64 tableEnd = m_size - 32;
-        if (m_offsetSize < 1 || m_offsetSize > 8 || m_refSize < 1 || m_refSize > 8 ||
-            m_tableAt < 8 || m_tableAt > tableEnd ||
-            m_count > (tableEnd - m_tableAt) / quint64(m_offsetSize))
-            return malformedBinary();
+        m_table = *table;
+        m_data = table->data;
+        m_refSize = table->refSize;
+        m_count = table->count;
+        m_tableAt = table->tableAt;
+        const quint64 top = table->top;
         if (m_count > quint64(PropertyListGuard::MaxValues))
             return tooMany();
         m_known.assign(std::size_t(m_count), Known{});
@@ -118,8 +111,7 @@ private:
             return tooDeep(); // a cycle
         if (known.state == Done)
             return add(known.values, known.height);
-        const quint64 at =
-            bigEndian(m_data + m_tableAt + index * quint64(m_offsetSize), m_offsetSize);
+        const quint64 at = m_table.offsetOf(index);
         if (at < 8 || at >= m_tableAt)
             return malformedBinary();
         const uchar marker = m_data[at];
@@ -170,9 +162,9 @@ private:
         return add(done.values, done.height);
     }
 
-    const uchar *m_data;
-    quint64 m_size;
-    int m_offsetSize = 0;
+    QByteArrayView m_bytes;
+    BinaryPropertyList::Table m_table;
+    const uchar *m_data = nullptr;
     int m_refSize = 0;
     quint64 m_count = 0;
     quint64 m_tableAt = 0;
@@ -281,7 +273,6 @@ QString PropertyListGuard::refusal(QByteArrayView data)
         return QCoreApplication::translate("PropertyListGuard", "larger than %L1 MB")
             .arg(MaxFileBytes / (1024 * 1024));
     if (data.startsWith("bplist00"))
-        return BinaryWalk(reinterpret_cast<const uchar *>(data.data()), quint64(data.size()))
-            .refusal();
+        return BinaryWalk(data).refusal();
     return xmlRefusal(data.data(), data.data() + data.size());
 }

@@ -3,13 +3,14 @@
 #include <QByteArrayView>
 #include <QString>
 
-// Looks at the bytes of a property list before the property-list library
-// parses them, and refuses what could make that parse recurse too deep or
-// expand without bound. The library parses recursively, so a file of
-// 100,000 nested arrays overflows the stack; and a binary file can name the
-// same child again and again, so 200 bytes can stand for millions of values.
-// The settings folder is the user's and other programs write into it: such a
-// file must read as unreadable, not stop the programs at every launch.
+// Looks at the bytes of a property list before they are parsed, and refuses
+// what nests too deep or would expand without bound: a file of 100,000
+// nested arrays, or a binary file that names the same child again and again,
+// so that 200 bytes stand for millions of values. The settings folder is the
+// user's and other programs write into it: such a file must read as
+// unreadable, not stop the programs at every launch. The readers keep to the
+// same limits themselves; this check is what names the limit a file broke,
+// for the person to read.
 //
 // The check walks the binary form's object table without recursion,
 // counting a shared child each time it is used, and makes one pass over the

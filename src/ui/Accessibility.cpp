@@ -95,8 +95,11 @@ public:
 class AccessibleFlatSwitch : public QAccessibleWidget
 {
 public:
+    // A check box to assistive technology: Qt's AT-SPI bridge tells on and
+    // off only for check boxes, and a screen reader reads a switch's state
+    // the same way ("checked", "not checked").
     explicit AccessibleFlatSwitch(FlatSwitch *control)
-        : QAccessibleWidget(control, QAccessible::Button)
+        : QAccessibleWidget(control, QAccessible::CheckBox)
     {
     }
 

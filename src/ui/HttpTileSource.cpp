@@ -101,10 +101,10 @@ void HttpTileSource::onFinished(QNetworkReply *reply, const TileId &tile)
     reply->deleteLater();
     m_running.remove(tile);
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    const QByteArray data = reply->readAll();
-    const QImage image = reply->error() == QNetworkReply::NoError && status == 200
-                             ? QImage::fromData(data)
-                             : QImage();
+    // a reply that failed to connect was never opened: reading it only warns
+    const bool answered = reply->error() == QNetworkReply::NoError && status == 200;
+    const QByteArray data = answered ? reply->readAll() : QByteArray();
+    const QImage image = answered ? QImage::fromData(data) : QImage();
     if (!image.isNull()) {
         store(reply, data);
         emit tileLoaded(tile, image);

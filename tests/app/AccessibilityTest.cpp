@@ -84,7 +84,9 @@ private slots:
         QWidget *widget = build(control, &holder);
         auto *flatSwitch = qobject_cast<FlatSwitch *>(widget);
         QAccessibleInterface *face = QAccessible::queryAccessibleInterface(widget);
-        QCOMPARE(face->role(), control == Control::Map ? QAccessible::Canvas : QAccessible::Button);
+        QCOMPARE(face->role(), control == Control::Map ? QAccessible::Canvas
+                               : flatSwitch            ? QAccessible::CheckBox
+                                                       : QAccessible::Button);
         QCOMPARE(face->text(QAccessible::Name), name);
         QCOMPARE(bool(face->state().checkable), checked >= 0);
         QCOMPARE(bool(face->state().checked), checked == 1);

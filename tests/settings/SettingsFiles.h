@@ -27,6 +27,24 @@ inline QByteArray toBinary(const QByteArray &xml)
     return result;
 }
 
+// The document (either form) parsed by libplist and written by it as XML,
+// the reference the reader and the writer must match; empty when libplist
+// refuses it.
+inline QByteArray throughLibplist(const QByteArray &document)
+{
+    plist_t root = nullptr;
+    plist_from_memory(document.constData(), uint32_t(document.size()), &root);
+    if (!root)
+        return {};
+    char *text = nullptr;
+    uint32_t length = 0;
+    plist_to_xml(root, &text, &length);
+    QByteArray result(text, qsizetype(length));
+    plist_to_xml_free(text);
+    plist_free(root);
+    return result;
+}
+
 // Compares a file with its reference under tests/settings/golden. On a
 // difference it writes the actual bytes beside the reference (NAME.actual)
 // and prints a unified diff.
