@@ -21,6 +21,21 @@ bool isSpace(char c)
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
+// Numbers are read as the C library reads them, after any white space it
+// knows, form feed and vertical tab included.
+bool isCSpace(char c)
+{
+    return isSpace(c) || c == '\v' || c == '\f';
+}
+
+QByteArrayView withoutLeadingCSpace(QByteArrayView text)
+{
+    qsizetype i = 0;
+    while (i < text.size() && isCSpace(text[i]))
+        ++i;
+    return text.sliced(i);
+}
+
 // The few dictionary keys of a route point repeat for every point: one
 // shared QString each saves an allocation and a decode per entry.
 class KeyCache
@@ -406,11 +421,12 @@ private:
         // as strtoull with base 0 after one optional sign: "0x" for hex, a
         // leading 0 for octal; the digits up to the first other character;
         // too large saturates
+        text = withoutLeadingCSpace(text);
         qsizetype i = 0;
         bool negative = false;
         if (i < text.size() && (text[i] == '-' || text[i] == '+'))
             negative = text[i++] == '-';
-        while (i < text.size() && isSpace(text[i]))
+        while (i < text.size() && isCSpace(text[i]))
             ++i;
         if (i < text.size() && (text[i] == '-' || text[i] == '+'))
             negative = negative != (text[i++] == '-');
@@ -439,6 +455,7 @@ private:
     {
         // std::from_chars reads what strtod reads in the C locale, save a
         // leading '+', hex and the overflow cases: those go to strtod_l
+        text = withoutLeadingCSpace(text);
         const char *begin = text.data();
         const char *end = begin + text.size();
         const char *digits = begin < end && *begin == '+' ? begin + 1 : begin;

@@ -190,11 +190,11 @@ private slots:
             "<array><string>a&amp;&lt;&gt;&quot;&apos;&#65;&#x4E2D;&#x1F30D;<![CDATA[<&amp;>]]>"
             "<!-- c -->z</string><key>&lt;k</key></array>");
         row("integers in every base and sign",
-            "<array><integer> 12 </integer><integer>+5</integer><integer>-0x10</integer>"
+            "<array><integer>\f12 </integer><integer>+5</integer><integer>-0x10</integer>"
             "<integer>010</integer><integer>1a</integer><integer/><integer>-  5</integer>"
             "<integer>-9223372036854775808</integer></array>");
         row("reals as strtod reads them",
-            "<array><real> 1.5 </real><real>+2.5x</real><real>1e400</real><real>-1e-400</real>"
+            "<array><real>\v\f1.5 </real><real>+2.5x</real><real>1e400</real><real>-1e-400</real>"
             "<real>abc</real><real>0x1p3</real><real>-infinity</real><real/><real>5e-324</real>"
             "</array>");
         row("dates with and without time",
