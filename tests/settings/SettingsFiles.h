@@ -13,36 +13,30 @@ namespace SettingsFiles {
 using ::bytesOf;
 using ::writeBytes;
 
-// The same property list in the binary form the system may convert a file to.
-inline QByteArray toBinary(const QByteArray &xml)
-{
-    plist_t root = nullptr;
-    plist_from_xml(xml.constData(), uint32_t(xml.size()), &root);
-    char *bin = nullptr;
-    uint32_t length = 0;
-    plist_to_bin(root, &bin, &length);
-    QByteArray result(bin, qsizetype(length));
-    plist_to_bin_free(bin);
-    plist_free(root);
-    return result;
-}
+enum class Form { Xml, Binary };
 
-// The document (either form) parsed by libplist and written by it as XML,
-// the reference the reader and the writer must match; empty when libplist
-// refuses it.
-inline QByteArray throughLibplist(const QByteArray &document)
+// The document (either form) parsed by libplist and written by it in
+// `form`: the reference the reader and the writer must match. Empty when
+// libplist refuses the document.
+inline QByteArray throughLibplist(const QByteArray &document, Form form = Form::Xml)
 {
     plist_t root = nullptr;
     plist_from_memory(document.constData(), uint32_t(document.size()), &root);
     if (!root)
         return {};
-    char *text = nullptr;
+    char *bytes = nullptr;
     uint32_t length = 0;
-    plist_to_xml(root, &text, &length);
-    QByteArray result(text, qsizetype(length));
-    plist_to_xml_free(text);
+    (form == Form::Xml ? plist_to_xml : plist_to_bin)(root, &bytes, &length);
+    QByteArray result(bytes, qsizetype(length));
+    free(bytes);
     plist_free(root);
     return result;
+}
+
+// The same property list in the binary form the system may convert a file to.
+inline QByteArray toBinary(const QByteArray &xml)
+{
+    return throughLibplist(xml, Form::Binary);
 }
 
 // Compares a file with its reference under tests/settings/golden. On a
