@@ -129,8 +129,8 @@ void BM_LibplistFromXml(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-// The check every read makes before parsing (nesting depth, expansion):
-// its share of BM_RouteRecordRead is its cost.
+// The guard's pass over the route record's XML: a read no longer makes it
+// (the reader keeps to the same depth), only a refused file does, to say why.
 void BM_PropertyListGuard(benchmark::State &state)
 {
     const QByteArray xml = PropertyList::toXml(routeRecord(int(state.range(0))).toPropertyList());

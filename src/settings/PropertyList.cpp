@@ -8,36 +8,46 @@
 #include <QFile>
 #include <QSaveFile>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <memory>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
-// `checked`: the bytes have passed the guard already.
-QVariant parse(const char *data, qint64 size, bool checked = false)
+// The root of `bytes`, or an invalid QVariant with, in `problem`, why.
+QVariant parse(QByteArrayView bytes, QString *problem = nullptr)
 {
-    if (size <= 0)
-        return {};
-    if (!checked && !PropertyListGuard::refusal(QByteArrayView(data, size)).isEmpty())
-        return {};
-    const QByteArrayView bytes(data, size);
+    QVariant root;
+    QString refusal;
     // the binary form is rare (a file some tool converted); the XML form
     // is what every writer here and the hooking component use
-    if (bytes.startsWith("bplist00"))
-        return PropertyListBinary::read(bytes, PropertyListGuard::MaxDepth,
-                                        PropertyListGuard::MaxValues);
-    return PropertyListXml::read(bytes, PropertyListGuard::MaxDepth);
+    if (bytes.startsWith("bplist00")) {
+        // a few hundred bytes can name millions of shared values: the guard
+        // counts them without building any, before the reader does
+        refusal = PropertyListGuard::refusal(bytes);
+        if (refusal.isEmpty())
+            root = PropertyListBinary::read(bytes, PropertyListGuard::MaxDepth,
+                                            PropertyListGuard::MaxValues);
+    } else {
+        // the reader keeps to the same depth itself; the guard's pass over
+        // the text only tells why a document was refused
+        root = PropertyListXml::read(bytes, PropertyListGuard::MaxDepth);
+        if (!root.isValid() && problem)
+            refusal = PropertyListGuard::refusal(bytes);
+    }
+    if (!root.isValid() && problem)
+        *problem = refusal.isEmpty()
+                       ? QCoreApplication::translate("PropertyList", "not a property list")
+                       : refusal;
+    return root;
 }
 } // namespace
 
 QVariant PropertyList::fromData(const QByteArray &data)
 {
-    return parse(data.constData(), data.size());
+    return parse(data);
 }
 
 namespace {
@@ -73,11 +83,10 @@ PropertyList::Loaded PropertyList::load(const QString &path)
     const QByteArray data = file.read(qint64(info.st_size) + 1);
     if (data.size() > info.st_size)
         return unreadable(QCoreApplication::translate("PropertyList", "changed while it was read"));
-    if (const QString problem = PropertyListGuard::refusal(data); !problem.isEmpty())
-        return unreadable(problem);
-    QVariant root = parse(data.constData(), data.size(), true);
+    QString problem;
+    QVariant root = parse(data, &problem);
     if (!root.isValid())
-        return unreadable(QCoreApplication::translate("PropertyList", "not a property list"));
+        return unreadable(problem);
     return {std::move(root), ReadStatus::Read, {}};
 }
 

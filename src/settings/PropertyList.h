@@ -24,8 +24,9 @@ public:
     };
 
     // Reads a file the user or another program may have put there: only a
-    // regular file no larger than any settings file could be, and only when
-    // its bytes pass PropertyListGuard. Never waits on a pipe or a device.
+    // regular file no larger than any settings file could be, nested no
+    // deeper and expanding to no more than PropertyListGuard allows. Never
+    // waits on a pipe or a device.
     static Loaded load(const QString &path);
     // The root of the file, or an invalid QVariant when the file is missing,
     // unreadable or not a property list.
